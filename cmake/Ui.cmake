@@ -1,0 +1,16 @@
+# The windows: every ui/ folder, in one library, and the program itself.
+find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets PrintSupport Svg Network)
+file(GLOB ui_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/*/ui/*.cpp ${CMAKE_SOURCE_DIR}/*/ui/*.h)
+list(FILTER ui_sources EXCLUDE REGEX "/main\\.cpp$")
+if(ui_sources)
+  add_library(quill_ui STATIC ${ui_sources})
+  set_target_properties(quill_ui PROPERTIES AUTOMOC ON)
+  target_include_directories(quill_ui PUBLIC ${CMAKE_SOURCE_DIR})
+  target_compile_definitions(quill_ui PUBLIC QT_NO_KEYWORDS QT_NO_FOREACH)
+  target_link_libraries(quill_ui PUBLIC quill_run quill_shell quill_intel quill_text quill_res quill_base
+    Qt6::Widgets Qt6::PrintSupport Qt6::Svg Qt6::Network)
+endif()
+if(EXISTS ${CMAKE_SOURCE_DIR}/shell/ui/main.cpp)
+  add_executable(quill ${CMAKE_SOURCE_DIR}/shell/ui/main.cpp)
+  target_link_libraries(quill PRIVATE quill_ui)
+endif()
