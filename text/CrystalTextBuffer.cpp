@@ -1,0 +1,406 @@
+#include "text/CrystalTextBuffer.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+#include <limits>
+
+#include "text/LineFlagStore.h"
+
+namespace quill {
+namespace {
+
+/// Cuts a text at each CR; a CR directly followed by LF is one break.
+std::vector<std::string_view> SplitLines(std::string_view text) {
+  std::vector<std::string_view> pieces;
+  while (true) {
+    const size_t cr = text.find('\r');
+    if (cr == std::string_view::npos) break;
+    pieces.push_back(text.substr(0, cr));
+    const bool pair = cr + 1 < text.size() && text[cr + 1] == '\n';
+    text.remove_prefix(cr + (pair ? 2 : 1));
+  }
+  pieces.push_back(text);
+  return pieces;
+}
+
+/// Cuts a text at known places with two line-end characters between the pieces.
+std::vector<std::string_view> SplitAt(std::string_view text, const std::vector<int32_t>& lengths) {
+  std::vector<std::string_view> pieces;
+  size_t at = 0;
+  for (const int32_t length : lengths) {
+    pieces.push_back(text.substr(at, static_cast<size_t>(length)));
+    at += static_cast<size_t>(length) + 2;
+  }
+  return pieces;
+}
+
+}  // namespace
+
+std::string_view line_end::Bytes(int32_t style) {
+  switch (style) {
+    case kLfCr:
+      return "\n\r";
+    case kLf:
+      return "\n";
+    default:
+      return "\r\n";
+  }
+}
+
+CCrystalTextBuffer::~CCrystalTextBuffer() {
+  FreeLines(0, LineCount() - 1);
+}
+
+void CCrystalTextBuffer::NewBuffer(int32_t style) {
+  ClearBuffer();
+  m_lines.PushBack(MakeLine({}));
+  m_style = style == line_end::kAutomatic ? static_cast<int32_t>(line_end::kCrLf) : style;
+  m_initialised = true;
+  SetModified(false);
+  NotifyViews(nullptr, nullptr, hint::kReset, -1);
+}
+
+void CCrystalTextBuffer::ClearBuffer() {
+  FreeLines(0, LineCount() - 1);
+  m_lines.Clear();
+  m_pool.ReleaseChunks();
+  m_history.Clear();
+  m_profileSection.clear();
+  m_lastChange = {};
+  m_groupDepth = 0;
+  m_nextRecordStartsGroup = true;
+  m_readOnly = false;
+  m_initialised = false;
+}
+
+bool CCrystalTextBuffer::CopyLine(int32_t line, std::string& text) const {
+  text.assign(Line(line));
+  return !text.empty();
+}
+
+int32_t CCrystalTextBuffer::CopyLeadingWhiteSpace(int32_t line, std::string& text) const {
+  const std::string_view all = Line(line);
+  const size_t end = std::min(all.find_first_not_of("\t "), all.size());
+  text.assign(all.substr(0, end));
+  return static_cast<int32_t>(end);
+}
+
+void CCrystalTextBuffer::CopyRange(TextRange range, std::string& text, std::string_view lineEnd) const {
+  CheckPosition(range.start);
+  CheckPosition(range.end);
+  text.clear();
+  if (range.end < range.start) throw std::invalid_argument("range ends before it starts");
+  for (int32_t line = range.start.line; line <= range.end.line; ++line) {
+    std::string_view piece = Line(line);
+    if (line == range.end.line) piece = piece.substr(0, static_cast<size_t>(range.end.character));
+    if (line == range.start.line) piece.remove_prefix(static_cast<size_t>(range.start.character));
+    text.append(piece);
+    if (line != range.end.line) text.append(lineEnd);
+  }
+}
+
+TextPosition CCrystalTextBuffer::EndOfText() const {
+  const int32_t last = LineCount() - 1;
+  return last < 0 ? TextPosition{} : TextPosition{last, LineLength(last)};
+}
+
+void CCrystalTextBuffer::CheckPosition(TextPosition position) const {
+  if (position.character < 0 || position.character > LineLength(position.line)) {
+    throw std::invalid_argument("character index outside the line");
+  }
+}
+
+void CCrystalTextBuffer::AddView(BufferView* view) {
+  m_views.push_back(view);
+}
+
+void CCrystalTextBuffer::RemoveView(BufferView* view) {
+  std::erase(m_views, view);
+}
+
+void CCrystalTextBuffer::NotifyViews(BufferView* source, const TextChange* change, uint32_t hints,
+                                     int32_t line) {
+  for (BufferView* view : m_views) view->OnBufferUpdate(source, change, hints, line);
+}
+
+// Line records
+
+CCrystalTextBuffer::LineRecord CCrystalTextBuffer::MakeLine(std::string_view text, std::string_view tail) {
+  const auto length = static_cast<int64_t>(text.size() + tail.size());
+  const int64_t capacity = LinePool::CapacityFor(length);
+  if (capacity > std::numeric_limits<int32_t>::max()) throw std::invalid_argument("line too long");
+  LineRecord line{m_pool.Allocate(static_cast<int32_t>(capacity)), static_cast<int32_t>(length),
+                  static_cast<int32_t>(capacity), 0};
+  if (!text.empty()) std::memcpy(line.text, text.data(), text.size());
+  if (!tail.empty()) std::memcpy(line.text + text.size(), tail.data(), tail.size());
+  return line;
+}
+
+void CCrystalTextBuffer::SetLineLength(LineRecord& line, int64_t length) {
+  if (length >= line.capacity) {
+    const int64_t capacity = LinePool::CapacityFor(length);
+    if (capacity > std::numeric_limits<int32_t>::max()) throw std::invalid_argument("line too long");
+    line.text = m_pool.Reallocate(line.text, line.capacity, line.length, static_cast<int32_t>(capacity));
+    line.capacity = static_cast<int32_t>(capacity);
+  }
+  line.length = static_cast<int32_t>(length);
+}
+
+void CCrystalTextBuffer::InsertIntoLine(LineRecord& line, int32_t at, std::string_view text) {
+  const auto tail = static_cast<size_t>(line.length - at);
+  SetLineLength(line, static_cast<int64_t>(line.length) + static_cast<int64_t>(text.size()));
+  std::memmove(line.text + at + text.size(), line.text + at, tail);
+  if (!text.empty()) std::memcpy(line.text + at, text.data(), text.size());
+}
+
+void CCrystalTextBuffer::FreeLines(int32_t first, int32_t last) {
+  for (int32_t i = first; i <= last; ++i) {
+    const LineRecord& line = m_lines[static_cast<size_t>(i)];
+    m_pool.Free(line.text, line.capacity);
+  }
+}
+
+// Flags
+
+void CCrystalTextBuffer::SetFlagOnLine(int32_t line, uint32_t mask, bool set, bool removeFromPreviousLine) {
+  if (!std::has_single_bit(mask)) return;
+  if (line == -1) {
+    line = FirstLineWithFlag(mask);
+    if (line == -1) return;
+  } else if (removeFromPreviousLine && set) {
+    const int32_t previous = FirstLineWithFlag(mask);
+    if (previous >= 0 && previous != line) SetFlagOnLine(previous, mask, false);
+  }
+  uint32_t& flags = Record(line).flags;
+  const uint32_t changed = set ? flags | mask : flags & ~mask;
+  if (changed == flags) return;
+  flags = changed;
+  NotifyViews(nullptr, nullptr, hint::kLineFlags, line);
+  PersistFlags(line, line);
+}
+
+int32_t CCrystalTextBuffer::FirstLineWithAnyFlag(uint32_t mask) const {
+  const size_t count = m_lines.Size();
+  for (size_t i = 0; i < count; ++i) {
+    if ((m_lines[i].flags & mask) != 0) return static_cast<int32_t>(i);
+  }
+  return -1;
+}
+
+int32_t CCrystalTextBuffer::FirstLineWithFlag(uint32_t mask) const {
+  return std::has_single_bit(mask) ? FirstLineWithAnyFlag(mask) : -1;
+}
+
+void CCrystalTextBuffer::ChangeFlagsOnLines(int32_t first, int32_t last, uint32_t setMask,
+                                            uint32_t clearMask) {
+  for (int32_t line = first; line <= last; ++line) {
+    uint32_t& flags = Record(line).flags;
+    flags = (flags | setMask) & ~clearMask;
+  }
+  PersistFlags(first, last);
+  NotifyViews(nullptr, nullptr, hint::kFlagsOnly, -1);
+}
+
+void CCrystalTextBuffer::SetBlockMarks(int32_t line, uint32_t marks) {
+  uint32_t& flags = Record(line).flags;
+  flags = (flags & ~line_flag::kBlockMarks) | (marks & line_flag::kBlockMarks);
+}
+
+void CCrystalTextBuffer::PersistFlags(int32_t first, int32_t last) {
+  if (m_store == nullptr || m_profileSection.empty()) return;
+  std::vector<LineFlagStore::Word> words;
+  words.reserve(static_cast<size_t>(std::max(last - first + 1, 0)));
+  for (int32_t line = first; line <= last; ++line) words.emplace_back(line, LineFlags(line));
+  m_store->Write(m_profileSection, words);
+}
+
+// Editing
+
+bool CCrystalTextBuffer::InsertTextAt(BufferView* view, TextPosition at, std::string_view text,
+                                      TextPosition& end, int32_t actionCode) {
+  CheckPosition(at);
+  if (m_readOnly) return false;
+  UndoRecord record{UndoRecord::kInsert, actionCode, {at, at}, std::string(text), {}};
+  const bool ownGroup = m_groupDepth == 0;
+  if (ownGroup) OpenUndoGroup();
+  ApplyInsert(view, at, SplitLines(record.text), record.range.end);  // the copy: `text` may be a line of ours
+  end = record.range.end;
+  AddRecord(std::move(record));
+  if (ownGroup) CloseUndoGroup(view);
+  return true;
+}
+
+bool CCrystalTextBuffer::InsertTextAt(BufferView* view, int32_t line, int32_t character,
+                                      std::string_view text, int32_t& outEndLine, int32_t& outEndChar,
+                                      int32_t actionCode) {
+  TextPosition end;
+  if (!InsertTextAt(view, {line, character}, text, end, actionCode)) return false;
+  outEndLine = end.line;
+  outEndChar = end.character;
+  return true;
+}
+
+bool CCrystalTextBuffer::DeleteRange(BufferView* view, TextRange range, int32_t actionCode) {
+  UndoRecord record{0, actionCode, range, {}, PieceLengthsOf(range)};
+  CopyRange(range, record.text);
+  if (m_readOnly) return false;
+  const bool ownGroup = m_groupDepth == 0;
+  if (ownGroup) OpenUndoGroup();
+  ApplyDelete(view, range);
+  AddRecord(std::move(record));
+  if (ownGroup) CloseUndoGroup(view);
+  return true;
+}
+
+std::vector<int32_t> CCrystalTextBuffer::PieceLengthsOf(TextRange range) const {
+  CheckPosition(range.start);
+  CheckPosition(range.end);
+  std::vector<int32_t> lengths;
+  bool anyCr = false;
+  const auto pieceOf = [&](int32_t line) {
+    std::string_view piece = Line(line);
+    if (line == range.end.line) piece = piece.substr(0, static_cast<size_t>(range.end.character));
+    if (line == range.start.line)
+      piece.remove_prefix(std::min(piece.size(), static_cast<size_t>(range.start.character)));
+    return piece;
+  };
+  for (int32_t line = range.start.line; line <= range.end.line && !anyCr; ++line) {
+    anyCr = pieceOf(line).find('\r') != std::string_view::npos;
+  }
+  if (!anyCr) return lengths;
+  for (int32_t line = range.start.line; line <= range.end.line; ++line) {
+    lengths.push_back(static_cast<int32_t>(pieceOf(line).size()));
+  }
+  return lengths;
+}
+
+bool CCrystalTextBuffer::ApplyInsert(BufferView* source, TextPosition at,
+                                     const std::vector<std::string_view>& pieces, TextPosition& end) {
+  if (m_readOnly) return false;
+  const auto added = static_cast<int32_t>(pieces.size()) - 1;
+  if (added == 0) {
+    InsertIntoLine(Record(at.line), at.character, pieces.front());
+    end = {at.line, at.character + static_cast<int32_t>(pieces.front().size())};
+  } else {
+    const std::string_view tail = Line(at.line).substr(static_cast<size_t>(at.character));
+    std::vector<LineRecord> fresh;
+    fresh.reserve(static_cast<size_t>(added));
+    for (int32_t i = 1; i < added; ++i) fresh.push_back(MakeLine(pieces[static_cast<size_t>(i)]));
+    fresh.push_back(MakeLine(pieces.back(), tail));
+    LineRecord& first = Record(at.line);
+    SetLineLength(first, at.character);
+    InsertIntoLine(first, at.character, pieces.front());
+    m_lines.Insert(static_cast<size_t>(at.line) + 1, fresh.data(), fresh.size());
+    end = {at.line + added, static_cast<int32_t>(pieces.back().size())};
+  }
+  TextChanged(source, {true, {at, end}}, end);
+  return true;
+}
+
+bool CCrystalTextBuffer::ApplyDelete(BufferView* source, TextRange range) {
+  if (m_readOnly) return false;
+  LineRecord& first = Record(range.start.line);
+  if (range.start.line == range.end.line) {
+    const auto tail = static_cast<size_t>(first.length - range.end.character);
+    std::memmove(first.text + range.start.character, first.text + range.end.character, tail);
+    SetLineLength(first, first.length - (range.end.character - range.start.character));
+  } else {
+    const std::string_view tail = Line(range.end.line).substr(static_cast<size_t>(range.end.character));
+    SetLineLength(first, range.start.character);
+    InsertIntoLine(first, range.start.character, tail);
+    FreeLines(range.start.line + 1, range.end.line);
+    m_lines.Erase(static_cast<size_t>(range.start.line) + 1,
+                  static_cast<size_t>(range.end.line - range.start.line));
+  }
+  TextChanged(source, {false, range}, range.start);
+  return true;
+}
+
+void CCrystalTextBuffer::TextChanged(BufferView* source, const TextChange& change, TextPosition lastChange) {
+  const bool oneLine = change.range.start.line == change.range.end.line;
+  NotifyViews(source, &change, oneLine ? hint::kLineChanged : hint::kLinesChanged, change.range.start.line);
+  if (!m_modified) SetModified(true);
+  m_lastChange = lastChange;
+}
+
+// History
+
+void CCrystalTextBuffer::AddRecord(UndoRecord record) {
+  if (m_nextRecordStartsGroup) record.flags |= UndoRecord::kGroupStart;
+  m_nextRecordStartsGroup = false;
+  m_history.Add(std::move(record));
+}
+
+void CCrystalTextBuffer::OpenUndoGroup(bool mergeWithPrevious) {
+  if (m_groupDepth++ > 0) return;
+  m_nextRecordStartsGroup = !mergeWithPrevious || m_history.Last() == nullptr;
+}
+
+void CCrystalTextBuffer::CloseUndoGroup(BufferView* view) {
+  if (m_groupDepth > 0 && --m_groupDepth > 0) return;
+  m_nextRecordStartsGroup = true;
+  if (view == nullptr || m_history.Last() == nullptr) return;
+  const UndoRecord last = *m_history.Last();  // a copy: the view's own edits may drop records
+  view->OnUndoGroupClosed(last.action, last.text);
+}
+
+bool CCrystalTextBuffer::Reverse(const UndoRecord& record) {
+  if (record.IsInsert()) return ApplyDelete(nullptr, record.range);
+  TextPosition end;
+  return ApplyInsert(
+      nullptr, record.range.start,
+      record.pieceLengths.empty() ? SplitLines(record.text) : SplitAt(record.text, record.pieceLengths), end);
+}
+
+bool CCrystalTextBuffer::Repeat(const UndoRecord& record) {
+  if (!record.IsInsert()) return ApplyDelete(nullptr, record.range);
+  TextPosition end;
+  return ApplyInsert(nullptr, record.range.start, SplitLines(record.text), end);
+}
+
+bool CCrystalTextBuffer::Undo(TextPosition& position) {
+  if (!CanUndo()) return false;
+  bool groupStart = false;
+  while (!groupStart && m_history.Last() != nullptr) {
+    const UndoRecord& record = *m_history.Last();
+    Reverse(record);
+    groupStart = record.StartsGroup();
+    m_history.StepBack();
+  }
+  FinishHistoryStep(position);
+  return true;
+}
+
+bool CCrystalTextBuffer::Redo(TextPosition& position) {
+  if (!CanRedo()) return false;
+  do {
+    Repeat(*m_history.Next());
+    m_history.StepForward();
+  } while (m_history.Next() != nullptr && !m_history.Next()->StartsGroup());
+  FinishHistoryStep(position);
+  return true;
+}
+
+void CCrystalTextBuffer::FinishHistoryStep(TextPosition& position) {
+  position = m_lastChange;
+  m_nextRecordStartsGroup = true;
+  const bool modified = !m_history.IsAtSaved();
+  if (modified != m_modified) SetModified(modified);
+}
+
+bool CCrystalTextBuffer::UndoLabel(std::string& label) const {
+  const UndoRecord* record = m_history.Last();
+  const char* text = record == nullptr ? nullptr : action::Description(record->action);
+  label = text == nullptr ? "" : text;
+  return text != nullptr;
+}
+
+bool CCrystalTextBuffer::RedoLabel(std::string& label) const {
+  const UndoRecord* record = m_history.Next();
+  const char* text = record == nullptr ? nullptr : action::Description(record->action);
+  label = text == nullptr ? "" : text;
+  return text != nullptr;
+}
+
+}  // namespace quill
