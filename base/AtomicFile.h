@@ -25,6 +25,7 @@ class AtomicFile {
 
  private:
   IoResult FlushBuffer();
+  IoResult WriteOut(std::string_view bytes);
   IoResult KeepBackup(const std::string& backupPath);
   IoResult Fail(const std::string& what, int errorNumber);
   void Abandon();

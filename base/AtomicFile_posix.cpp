@@ -67,6 +67,7 @@ IoResult AtomicFile::Open() {
   m_target = ResolveLinks(m_asked);
   struct stat info {};
   m_targetExists = stat(m_target.c_str(), &info) == 0;
+  if (!m_targetExists && errno != ENOENT) return Fail("Cannot write", errno);
   if (m_targetExists && S_ISDIR(info.st_mode)) return Fail("Cannot write", EISDIR);
   if (m_targetExists && !S_ISREG(info.st_mode)) {
     return IoResult::Failure("Cannot write \"" + m_asked + "\": it is not a regular file");
@@ -92,19 +93,27 @@ IoResult AtomicFile::Open() {
 }
 
 IoResult AtomicFile::Write(std::string_view bytes) {
+  if (m_buffer.size() + bytes.size() > kBufferBytes) {
+    if (IoResult flushed = FlushBuffer(); !flushed) return flushed;
+    if (bytes.size() >= kBufferBytes) return WriteOut(bytes);
+  }
   m_buffer.append(bytes);
-  return m_buffer.size() < kBufferBytes ? IoResult::Success() : FlushBuffer();
+  return IoResult::Success();
 }
 
 IoResult AtomicFile::FlushBuffer() {
-  size_t done = 0;
-  while (done < m_buffer.size()) {
-    const ssize_t written = write(m_descriptor, m_buffer.data() + done, m_buffer.size() - done);
+  IoResult written = WriteOut(m_buffer);
+  m_buffer.clear();
+  return written;
+}
+
+IoResult AtomicFile::WriteOut(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = write(m_descriptor, bytes.data(), bytes.size());
     if (written < 0 && errno == EINTR) continue;
     if (written <= 0) return Fail("Cannot write", written == 0 ? ENOSPC : errno);
-    done += static_cast<size_t>(written);
+    bytes.remove_prefix(static_cast<size_t>(written));
   }
-  m_buffer.clear();
   return IoResult::Success();
 }
 

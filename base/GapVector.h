@@ -25,7 +25,10 @@ class GapVector {
   T& operator[](size_t i) { return m_data[i < m_gap ? i : i + m_capacity - m_size]; }
   const T& operator[](size_t i) const { return m_data[i < m_gap ? i : i + m_capacity - m_size]; }
 
-  void PushBack(const T& value) { *OpenGap(m_size, 1) = value; }
+  void PushBack(const T& value) {
+    const T copy = value;  // it may lie in this array, which moves when it grows
+    *OpenGap(m_size, 1) = copy;
+  }
   /// Copies `count` elements in before index `at`; they must not lie in this array.
   void Insert(size_t at, const T* values, size_t count) {
     if (count != 0) std::memcpy(OpenGap(at, count), values, count * sizeof(T));

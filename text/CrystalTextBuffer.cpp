@@ -49,7 +49,7 @@ std::string_view line_end::Bytes(int32_t style) {
 }
 
 CCrystalTextBuffer::~CCrystalTextBuffer() {
-  FreeLines(0, LineCount() - 1);
+  ReleaseAllText();
 }
 
 void CCrystalTextBuffer::NewBuffer(int32_t style) {
@@ -62,9 +62,7 @@ void CCrystalTextBuffer::NewBuffer(int32_t style) {
 }
 
 void CCrystalTextBuffer::ClearBuffer() {
-  FreeLines(0, LineCount() - 1);
-  m_lines.Clear();
-  m_pool.ReleaseChunks();
+  ReleaseAllText();
   m_history.Clear();
   m_profileSection.clear();
   m_lastChange = {};
@@ -128,8 +126,8 @@ void CCrystalTextBuffer::NotifyViews(BufferView* source, const TextChange* chang
 
 CCrystalTextBuffer::LineRecord CCrystalTextBuffer::MakeLine(std::string_view text, std::string_view tail) {
   const auto length = static_cast<int64_t>(text.size() + tail.size());
+  if (length > kLongestLine) throw std::invalid_argument("line too long");
   const int64_t capacity = LinePool::CapacityFor(length);
-  if (capacity > std::numeric_limits<int32_t>::max()) throw std::invalid_argument("line too long");
   LineRecord line{m_pool.Allocate(static_cast<int32_t>(capacity)), static_cast<int32_t>(length),
                   static_cast<int32_t>(capacity), 0};
   if (!text.empty()) std::memcpy(line.text, text.data(), text.size());
@@ -139,10 +137,11 @@ CCrystalTextBuffer::LineRecord CCrystalTextBuffer::MakeLine(std::string_view tex
 
 void CCrystalTextBuffer::SetLineLength(LineRecord& line, int64_t length) {
   if (length >= line.capacity) {
-    const int64_t capacity = LinePool::CapacityFor(length);
-    if (capacity > std::numeric_limits<int32_t>::max()) throw std::invalid_argument("line too long");
-    line.text = m_pool.Reallocate(line.text, line.capacity, line.length, static_cast<int32_t>(capacity));
-    line.capacity = static_cast<int32_t>(capacity);
+    if (length > kLongestLine) throw std::invalid_argument("line too long");
+    const auto capacity = static_cast<int32_t>(LinePool::CapacityFor(length));
+    const auto kept = static_cast<int32_t>(std::min<int64_t>(line.length, length));
+    line.text = m_pool.Reallocate(line.text, line.capacity, kept, capacity);
+    line.capacity = capacity;
   }
   line.length = static_cast<int32_t>(length);
 }
@@ -161,6 +160,16 @@ void CCrystalTextBuffer::FreeLines(int32_t first, int32_t last) {
   }
 }
 
+void CCrystalTextBuffer::ReleaseAllText() {
+  const size_t count = m_lines.Size();
+  for (size_t i = 0; i < count; ++i) {
+    const LineRecord& line = m_lines[i];
+    if (LinePool::IsLong(line.capacity)) m_pool.Free(line.text, line.capacity);
+  }
+  m_lines.Clear();
+  m_pool.ReleaseChunks();
+}
+
 // Flags
 
 void CCrystalTextBuffer::SetFlagOnLine(int32_t line, uint32_t mask, bool set, bool removeFromPreviousLine) {
@@ -169,6 +178,7 @@ void CCrystalTextBuffer::SetFlagOnLine(int32_t line, uint32_t mask, bool set, bo
     line = FirstLineWithFlag(mask);
     if (line == -1) return;
   } else if (removeFromPreviousLine && set) {
+    (void)Record(line);  // refuse a wrong line before anything changes
     const int32_t previous = FirstLineWithFlag(mask);
     if (previous >= 0 && previous != line) SetFlagOnLine(previous, mask, false);
   }
@@ -194,6 +204,8 @@ int32_t CCrystalTextBuffer::FirstLineWithFlag(uint32_t mask) const {
 
 void CCrystalTextBuffer::ChangeFlagsOnLines(int32_t first, int32_t last, uint32_t setMask,
                                             uint32_t clearMask) {
+  (void)Record(first);
+  (void)Record(last);
   for (int32_t line = first; line <= last; ++line) {
     uint32_t& flags = Record(line).flags;
     flags = (flags | setMask) & ~clearMask;
@@ -221,6 +233,9 @@ bool CCrystalTextBuffer::InsertTextAt(BufferView* view, TextPosition at, std::st
                                       TextPosition& end, int32_t actionCode) {
   CheckPosition(at);
   if (m_readOnly) return false;
+  if (static_cast<int64_t>(text.size()) > kLongestLine - LineLength(at.line)) {
+    throw std::invalid_argument("text too long");
+  }
   UndoRecord record{UndoRecord::kInsert, actionCode, {at, at}, std::string(text), {}};
   const bool ownGroup = m_groupDepth == 0;
   if (ownGroup) OpenUndoGroup();

@@ -1,5 +1,6 @@
 #pragma once
 #include <cstdint>
+#include <limits>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -34,6 +35,9 @@ std::string_view Bytes(int32_t style);
 /// changed. A line or column outside the text throws `std::invalid_argument`.
 class CCrystalTextBuffer {
  public:
+  /// Bytes; keeps a line's capacity within 32 bits.
+  static constexpr int64_t kLongestLine = std::numeric_limits<int32_t>::max() - 2 * LinePool::kStep;
+
   /// `store` keeps the flag words of the lines between runs; without one they are not kept.
   explicit CCrystalTextBuffer(LineFlagStore* store = nullptr) : m_store(store) {}
   CCrystalTextBuffer(const CCrystalTextBuffer&) = delete;
@@ -42,11 +46,12 @@ class CCrystalTextBuffer {
 
   /// One empty line, no name, nothing to undo.
   void NewBuffer(int32_t style = line_end::kCrLf);
-  /// Reads a file of any bytes. After a failure the buffer is uninitialised and empty.
+  /// Reads a file of any bytes. After a failure the buffer is uninitialised and has no line at all; the
+  /// views get the reset hint then, too.
   IoResult LoadFile(const std::string& path, int32_t style = line_end::kAutomatic);
   /// Writes a temporary file beside the target and renames it: a failure leaves the old file whole.
   /// Follows a symbolic link and keeps the target's permissions. With backup creation on, the old file
-  /// stays under the name with ".bak" appended.
+  /// stays under the name with ".bak" appended. An uninitialised buffer is not written.
   IoResult SaveFile(const std::string& path, int32_t style = line_end::kAutomatic, bool clearModified = true);
   void ClearBuffer();
   bool IsInitialised() const { return m_initialised; }
@@ -89,7 +94,7 @@ class CCrystalTextBuffer {
   void RestoreFlags(int32_t line, uint32_t flags) { Record(line).flags = flags; }
 
   /// `end` receives the place after the text. CR and CR LF split lines, a lone LF does not. False when
-  /// read-only.
+  /// read-only; throws when a line would exceed `kLongestLine`.
   bool InsertTextAt(BufferView* view, TextPosition at, std::string_view text, TextPosition& end,
                     int32_t actionCode = action::kUnknown);
   bool InsertTextAt(BufferView* view, int32_t line, int32_t character, std::string_view text,
@@ -134,7 +139,7 @@ class CCrystalTextBuffer {
   struct LineRecord {
     char* text;
     int32_t length;
-    int32_t capacity;
+    int32_t capacity;  ///< 0 while the line lies where it was loaded
     uint32_t flags;
   };
 
@@ -151,6 +156,7 @@ class CCrystalTextBuffer {
   void SetLineLength(LineRecord& line, int64_t length);
   void InsertIntoLine(LineRecord& line, int32_t at, std::string_view text);
   void FreeLines(int32_t first, int32_t last);
+  void ReleaseAllText();
 
   bool ApplyInsert(BufferView* source, TextPosition at, const std::vector<std::string_view>& pieces,
                    TextPosition& end);
@@ -162,7 +168,7 @@ class CCrystalTextBuffer {
   void FinishHistoryStep(TextPosition& position);
   std::vector<int32_t> PieceLengthsOf(TextRange range) const;
 
-  IoResult ReadLines(int descriptor, const std::string& path, int32_t style);
+  IoResult LoadLines(const std::string& path, int32_t style);
   void RestoreStoredFlags();
   void PersistFlags(int32_t first, int32_t last);
 

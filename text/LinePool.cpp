@@ -1,14 +1,20 @@
 #include "text/LinePool.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <new>
 
 namespace quill {
 
+void GrowBlock(TextBlock& block, size_t bytes) {
+  void* grown = std::realloc(block.get(), bytes);
+  if (grown == nullptr) throw std::bad_alloc();
+  (void)block.release();  // realloc owned it
+  block.reset(static_cast<char*>(grown));
+}
+
 char* LinePool::Allocate(int32_t capacity) {
-  if (capacity > kLargestPooled) {
+  if (IsLong(capacity)) {
     void* bytes = std::malloc(static_cast<size_t>(capacity));
     if (bytes == nullptr) throw std::bad_alloc();
     return static_cast<char*>(bytes);
@@ -20,8 +26,10 @@ char* LinePool::Allocate(int32_t capacity) {
     return bytes;
   }
   if (m_left < static_cast<size_t>(capacity)) {
-    m_chunks.emplace_back(new char[kChunkBytes]);
-    m_next = m_chunks.back().get();
+    TextBlock chunk;
+    GrowBlock(chunk, kChunkBytes);
+    m_next = chunk.get();
+    Adopt(std::move(chunk));
     m_left = kChunkBytes;
   }
   char* bytes = m_next;
@@ -31,8 +39,8 @@ char* LinePool::Allocate(int32_t capacity) {
 }
 
 void LinePool::Free(char* bytes, int32_t capacity) {
-  if (bytes == nullptr) return;
-  if (capacity > kLargestPooled) {
+  if (capacity == 0) return;
+  if (IsLong(capacity)) {
     std::free(bytes);
     return;
   }
@@ -41,7 +49,7 @@ void LinePool::Free(char* bytes, int32_t capacity) {
 }
 
 char* LinePool::Reallocate(char* bytes, int32_t capacity, int32_t used, int32_t newCapacity) {
-  if (capacity > kLargestPooled && newCapacity > kLargestPooled) {
+  if (IsLong(capacity) && IsLong(newCapacity)) {
     void* moved = std::realloc(bytes, static_cast<size_t>(newCapacity));
     if (moved == nullptr) throw std::bad_alloc();
     return static_cast<char*>(moved);

@@ -2,14 +2,25 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace quill {
 
+struct FreeBytes {
+  void operator()(char* bytes) const { std::free(bytes); }
+};
+/// Bytes from the heap that can grow in place where the system can.
+using TextBlock = std::unique_ptr<char[], FreeBytes>;
+/// Makes `block` larger, keeping its bytes; throws `std::bad_alloc`, and then leaves it as it was.
+void GrowBlock(TextBlock& block, size_t bytes);
+
 /// Hands out the byte arrays of lines. Short ones are cut from large chunks without a header of their
 /// own, since a script of millions of lines has millions of them; long ones come from the heap.
-/// Capacities are multiples of `kStep` bytes.
+/// Capacities are multiples of `kStep` bytes. Capacity 0 stands for bytes inside an adopted block: they
+/// are left alone when freed, and reallocating them moves them into an array.
 class LinePool {
  public:
   static constexpr int32_t kStep = 16;
@@ -23,10 +34,14 @@ class LinePool {
 
   char* Allocate(int32_t capacity);
   void Free(char* bytes, int32_t capacity);
-  /// Moves `used` bytes into an array of the new capacity and frees the old one.
+  /// Moves `used` bytes (not more than the new capacity) into an array of the new capacity and frees the old
+  /// one.
   char* Reallocate(char* bytes, int32_t capacity, int32_t used, int32_t newCapacity);
-  /// Frees the chunks at once; the long arrays must have been freed one by one.
+  /// Keeps a block for the lines that lie in it.
+  void Adopt(TextBlock block) { m_chunks.push_back(std::move(block)); }
+  /// Frees chunks and blocks at once; the arrays that `IsLong` tells must have been freed one by one.
   void ReleaseChunks();
+  static bool IsLong(int32_t capacity) { return capacity > kLargestPooled; }
 
  private:
   static constexpr int32_t kLargestPooled = 1024;
@@ -35,7 +50,7 @@ class LinePool {
     FreeArray* next;
   };
 
-  std::vector<std::unique_ptr<char[]>> m_chunks;
+  std::vector<TextBlock> m_chunks;
   std::array<FreeArray*, kLargestPooled / kStep + 1> m_free{};  ///< by capacity / kStep
   char* m_next = nullptr;
   size_t m_left = 0;
