@@ -22,6 +22,7 @@ constexpr IconColour kPalette[] = {
     {"#e7dbf5", "#45325f", false},  // light violet
 };
 constexpr size_t kColourLength = 7;
+constexpr std::string_view kIconGrid = "viewBox=\"0 0 16 16\"";
 
 }  // namespace
 
@@ -31,6 +32,7 @@ std::span<const IconColour> IconPalette() {
 
 std::string RecolourForDark(std::string_view svg) {
   std::string result(svg);
+  if (svg.find(kIconGrid) == std::string_view::npos) return result;
   for (size_t at = result.find('#'); at != std::string::npos; at = result.find('#', at + 1)) {
     const auto colour = std::find_if(std::begin(kPalette), std::end(kPalette), [&](const IconColour& c) {
       return std::string_view(result).substr(at, kColourLength) == c.light;

@@ -16,7 +16,8 @@ struct IconColour {
 /// The colours that the 16-unit icons are drawn with.
 std::span<const IconColour> IconPalette();
 
-/// An icon of the set for a dark window: each palette colour of the SVG replaced by its dark twin.
+/// An icon of the set for a dark window: each palette colour of the SVG replaced by its dark twin. A
+/// picture that is not on the 16-unit grid (the program's icon, the file types') stays as it is.
 std::string RecolourForDark(std::string_view svg);
 
 }  // namespace quill

@@ -66,9 +66,11 @@ TEST(Icons, OnTheSixteenUnitGridUseOnlyThePalette) {
 }
 
 TEST(Icons, ForADarkWindowEveryPaletteColourIsReplacedOnce) {
-  EXPECT_EQ(RecolourForDark("<path fill=\"#ffffff\" stroke=\"#454c57\"/>#ff"),
-            "<path fill=\"#3a3f47\" stroke=\"#cdd3db\"/>#ff");
-  EXPECT_EQ(RecolourForDark("#123456 url(#night)"), "#123456 url(#night)");
+  const std::string grid = "<svg viewBox=\"0 0 16 16\">";
+  EXPECT_EQ(RecolourForDark(grid + "<path fill=\"#ffffff\" stroke=\"#454c57\"/>#123456 #ff"),
+            grid + "<path fill=\"#3a3f47\" stroke=\"#cdd3db\"/>#123456 #ff");
+  const std::string picture = ReadAll(kRes / "icons/quill.svg");
+  EXPECT_EQ(RecolourForDark(picture), picture);
 }
 
 TEST(Icons, TheResourceFileListsExactlyTheFilesThatExist) {
