@@ -10,7 +10,7 @@ namespace quill {
 
 /// Number of a text of the string table. Rows live in StringTable.inc; the numbers are stable.
 enum class StringId : uint16_t {
-#define QUILL_STRING(name, number, text) name = number,
+#define QUILL_STRING(name, number, text) name = number,  // NOLINT(bugprone-macro-parentheses)
 #include "res/StringTable.inc"
 #undef QUILL_STRING
 };
