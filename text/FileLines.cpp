@@ -83,7 +83,7 @@ void FileLines::MakeRoom() {
   if (m_block != nullptr && m_line == m_block.get()) {
     GrowBlock(m_block, wanted);
   } else {
-    TextBlock block;
+    ByteBlock block;
     GrowBlock(block, wanted);
     if (pending != 0) std::memcpy(block.get(), m_line, pending);
     if (m_block != nullptr) m_pool.Adopt(std::move(m_block));

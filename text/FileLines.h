@@ -32,7 +32,7 @@ class FileLines {
   size_t m_fileBytes;
   size_t m_bytesRead = 0;
   int32_t m_style = 0;
-  TextBlock m_block;
+  ByteBlock m_block;
   size_t m_blockBytes = 0;
   char* m_line = nullptr;  ///< the line that is being read
   char* m_fill = nullptr;  ///< where the next chunk goes

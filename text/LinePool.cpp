@@ -6,7 +6,7 @@
 
 namespace quill {
 
-void GrowBlock(TextBlock& block, size_t bytes) {
+void GrowBlock(ByteBlock& block, size_t bytes) {
   void* grown = std::realloc(block.get(), bytes);
   if (grown == nullptr) throw std::bad_alloc();
   (void)block.release();  // realloc owned it
@@ -26,7 +26,7 @@ char* LinePool::Allocate(int32_t capacity) {
     return bytes;
   }
   if (m_left < static_cast<size_t>(capacity)) {
-    TextBlock chunk;
+    ByteBlock chunk;
     GrowBlock(chunk, kChunkBytes);
     m_next = chunk.get();
     Adopt(std::move(chunk));

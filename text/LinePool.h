@@ -13,9 +13,9 @@ struct FreeBytes {
   void operator()(char* bytes) const { std::free(bytes); }
 };
 /// Bytes from the heap that can grow in place where the system can.
-using TextBlock = std::unique_ptr<char[], FreeBytes>;
+using ByteBlock = std::unique_ptr<char[], FreeBytes>;
 /// Makes `block` larger, keeping its bytes; throws `std::bad_alloc`, and then leaves it as it was.
-void GrowBlock(TextBlock& block, size_t bytes);
+void GrowBlock(ByteBlock& block, size_t bytes);
 
 /// Hands out the byte arrays of lines. Short ones are cut from large chunks without a header of their
 /// own, since a script of millions of lines has millions of them; long ones come from the heap.
@@ -38,7 +38,7 @@ class LinePool {
   /// one.
   char* Reallocate(char* bytes, int32_t capacity, int32_t used, int32_t newCapacity);
   /// Keeps a block for the lines that lie in it.
-  void Adopt(TextBlock block) { m_chunks.push_back(std::move(block)); }
+  void Adopt(ByteBlock block) { m_chunks.push_back(std::move(block)); }
   /// Frees chunks and blocks at once; the arrays that `IsLong` tells must have been freed one by one.
   void ReleaseChunks();
   static bool IsLong(int32_t capacity) { return capacity > kLargestPooled; }
@@ -50,7 +50,7 @@ class LinePool {
     FreeArray* next;
   };
 
-  std::vector<TextBlock> m_chunks;
+  std::vector<ByteBlock> m_chunks;
   std::array<FreeArray*, kLargestPooled / kStep + 1> m_free{};  ///< by capacity / kStep
   char* m_next = nullptr;
   size_t m_left = 0;
