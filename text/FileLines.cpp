@@ -73,10 +73,10 @@ IoResult FileLines::Read(const std::string& path, int32_t style,
   return IoResult::Success();
 }
 
-/// Room for a chunk and one byte more; what is there of the current line stays in one piece.
+/// Room for a chunk and what a scan of its last line may read beyond it; what is there of the current line stays in one piece.
 void FileLines::MakeRoom() {
   const auto used = static_cast<size_t>(m_fill - m_block.get());
-  if (m_block != nullptr && m_blockBytes - used > kChunkBytes) return;
+  if (m_block != nullptr && m_blockBytes - used >= kChunkBytes + LinePool::kStep) return;
   const auto pending = static_cast<size_t>(m_fill - m_line);
   const size_t expected = m_fileBytes > m_bytesRead ? m_fileBytes - m_bytesRead : 0;
   const size_t wanted = pending + std::max(pending, std::min(expected, kLargestBlock)) + 2 * kChunkBytes;
