@@ -214,6 +214,23 @@ void CCrystalTextBuffer::ChangeFlagsOnLines(int32_t first, int32_t last, uint32_
   NotifyViews(nullptr, nullptr, hint::kFlagsOnly, -1);
 }
 
+bool CCrystalTextBuffer::ChangeFlagsOnRanges(std::span<const LineRange> ranges, uint32_t setMask,
+                                             uint32_t clearMask) {
+  std::vector<LineFlagStore::Word> words;
+  for (const LineRange& range : ranges) {
+    for (int32_t line = range.first; line <= range.last; ++line) {
+      uint32_t& flags = Record(line).flags;
+      const uint32_t changed = (flags | setMask) & ~clearMask;
+      if (changed != flags) words.emplace_back(line, changed);
+      flags = changed;
+    }
+  }
+  if (words.empty()) return false;
+  if (m_store != nullptr && !m_profileSection.empty()) m_store->Write(m_profileSection, words);
+  NotifyViews(nullptr, nullptr, hint::kFlagsOnly, -1);
+  return true;
+}
+
 void CCrystalTextBuffer::SetBlockMarks(int32_t line, uint32_t marks) {
   uint32_t& flags = Record(line).flags;
   flags = (flags & ~line_flag::kBlockMarks) | (marks & line_flag::kBlockMarks);

@@ -1,6 +1,7 @@
 #pragma once
 #include <cstdint>
 #include <limits>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -11,6 +12,7 @@
 #include "text/BufferView.h"
 #include "text/LineFlags.h"
 #include "text/LinePool.h"
+#include "text/LineRange.h"
 #include "text/TextPosition.h"
 #include "text/UndoHistory.h"
 
@@ -87,6 +89,9 @@ class CCrystalTextBuffer {
   /// The same, but -1 also unless `mask` has exactly one bit.
   int32_t FirstLineWithFlag(uint32_t mask) const;
   void ChangeFlagsOnLines(int32_t first, int32_t last, uint32_t setMask, uint32_t clearMask);
+  /// The same for many ranges in one go: only words that change are kept anew, the views are told once.
+  /// False when nothing changed.
+  bool ChangeFlagsOnRanges(std::span<const LineRange> ranges, uint32_t setMask, uint32_t clearMask);
   /// Sets the block marks of a line as its text asks for. Silent: whoever parses a line paints it, and
   /// marks that follow from the text need not be kept.
   void SetBlockMarks(int32_t line, uint32_t marks);
