@@ -35,6 +35,11 @@ std::vector<std::string_view> SplitAt(std::string_view text, const std::vector<i
   return pieces;
 }
 
+/// The lines of a record's text.
+std::vector<std::string_view> PiecesOf(const UndoRecord& record) {
+  return record.pieceLengths.empty() ? SplitLines(record.text) : SplitAt(record.text, record.pieceLengths);
+}
+
 }  // namespace
 
 std::string_view line_end::Bytes(int32_t style) {
@@ -250,17 +255,41 @@ bool CCrystalTextBuffer::InsertTextAt(BufferView* view, TextPosition at, std::st
                                       TextPosition& end, int32_t actionCode) {
   CheckPosition(at);
   if (m_readOnly) return false;
-  if (static_cast<int64_t>(text.size()) > kLongestLine - LineLength(at.line)) {
+  InsertRecorded(view, {UndoRecord::kInsert, actionCode, {at, at}, std::string(text), {}}, end);
+  return true;
+}
+
+bool CCrystalTextBuffer::InsertLinesAt(BufferView* view, TextPosition at,
+                                       const std::vector<std::string_view>& lines, TextPosition& end,
+                                       int32_t actionCode) {
+  if (lines.empty()) throw std::invalid_argument("no lines to insert");
+  CheckPosition(at);
+  if (m_readOnly) return false;
+  UndoRecord record{UndoRecord::kInsert, actionCode, {at, at}, {}, {}};
+  bool anyCr = false;
+  for (size_t i = 0; i < lines.size(); ++i) {
+    if (i != 0) record.text += "\r\n";
+    record.text += lines[i];
+    anyCr = anyCr || lines[i].find('\r') != std::string_view::npos;
+  }
+  for (size_t i = 0; anyCr && i < lines.size(); ++i) {
+    record.pieceLengths.push_back(static_cast<int32_t>(lines[i].size()));
+  }
+  InsertRecorded(view, std::move(record), end);
+  return true;
+}
+
+void CCrystalTextBuffer::InsertRecorded(BufferView* view, UndoRecord record, TextPosition& end) {
+  if (static_cast<int64_t>(record.text.size()) > kLongestLine - LineLength(record.range.start.line)) {
     throw std::invalid_argument("text too long");
   }
-  UndoRecord record{UndoRecord::kInsert, actionCode, {at, at}, std::string(text), {}};
   const bool ownGroup = m_groupDepth == 0;
   if (ownGroup) OpenUndoGroup();
-  ApplyInsert(view, at, SplitLines(record.text), record.range.end);  // the copy: `text` may be a line of ours
+  // From the record's copy: the caller's text may be a line of ours.
+  ApplyInsert(view, record.range.start, PiecesOf(record), record.range.end);
   end = record.range.end;
   AddRecord(std::move(record));
   if (ownGroup) CloseUndoGroup(view);
-  return true;
 }
 
 bool CCrystalTextBuffer::InsertTextAt(BufferView* view, int32_t line, int32_t character,
@@ -380,15 +409,13 @@ void CCrystalTextBuffer::CloseUndoGroup(BufferView* view) {
 bool CCrystalTextBuffer::Reverse(const UndoRecord& record) {
   if (record.IsInsert()) return ApplyDelete(nullptr, record.range);
   TextPosition end;
-  return ApplyInsert(
-      nullptr, record.range.start,
-      record.pieceLengths.empty() ? SplitLines(record.text) : SplitAt(record.text, record.pieceLengths), end);
+  return ApplyInsert(nullptr, record.range.start, PiecesOf(record), end);
 }
 
 bool CCrystalTextBuffer::Repeat(const UndoRecord& record) {
   if (!record.IsInsert()) return ApplyDelete(nullptr, record.range);
   TextPosition end;
-  return ApplyInsert(nullptr, record.range.start, SplitLines(record.text), end);
+  return ApplyInsert(nullptr, record.range.start, PiecesOf(record), end);
 }
 
 bool CCrystalTextBuffer::Undo(TextPosition& position) {

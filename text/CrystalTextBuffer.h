@@ -104,6 +104,10 @@ class CCrystalTextBuffer {
                     int32_t actionCode = action::kUnknown);
   bool InsertTextAt(BufferView* view, int32_t line, int32_t character, std::string_view text,
                     int32_t& outEndLine, int32_t& outEndChar, int32_t actionCode = action::kUnknown);
+  /// Inserts lines that are known as such: a CR within one stays a character. Not empty; the first one
+  /// joins the line at `at`. For putting back text that once was loaded.
+  bool InsertLinesAt(BufferView* view, TextPosition at, const std::vector<std::string_view>& lines,
+                     TextPosition& end, int32_t actionCode = action::kUnknown);
   bool DeleteRange(BufferView* view, TextRange range, int32_t actionCode = action::kUnknown);
   bool DeleteRange(BufferView* view, int32_t startLine, int32_t startChar, int32_t endLine, int32_t endChar,
                    int32_t actionCode = action::kUnknown) {
@@ -167,6 +171,7 @@ class CCrystalTextBuffer {
                    TextPosition& end);
   bool ApplyDelete(BufferView* source, TextRange range);
   void TextChanged(BufferView* source, const TextChange& change, TextPosition lastChange);
+  void InsertRecorded(BufferView* view, UndoRecord record, TextPosition& end);
   void AddRecord(UndoRecord record);
   bool Reverse(const UndoRecord& record);
   bool Repeat(const UndoRecord& record);

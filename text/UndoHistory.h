@@ -37,8 +37,8 @@ struct UndoRecord {
   int32_t action = action::kUnknown;
   TextRange range;   ///< of the text: after the insertion, or before the deletion
   std::string text;  ///< lines joined with CR LF
-  /// Of a deletion whose lines held CR characters: the length of each line's piece, since the text
-  /// alone does not tell a line end from such a character. Else empty.
+  /// Of text whose lines held CR characters: the length of each line's piece, since the text alone
+  /// does not tell a line end from such a character. Else empty.
   std::vector<int32_t> pieceLengths;
 
   bool IsInsert() const { return (flags & kInsert) != 0; }

@@ -281,5 +281,19 @@ TEST(CrystalTextBuffer, AReplaceAllOfOneHundredThousandPlacesIsOneStep) {
   EXPECT_EQ(buffer.Line(99999), "x");
 }
 
+TEST(CrystalTextBuffer, LinesPutInAsSuchKeepTheirCrCharactersThroughUndoAndRedo) {
+  Buffer buffer;
+  buffer.NewBuffer();
+  TextPosition end;
+  ASSERT_TRUE(buffer.InsertLinesAt(nullptr, {0, 0}, {"a\r", "", "b\rc"}, end));
+  EXPECT_EQ(end, (TextPosition{2, 3}));
+  ASSERT_TRUE(buffer.Undo(end));
+  EXPECT_EQ(buffer.LineCount(), 1);
+  ASSERT_TRUE(buffer.Redo(end));
+  ASSERT_EQ(buffer.LineCount(), 3);
+  EXPECT_EQ(buffer.Line(0), "a\r");
+  EXPECT_EQ(buffer.Line(2), "b\rc");
+}
+
 }  // namespace
 }  // namespace quill
