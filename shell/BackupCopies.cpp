@@ -1,0 +1,95 @@
+#include "shell/BackupCopies.h"
+
+#include <filesystem>
+#include <stdexcept>
+#include <vector>
+
+#include "shell/FileIdentity.h"
+#include "text/CrystalTextBuffer.h"
+
+namespace quill {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int64_t kSecondsADay = 86400;
+constexpr int kTmYearBase = 1900;
+
+/// The read-only attribute of a file; what cannot be changed stays.
+void SetReadOnlyAttribute(const fs::path& file, bool readOnly) {
+  std::error_code ignored;
+  const auto anyWrite = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+  fs::permissions(file, readOnly ? anyWrite : fs::perms::owner_write,
+                  readOnly ? fs::perm_options::remove : fs::perm_options::add, ignored);
+}
+
+/// A file's time by way of the local calendar, which knows no years before 1900: those count as 0.
+int64_t CalendarTime(int64_t seconds) {
+  const auto time = static_cast<time_t>(seconds);
+  std::tm local{};
+  if (localtime_r(&time, &local) == nullptr) {
+    throw std::invalid_argument("the time of a backup copy has no calendar date");
+  }
+  return local.tm_year + kTmYearBase < 1900 ? 0 : seconds;
+}
+
+/// While it lives, the buffer keeps no ".bak" of what it writes over: in the backup folder that would
+/// be a copy of a copy.
+class NoBakFile {
+ public:
+  explicit NoBakFile(CCrystalTextBuffer& buffer) : m_buffer(buffer), m_before(buffer.CreatesBackup()) {
+    m_buffer.SetCreateBackup(false);
+  }
+  NoBakFile(const NoBakFile&) = delete;
+  NoBakFile& operator=(const NoBakFile&) = delete;
+  ~NoBakFile() { m_buffer.SetCreateBackup(m_before); }
+
+ private:
+  CCrystalTextBuffer& m_buffer;
+  bool m_before;
+};
+
+}  // namespace
+
+BackupCopies::BackupCopies(const std::string& programFolder, Clock clock)
+    : m_folder((fs::path(programFolder) / "qil_backup").string()), m_clock(std::move(clock)) {}
+
+void BackupCopies::BackUp(CCrystalTextBuffer& buffer, std::span<const std::string> viewPaths,
+                          const Settings& settings) const {
+  if (!settings.enabled) return;
+  std::error_code ignored;
+  fs::create_directory(m_folder, ignored);
+  for (const std::string& path : viewPaths) {
+    const std::string fileName = fs::path(path).filename().string();
+    if (!fileName.empty()) Copy(buffer, fileName);  // a text that has no file yet has no name here either
+    Prune(settings.removeDays);
+  }
+}
+
+void BackupCopies::Copy(CCrystalTextBuffer& buffer, const std::string& fileName) const {
+  const fs::path copy = fs::path(m_folder) / fileName;
+  std::error_code ignored;
+  if (fs::is_directory(copy, ignored)) return;
+  SetReadOnlyAttribute(copy, false);
+  const NoBakFile guard(buffer);
+  (void)buffer.SaveFile(copy.string());
+  SetReadOnlyAttribute(copy, true);
+}
+
+void BackupCopies::Prune(int32_t removeDays) const {
+  std::error_code ignored;
+  std::vector<fs::path> files;
+  for (fs::directory_iterator entry(m_folder, ignored), end; entry != end; entry.increment(ignored)) {
+    if (ignored) break;
+    if (!entry->is_directory(ignored)) files.push_back(entry->path());
+  }
+  const int64_t now = m_clock();
+  for (const fs::path& file : files) {
+    const FileIdentity identity = FileIdentity::Of(file.string());
+    if (!identity.exists) continue;
+    const int64_t ageInDays = (now - CalendarTime(identity.modifiedSeconds)) / kSecondsADay;
+    if (ageInDays > removeDays) fs::remove(file, ignored);
+  }
+}
+
+}  // namespace quill

@@ -1,0 +1,22 @@
+#pragma once
+#include <string>
+
+namespace quill {
+
+class CCrystalTextBuffer;
+class LineFlagStore;
+
+/// The flag words of a document's lines between runs. Saved under the file's full path, but restored
+/// from the section named by the file name alone: the two meet only for a path without a folder. The
+/// program has always done so, and kept marks rely on it.
+namespace line_marks {
+
+/// Makes the section hold the words of the buffer's lines, when the file exists. Costs by the number of
+/// marked lines, not of lines. Words of nothing but block marks are not kept: they follow from the text.
+void Save(const CCrystalTextBuffer& buffer, const std::string& path, LineFlagStore& store);
+
+/// Sets the flags of lines that have a word; the last line never does.
+void Restore(CCrystalTextBuffer& buffer, const std::string& path, LineFlagStore& store);
+
+}  // namespace line_marks
+}  // namespace quill
