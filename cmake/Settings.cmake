@@ -21,6 +21,14 @@ if(QUILL_SANITIZE)
   add_compile_options(-fsanitize=${QUILL_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${QUILL_SANITIZE})
 endif()
+if(QUILL_FUZZ)
+  if(NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    message(FATAL_ERROR "QUILL_FUZZ needs clang: configure with -DCMAKE_CXX_COMPILER=clang++")
+  endif()
+  # Everything is compiled so that the fuzzer sees which branches an input took.
+  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=address,undefined)
+endif()
 
 # quill_core_library(NAME LINKS...): a static library of the .cpp files directly in this folder.
 # Its ui/ subfolder belongs to quill_ui, so nothing here can see Qt.

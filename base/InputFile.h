@@ -1,0 +1,34 @@
+#pragma once
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "base/IoResult.h"
+
+namespace quill {
+
+/// True when the attributes of `path` can be read, whatever it is.
+bool PathExists(const std::string& path);
+
+/// A regular file that is read from front to back.
+class InputFile {
+ public:
+  InputFile() = default;
+  InputFile(const InputFile&) = delete;
+  InputFile& operator=(const InputFile&) = delete;
+  ~InputFile();
+
+  /// Refuses folders, pipes and devices.
+  IoResult Open(const std::string& path);
+  /// Size in bytes when the file was opened.
+  uint64_t Size() const { return m_size; }
+  /// Reads up to `size` bytes; `got` is smaller than `size` only at the end of the file.
+  IoResult Read(char* target, size_t size, size_t& got);
+
+ private:
+  std::string m_path;  ///< for messages
+  uint64_t m_size = 0;
+  int m_descriptor = -1;
+};
+
+}  // namespace quill

@@ -1,0 +1,50 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "base/InputFile.h"
+
+namespace quill {
+
+bool PathExists(const std::string& path) {
+  struct stat info {};
+  return stat(path.c_str(), &info) == 0;
+}
+
+InputFile::~InputFile() {
+  if (m_descriptor >= 0) close(m_descriptor);
+}
+
+IoResult InputFile::Open(const std::string& path) {
+  if (m_descriptor >= 0) close(m_descriptor);
+  m_path = path;
+  m_size = 0;
+  // Without O_NONBLOCK a pipe would hang here instead of being refused below.
+  m_descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  struct stat info {};
+  if (m_descriptor < 0 || fstat(m_descriptor, &info) != 0) {
+    return IoResult::FromErrno("Cannot open", path, errno);
+  }
+  if (S_ISDIR(info.st_mode)) return IoResult::Failure("Cannot open \"" + path + "\": it is a folder");
+  if (!S_ISREG(info.st_mode)) {
+    return IoResult::Failure("Cannot open \"" + path + "\": it is not a regular file");
+  }
+  m_size = static_cast<uint64_t>(info.st_size);
+  return IoResult::Success();
+}
+
+IoResult InputFile::Read(char* target, size_t size, size_t& got) {
+  got = 0;
+  while (got < size) {
+    const ssize_t part = read(m_descriptor, target + got, size - got);
+    if (part < 0 && errno == EINTR) continue;
+    if (part < 0) return IoResult::FromErrno("Cannot read", m_path, errno);
+    if (part == 0) break;
+    got += static_cast<size_t>(part);
+  }
+  return IoResult::Success();
+}
+
+}  // namespace quill
