@@ -1,0 +1,351 @@
+// Set-up, settings, scrolling and commands of CCrystalTextView.
+#include "text/ui/CrystalTextView.h"
+
+#include <QApplication>
+#include <QScrollBar>
+#include <algorithm>
+
+#include "text/Bookmarks.h"
+#include "text/BraceMatch.h"
+#include "text/Folding.h"
+
+namespace quill {
+namespace {
+
+constexpr int64_t kMostBraceCharacters = 200'000;  ///< a key must not walk through a whole large file
+constexpr int kRightMargin = 40;                   ///< pixels that can be scrolled beyond the widest line
+constexpr int64_t kUnits = ColumnMetrics::kUnitsPerPixel;
+
+}  // namespace
+
+CCrystalTextView::CCrystalTextView(QWidget* parent) : QAbstractScrollArea(parent) {
+  setFrameShape(QFrame::NoFrame);
+  setFocusPolicy(Qt::StrongFocus);
+  viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+  viewport()->setCursor(Qt::IBeamCursor);
+  viewport()->setMouseTracking(true);
+  viewport()->setFocusProxy(this);
+  m_model.SetDamageCallback([this] { ScheduleDamage(); });
+  m_settings.fontName = "FixedSys";
+  m_palette = ViewPalette(m_settings.colours);
+  RebuildFont();
+}
+
+CCrystalTextView::~CCrystalTextView() {
+  m_model.SetBuffer(nullptr);
+}
+
+void CCrystalTextView::SetBuffer(CCrystalTextBuffer* buffer) {
+  m_model.SetBuffer(buffer);
+  verticalScrollBar()->setValue(0);
+  horizontalScrollBar()->setValue(0);
+  AfterCaretMove();
+}
+
+void CCrystalTextView::ApplySettings(const ViewSettings& settings) {
+  m_settings = settings;
+  m_palette = ViewPalette(settings.colours);
+  RebuildFont();
+  UpdateBraceMatch();
+}
+
+void CCrystalTextView::RebuildFont() {
+  m_font = std::make_unique<EditorFont>(QString::fromStdString(m_settings.fontName),
+                                        m_settings.fontSize * m_zoom / 100.0, m_palette.UsesBold(),
+                                        devicePixelRatioF());
+  m_batch = std::make_unique<GlyphBatch>(*m_font);
+  m_model.SetMetrics(m_font->Advances(), m_settings.tabSize);
+  UpdateMargin();
+  ApplyDamage();
+}
+
+void CCrystalTextView::SetZoom(int percent) {
+  percent = std::clamp(percent, kSmallestZoom, kLargestZoom);
+  if (percent == m_zoom) return;
+  const int32_t top = TopLine();
+  m_zoom = percent;
+  RebuildFont();
+  ScrollToLine(top);
+  Q_EMIT ZoomChanged();
+}
+
+void CCrystalTextView::SetMatchFinder(MatchFinder finder) {
+  m_matchFinder = std::move(finder);
+  viewport()->update();
+}
+
+void CCrystalTextView::SetOverwriteMode(bool overwrite) {
+  if (m_overwrite == overwrite) return;
+  m_overwrite = overwrite;
+  viewport()->update(CaretRect().adjusted(-1, 0, LineHeight(), 0));
+  Q_EMIT OverwriteModeChanged();
+}
+
+uint32_t CCrystalTextView::ColourLine(uint32_t state, int32_t line, TextBlock* blocks, int32_t* count) {
+  return quill::ColourLine(*Buffer(), WordSets{}, state, line, blocks, count);
+}
+
+// Geometry
+
+QRect CCrystalTextView::TextArea() const {
+  return viewport()->rect().adjusted(m_margin.width, 0, 0, 0);
+}
+
+int CCrystalTextView::PageRows() const {
+  return std::max(1, viewport()->height() / LineHeight());
+}
+
+int CCrystalTextView::RowTop(int32_t row) const {
+  return (row - verticalScrollBar()->value()) * LineHeight();
+}
+
+int32_t CCrystalTextView::TopLine() const {
+  return m_model.HasText() ? m_model.Folds().LineOfRow(verticalScrollBar()->value()) : 0;
+}
+
+QPoint CCrystalTextView::PointOf(TextPosition position) const {
+  if (!m_model.HasText()) return {m_margin.width, 0};
+  auto& model = const_cast<TextViewModel&>(m_model);  // asking only fills caches
+  const int64_t x = model.XOf(position) / kUnits - horizontalScrollBar()->value();
+  const int64_t y =
+      static_cast<int64_t>(m_model.Folds().RowOfLine(position.line) - verticalScrollBar()->value()) *
+      LineHeight();
+  constexpr int64_t kFar = 1 << 24;
+  return {m_margin.width + static_cast<int>(std::clamp(x, -kFar, kFar)),
+          static_cast<int>(std::clamp(y, -kFar, kFar))};
+}
+
+TextPosition CCrystalTextView::PositionAt(QPoint point) const {
+  if (!m_model.HasText()) return {};
+  auto& model = const_cast<TextViewModel&>(m_model);
+  const int row = verticalScrollBar()->value() + (point.y() < 0 ? -1 : point.y() / LineHeight());
+  if (row >= m_model.RowCount()) return m_model.Buffer()->EndOfText();
+  const int32_t line = m_model.Folds().LineOfRow(std::max(row, 0));
+  const int64_t x = std::max<int64_t>(0, point.x() - m_margin.width + horizontalScrollBar()->value());
+  return {line, model.CharacterAt(line, x * kUnits, true)};
+}
+
+QRect CCrystalTextView::CaretRect() const {
+  const QPoint point = PointOf(CaretPos());
+  int width = 2;
+  if (m_overwrite) width = std::max(2, static_cast<int>(m_font->Advances()['0'] / kUnits));
+  return {point, QSize(width, LineHeight())};
+}
+
+void CCrystalTextView::UpdateMargin() {
+  const int32_t lines = m_model.HasText() ? Buffer()->LineCount() : 0;
+  const int before = m_margin.width;
+  m_margin = MarginLayout::For(*m_font, lines, m_settings.showLineNumbers, m_settings.showFolding);
+  if (m_margin.width != before) viewport()->update();
+}
+
+void CCrystalTextView::UpdateScrollBars() {
+  const int rows = m_model.RowCount();
+  const int page = PageRows();
+  verticalScrollBar()->setPageStep(page);
+  verticalScrollBar()->setRange(0, std::max(0, rows - page));
+  const int area = std::max(1, TextArea().width());
+  const int64_t width = m_model.HasText() ? m_model.Widths().Width() / kUnits : 0;
+  constexpr int64_t kWidest = std::numeric_limits<int>::max() / 2;
+  horizontalScrollBar()->setPageStep(area);
+  horizontalScrollBar()->setSingleStep(static_cast<int>(m_font->Advances()['0'] / kUnits) * 4);
+  horizontalScrollBar()->setRange(
+      0, static_cast<int>(std::clamp<int64_t>(width + kRightMargin - area, 0, kWidest)));
+}
+
+// Damage
+
+void CCrystalTextView::ScheduleDamage() {
+  if (m_damagePosted) return;
+  m_damagePosted = true;
+  QCoreApplication::postEvent(this, new QEvent(QEvent::UpdateLater), Qt::HighEventPriority);
+}
+
+void CCrystalTextView::ApplyDamage() {
+  if (m_model.HasText()) m_model.ParseThrough(TopLine() + 2 * PageRows());
+  const ViewDamage damage = m_model.TakeDamage();
+  if (damage.IsEmpty()) return;
+  if (damage.layout) {
+    UpdateMargin();
+    if (m_model.HasText() && damage.everything) {
+      m_model.Widths().Measure(TopLine(), TopLine() + PageRows());
+    }
+    UpdateScrollBars();
+    if (m_model.HasText() && !m_model.Widths().IsComplete()) m_measure.start(0, this);
+  }
+  if (damage.everything) {
+    viewport()->update();
+  } else {
+    UpdateRows(damage.first, damage.last);
+    UpdateRows(CaretPos().line, CaretPos().line);
+  }
+}
+
+void CCrystalTextView::UpdateRows(int32_t firstLine, int32_t lastLine) {
+  if (!m_model.HasText() || firstLine > lastLine) return;
+  const int32_t top = TopLine();
+  const int32_t last = Buffer()->LineCount() - 1;
+  const int first = firstLine <= top ? 0 : RowTop(m_model.Folds().RowOfLine(std::min(firstLine, last)));
+  const int bottom =
+      lastLine >= last ? viewport()->height() : RowTop(m_model.Folds().RowOfLine(lastLine)) + LineHeight();
+  if (first < viewport()->height() && bottom > 0) {
+    viewport()->update(0, first, viewport()->width(), std::min(bottom, viewport()->height()) - first);
+  }
+}
+
+// Caret and selection
+
+void CCrystalTextView::SetCaretPos(TextPosition position, bool extendSelection) {
+  m_model.SetColumnSelection(false);
+  m_model.SetCaret(position, extendSelection);
+  AfterCaretMove();
+}
+
+void CCrystalTextView::SetSelection(TextPosition anchor, TextPosition caret) {
+  m_model.SetColumnSelection(false);
+  m_model.SetSelection(anchor, caret);
+  AfterCaretMove();
+}
+
+void CCrystalTextView::SelectAll() {
+  if (!m_model.HasText()) return;
+  m_model.SetColumnSelection(false);
+  m_model.SetSelection({}, Buffer()->EndOfText());
+  AfterCaretMove(false);
+}
+
+void CCrystalTextView::SelectFound(TextPosition position, int32_t length) {
+  EnsureVisible({position.line, position.character + length});
+  SetSelection(position, {position.line, position.character + length});
+}
+
+void CCrystalTextView::GotoLine(int32_t line) {
+  SetCaretPos({line, 0});
+}
+
+void CCrystalTextView::AfterCaretMove(bool scroll) {
+  if (scroll) EnsureVisible(CaretPos());
+  UpdateBraceMatch();
+  RestartBlink();
+  ApplyDamage();
+  Q_EMIT CaretMoved();
+  Q_EMIT SelectionChanged();
+}
+
+void CCrystalTextView::UpdateBraceMatch() {
+  std::optional<TextPosition> match;
+  if (m_settings.braceMatch && m_model.HasText()) {
+    match = FindOpenBrace(*Buffer(), CaretPos(), GetCommentMarkers(), kMostBraceCharacters);
+  }
+  if (match == m_brace) return;
+  if (m_brace) m_model.DamageLines(m_brace->line, m_brace->line);
+  if (match) UpdateRows(match->line, match->line);
+  m_brace = match;
+}
+
+// Scrolling
+
+void CCrystalTextView::EnsureVisible(TextPosition position) {
+  if (!m_model.HasText()) return;
+  position = m_model.Clamp(position);
+  if (m_model.Folds().IsHidden(position.line))
+    ExpandHead(*Buffer(), m_model.Folds().ShownLine(position.line));
+  ApplyDamage();
+  const int row = m_model.Folds().RowOfLine(position.line);
+  const int top = verticalScrollBar()->value();
+  const int page = PageRows();
+  if (row < top) {
+    verticalScrollBar()->setValue(row < top - page ? row - page / 2 : row);
+  } else if (row >= top + page) {
+    verticalScrollBar()->setValue(row >= top + 2 * page ? row - page / 2 : row - page + 1);
+  }
+  const int area = TextArea().width();
+  const int64_t x = m_model.XOf(position) / kUnits;
+  const int64_t left = horizontalScrollBar()->value();
+  const int64_t context = std::min<int64_t>(area / 4, 60);
+  if (x < left) {
+    horizontalScrollBar()->setValue(static_cast<int>(std::max<int64_t>(0, x - context)));
+  } else if (x > left + area - 4) {
+    const int64_t value = x - area + context;
+    if (value > horizontalScrollBar()->maximum()) horizontalScrollBar()->setMaximum(static_cast<int>(value));
+    horizontalScrollBar()->setValue(static_cast<int>(value));
+  }
+}
+
+void CCrystalTextView::ScrollToLine(int32_t line) {
+  if (m_model.HasText())
+    verticalScrollBar()->setValue(m_model.Folds().RowOfLine(m_model.Clamp({line, 0}).line));
+}
+
+void CCrystalTextView::scrollContentsBy(int dx, int dy) {
+  if (m_model.HasText()) m_model.ParseThrough(TopLine() + 2 * PageRows());
+  ApplyDamage();
+  if (dx != 0 && dy == 0) {
+    viewport()->scroll(dx, 0, TextArea());
+  } else if (dx == 0 && std::abs(dy) < PageRows()) {
+    viewport()->scroll(0, dy * LineHeight());
+  } else {
+    viewport()->update();
+  }
+  Q_EMIT Scrolled();
+}
+
+// Bookmarks and folding
+
+void CCrystalTextView::ToggleBookmark() {
+  if (m_model.HasText()) bookmarks::Toggle(*Buffer(), CaretPos().line);
+}
+
+void CCrystalTextView::NextBookmark() {
+  if (!m_model.HasText()) return;
+  if (const auto line = bookmarks::Next(*Buffer(), CaretPos().line)) GotoLine(*line);
+}
+
+void CCrystalTextView::PreviousBookmark() {
+  if (!m_model.HasText()) return;
+  if (const auto line = bookmarks::Previous(*Buffer(), CaretPos().line)) GotoLine(*line);
+}
+
+void CCrystalTextView::ClearBookmarks() {
+  if (m_model.HasText()) bookmarks::ClearAll(*Buffer());
+}
+
+void CCrystalTextView::ToggleBreakpointFlag() {
+  if (m_model.HasText()) bookmarks::ToggleBreakpoint(*Buffer(), CaretPos().line);
+}
+
+void CCrystalTextView::SetNumberedBookmark(int number) {
+  if (m_model.HasText()) bookmarks::SetNumbered(*Buffer(), CaretPos().line, number);
+}
+
+void CCrystalTextView::GotoNumberedBookmark(int number) {
+  if (!m_model.HasText()) return;
+  if (const auto line = bookmarks::FindNumbered(*Buffer(), number)) GotoLine(*line);
+}
+
+void CCrystalTextView::ToggleBlock() {
+  if (!m_model.HasText()) return;
+  const auto block = FindBlock(*Buffer(), CaretPos().line, &m_model.States());
+  if (!block || !ToggleFold(block->first, block->last)) QApplication::beep();
+}
+
+bool CCrystalTextView::ToggleFold(int32_t startLine, int32_t endLine) {
+  if (!m_model.HasText() || !quill::ToggleFold(*Buffer(), startLine, endLine)) return false;
+  if (m_model.Folds().IsCollapsedHead(startLine)) {
+    SetCaretPos({startLine, 0});
+  } else {
+    AfterCaretMove(false);
+  }
+  return true;
+}
+
+void CCrystalTextView::ExpandAll() {
+  if (m_model.HasText() && quill::ExpandAll(*Buffer())) AfterCaretMove();
+}
+
+void CCrystalTextView::CollapseAll() {
+  if (!m_model.HasText() || !quill::CollapseAll(*Buffer(), m_model.States())) return;
+  SetCaretPos({m_model.Folds().ShownLine(CaretPos().line), 0});
+}
+
+}  // namespace quill

@@ -1,0 +1,196 @@
+#pragma once
+#include <QAbstractScrollArea>
+#include <QBasicTimer>
+#include <QElapsedTimer>
+#include <QPoint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "text/CommentMarkers.h"
+#include "text/MouseSelection.h"
+#include "text/Navigation.h"
+#include "text/TextViewModel.h"
+#include "text/ViewSettings.h"
+#include "text/ui/EditorFont.h"
+#include "text/ui/LinePainter.h"
+#include "text/ui/MarginPainter.h"
+#include "text/ui/ViewPalette.h"
+
+class QPrinter;
+
+namespace quill {
+
+class CCrystalTextBuffer;
+
+/// The window that shows one text: paints it, keeps caret and selection, scrolls, folds, and handles
+/// the keys and mouse that move about. Knows no editing and no language: a derived view supplies the
+/// line parser.
+class CCrystalTextView : public QAbstractScrollArea {
+  Q_OBJECT
+
+ public:
+  explicit CCrystalTextView(QWidget* parent = nullptr);
+  ~CCrystalTextView() override;
+
+  /// Null detaches. The buffer must outlive the view or be detached first.
+  void SetBuffer(CCrystalTextBuffer* buffer);
+  CCrystalTextBuffer* Buffer() const { return m_model.Buffer(); }
+  void ApplySettings(const ViewSettings& settings);
+  const ViewSettings& Settings() const { return m_settings; }
+  TextViewModel& Model() { return m_model; }
+  const TextViewModel& Model() const { return m_model; }
+
+  TextPosition CaretPos() const { return m_model.Caret(); }
+  /// Moves the caret, by default dropping the selection, and scrolls it into view.
+  void SetCaretPos(TextPosition position, bool extendSelection = false);
+  TextRange Selection() const { return m_model.Selection(); }
+  void SetSelection(TextPosition anchor, TextPosition caret);
+  void SelectAll();
+  /// Selects found text and scrolls it into view.
+  void SelectFound(TextPosition position, int32_t length);
+  void GotoLine(int32_t line);
+  /// Scrolls as little as needed; a line inside a collapsed block is shown first.
+  void EnsureVisible(TextPosition position);
+  void ScrollToLine(int32_t line);
+  int32_t TopLine() const;
+
+  void ToggleBookmark();
+  void NextBookmark();
+  void PreviousBookmark();
+  void ClearBookmarks();
+  void ToggleBreakpointFlag();
+  void SetNumberedBookmark(int number);
+  void GotoNumberedBookmark(int number);
+
+  /// Folds or unfolds the block around the caret; beeps when there is none.
+  void ToggleBlock();
+  bool ToggleFold(int32_t startLine, int32_t endLine);
+  void ExpandAll();
+  void CollapseAll();
+
+  /// Percent of the chosen font size, `kSmallestZoom` to `kLargestZoom`.
+  void SetZoom(int percent);
+  int Zoom() const { return m_zoom; }
+  static constexpr int kSmallestZoom = 30;
+  static constexpr int kLargestZoom = 400;
+
+  /// Found text to be marked softly in the visible lines; called while painting. Empty for none.
+  using MatchFinder = std::function<void(int32_t line, std::vector<ColumnRange>& matches)>;
+  void SetMatchFinder(MatchFinder finder);
+
+  bool OverwriteMode() const { return m_overwrite; }
+  void SetOverwriteMode(bool overwrite);
+
+  /// Repaints what the model says has changed; handlers of events call it last.
+  void ApplyDamage();
+  /// The caret's rectangle in the viewport.
+  QRect CaretRect() const;
+  const QFont& Font() const { return m_font->Font(); }
+  int LineHeight() const { return m_font->LineHeight(); }
+  /// Rows that fit wholly.
+  int PageRows() const;
+  TextPosition PositionAt(QPoint viewportPoint) const;
+  QPoint PointOf(TextPosition position) const;
+
+  /// Parses one line for painting, see the function of the same name.
+  virtual uint32_t ColourLine(uint32_t state, int32_t line, TextBlock* blocks, int32_t* count);
+  /// The names that painting looks words up in.
+  virtual WordSets Words() const { return {}; }
+  /// Of the language, for brace matching and comment commands. The plain view has none.
+  virtual CommentMarkers GetCommentMarkers() const { return {}; }
+
+ Q_SIGNALS:
+  void CaretMoved();
+  void SelectionChanged();
+  void OverwriteModeChanged();
+  void ZoomChanged();
+  void GotFocus();
+  void LostFocus();
+  void Scrolled();
+
+ protected:
+  bool event(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void scrollContentsBy(int dx, int dy) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void timerEvent(QTimerEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+  /// True when the key moved the caret or the view.
+  bool HandleNavigationKey(QKeyEvent* event);
+  /// After every change of caret or selection: brace match, signals, scrolling, damage.
+  void AfterCaretMove(bool scroll = true);
+  /// A press on selected text may begin a drag; the plain view selects anew.
+  virtual bool BeginsDrag(QMouseEvent*) { return false; }
+  const ViewPalette& Palette() const { return m_palette; }
+
+ private:
+  void RebuildFont();
+  void UpdateScrollBars();
+  void UpdateMargin();
+  void UpdateRows(int32_t firstLine, int32_t lastLine);
+  void RestartBlink();
+  void ScheduleDamage();
+  void UpdateBraceMatch();
+
+  struct RowSpan {
+    int first;
+    int last;
+  };
+  std::vector<RowSpan> RowsOf(const QRegion& region) const;
+  void PaintRows(QPainter& painter, const RowSpan& rows);
+  void PaintTextRow(LinePainter& painter, int32_t line, int top);
+  LinePicture PictureOf(int32_t line);
+  /// Returns the open blocks after the line when there are `depth` before it.
+  int32_t PaintMarginRow(MarginPainter& painter, int32_t line, int top, int32_t depth);
+  std::span<const TextBlock> BlocksOf(int32_t line, ColumnRange visible);
+  void AddSelection(int32_t line, LinePicture& picture);
+  void PaintCaret(QPainter& painter);
+  QRect TextArea() const;
+  int RowTop(int32_t row) const;
+  bool MoveCaret(QKeyEvent* event);
+  void MarginPress(QMouseEvent* event, int32_t line);
+  void SelectLines(int32_t line, bool extend = false);
+  TextRange LineRangeAt(int32_t line) const;
+  bool IsTripleClick(QMouseEvent* event);
+  void ExtendSelectionTo(QPoint point);
+  void DragScrollStep();
+
+  TextViewModel m_model;
+  ViewSettings m_settings;
+  ViewPalette m_palette;
+  std::unique_ptr<EditorFont> m_font;
+  std::unique_ptr<GlyphBatch> m_batch;
+  MarginLayout m_margin;
+  MatchFinder m_matchFinder;
+  Navigator m_navigator{m_model};
+  MouseSelection m_mouse;
+  QElapsedTimer m_doubleClick;
+  QPoint m_doubleClickPoint;
+  std::vector<TextBlock> m_blocks;
+  std::vector<int32_t> m_guides;
+  std::vector<ColumnRange> m_matches;
+  std::optional<TextPosition> m_brace;
+  QBasicTimer m_blink;
+  QBasicTimer m_measure;
+  QBasicTimer m_dragScroll;
+  int m_zoom = 100;
+  int m_wheelRest = 0;
+  bool m_caretShown = false;
+  bool m_overwrite = false;
+  bool m_damagePosted = false;
+};
+
+}  // namespace quill

@@ -1,0 +1,68 @@
+#include "text/ui/PageSetupDlg.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QDoubleSpinBox>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QPageLayout>
+#include <QPrinter>
+#include <QVBoxLayout>
+#include <cmath>
+
+namespace quill {
+namespace {
+
+constexpr double kHundredthsPerMillimetre = 100.0;
+constexpr double kLargestMargin = 100.0;  ///< millimetres
+
+}  // namespace
+
+CPageSetupDlg::CPageSetupDlg(const PageMargins& margins, QWidget* parent) : QDialog(parent) {
+  setWindowTitle(tr("Page Setup"));
+  auto* paperBox = new QGroupBox(tr("Paper"), this);
+  auto* paperForm = new QFormLayout(paperBox);
+  const QPageLayout layout = QPrinter().pageLayout();
+  auto* paper = new QComboBox(paperBox);
+  paper->addItem(layout.pageSize().name());
+  paper->setEnabled(false);
+  auto* orientation = new QComboBox(paperBox);
+  orientation->addItem(layout.orientation() == QPageLayout::Portrait ? tr("Portrait") : tr("Landscape"));
+  orientation->setEnabled(false);
+  paperForm->addRow(tr("Size:"), paper);
+  paperForm->addRow(tr("Orientation:"), orientation);
+  paperBox->setToolTip(tr("Paper and orientation are chosen in the print dialog."));
+
+  auto* marginBox = new QGroupBox(tr("Margins"), this);
+  auto* marginForm = new QFormLayout(marginBox);
+  const std::array<QString, 4> labels = {tr("&Left:"), tr("&Right:"), tr("&Top:"), tr("&Bottom:")};
+  const std::array<int32_t, 4> values = {margins.left, margins.right, margins.top, margins.bottom};
+  for (size_t i = 0; i < m_fields.size(); ++i) {
+    m_fields[i] = new QDoubleSpinBox(marginBox);
+    m_fields[i]->setRange(0, kLargestMargin);
+    m_fields[i]->setDecimals(2);
+    m_fields[i]->setSuffix(tr(" mm"));
+    m_fields[i]->setValue(values[i] / kHundredthsPerMillimetre);
+    marginForm->addRow(labels[i], m_fields[i]);
+  }
+
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  auto* column = new QVBoxLayout(this);
+  column->addWidget(paperBox);
+  column->addWidget(marginBox);
+  column->addWidget(buttons);
+  column->setSizeConstraint(QLayout::SetFixedSize);
+  m_fields[0]->setFocus();
+  m_fields[0]->selectAll();
+}
+
+PageMargins CPageSetupDlg::Margins() const {
+  const auto value = [this](size_t i) {
+    return static_cast<int32_t>(std::lround(m_fields[i]->value() * kHundredthsPerMillimetre));
+  };
+  return {value(0), value(1), value(2), value(3)};
+}
+
+}  // namespace quill
