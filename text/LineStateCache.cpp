@@ -113,10 +113,9 @@ void LineStateCache::RepairBefore(int32_t end) {
 
 void LineStateCache::ExtendTo(int32_t end) {
   for (int32_t i = KnownLines() - 1; i < end; ++i) {
-    bool marksChanged = false;
+    bool marksOfNewLine = false;  // not worth a repaint: nobody has painted the line yet
     const uint8_t state = m_states[static_cast<size_t>(i)] & kStateBits;
-    m_states.PushBack(static_cast<uint8_t>(ParseLine(m_buffer, state, i, marksChanged)));
-    m_marksChanged = m_marksChanged || marksChanged;
+    m_states.PushBack(static_cast<uint8_t>(ParseLine(m_buffer, state, i, marksOfNewLine)));
   }
 }
 

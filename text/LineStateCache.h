@@ -35,7 +35,8 @@ class LineStateCache {
   /// The lines whose start state was found changed since the last call; they look different although
   /// nobody edited them. One range that covers them all.
   std::optional<LineRange> TakeChangedLines();
-  /// Whether a line's block marks changed since the last call: the margin below it looks different.
+  /// Whether the block marks of a line that was parsed before changed since the last call: the margin
+  /// below it looks different.
   bool TakeMarksChanged();
 
  private:
