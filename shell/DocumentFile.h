@@ -1,0 +1,115 @@
+#pragma once
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "base/IoResult.h"
+#include "shell/DocumentPrompt.h"
+#include "shell/RecoveryJournal.h"
+#include "shell/ScriptBuffer.h"
+
+namespace quill {
+
+class LineFlagStore;
+class RecoverableDocument;
+class RunLog;
+
+/// What a document tells the windows that show it.
+class DocumentObserver {
+ public:
+  virtual ~DocumentObserver() = default;
+  virtual void OnModifiedChanged(bool modified) = 0;
+  /// The file was loaded or saved: every view records the path and its folder.
+  virtual void OnFileRecorded(const std::string& path) = 0;
+  /// Path and title are new; the path belongs in the recent-file list.
+  virtual void OnPathSet(const std::string& path) = 0;
+};
+
+/// What a document works with; all of it outlives the document, and all of it may be missing.
+struct DocumentServices {
+  LineFlagStore* marks = nullptr;
+  const RunLog* log = nullptr;
+  DocumentObserver* observer = nullptr;
+  std::string recoveryFolder;  ///< empty: no journals
+};
+
+/// One script file and its text: opens, saves, reloads, and notices changes on disk. Without a window:
+/// what the user is to be asked or told comes back as a `DocumentPrompt` or an `IoResult`.
+class DocumentFile {
+ public:
+  explicit DocumentFile(const DocumentServices& services);
+  DocumentFile(const DocumentFile&) = delete;
+  DocumentFile& operator=(const DocumentFile&) = delete;
+
+  /// An empty text without a file.
+  void New(const std::string& title);
+  /// Loads the file with its own line ends. A file that cannot be opened leaves the text as it was; one
+  /// that fails half-way leaves an empty text without a path, so that no save can empty the file.
+  IoResult Open(const std::string& path);
+  /// Loads the document's file again, whatever was changed. Keeping the caret is the caller's.
+  IoResult Reload();
+  /// Saves to the document's file, which it must have. After a failure the old file is whole, and the
+  /// text still modified. With `keepBak` the old file stays under its name with ".bak" appended.
+  IoResult Save(bool keepBak);
+  /// Saves to another file, which becomes the document's; `PathForSave` is applied.
+  IoResult SaveAs(const std::string& chosen, bool keepBak);
+  /// Where a save under the name that the user chose goes: the first one gets ".vsl" if it has no
+  /// extension.
+  std::string PathForSave(const std::string& chosen) const;
+  /// The name to offer when the user is asked for one.
+  std::string SuggestedName() const;
+
+  /// Asks once for each change of the file on disk that the document did not make itself.
+  std::optional<DocumentPrompt> CheckOnDisk();
+  /// The question before the user's own Reload; nothing when no changes would go.
+  std::optional<DocumentPrompt> QuestionBeforeReload() const;
+  /// Says so when the text became read-only.
+  std::optional<DocumentPrompt> ToggleReadOnly();
+
+  enum class CloseReason {
+    kDiscarded,  ///< the user was asked and did not want the text
+    kNotAsked,   ///< nothing seemed to be unsaved
+  };
+  /// The question before closing; nothing when the text does not count as modified.
+  std::optional<DocumentPrompt> QuestionBeforeClose() const;
+  /// The last call before the document goes. The recovery journal goes with it, unless nobody was asked
+  /// and the file does not hold the text, as after a backup copy.
+  void Close(CloseReason reason);
+
+  /// Brings back what an earlier process left. A text that has a file opens that file and differs from
+  /// it by one step that can be undone; one that cannot be placed in its file becomes a new document.
+  IoResult Recover(RecoverableDocument& lost);
+  /// For a timer of one second, see RecoveryJournal::Flush.
+  IoResult FlushJournal() { return m_journal.Flush(); }
+  /// For moments when nobody types.
+  IoResult SyncJournal() { return m_journal.Sync(); }
+
+  ScriptBuffer& Buffer() { return m_buffer; }
+  const ScriptBuffer& Buffer() const { return m_buffer; }
+  bool IsModified() const { return m_buffer.IsModified(); }
+  bool HasPath() const { return !m_path.empty(); }
+  /// Absolute; empty for a document without a file.
+  const std::string& Path() const { return m_path; }
+  /// The file's name, or what `New` was given.
+  const std::string& Title() const { return m_title; }
+  /// Of the file as the document knows it, in seconds since 1970.
+  int64_t LastWriteTime() const { return m_lastWriteTime; }
+  /// Whether the path leads to this document's file.
+  bool HoldsFile(const std::string& path) const;
+
+ private:
+  IoResult Load(const std::string& path);
+  IoResult SaveTo(const std::string& path, bool keepBak);
+  void SetPath(const std::string& path);
+  void Log(std::string_view message) const;
+  void BeginRecovered(const RecoverableDocument& lost, bool inItsFile);
+
+  DocumentServices m_services;
+  ScriptBuffer m_buffer;
+  RecoveryJournal m_journal;
+  std::string m_path;
+  std::string m_title;
+  int64_t m_lastWriteTime = 0;
+};
+
+}  // namespace quill

@@ -1,0 +1,27 @@
+#pragma once
+#include <string>
+
+#include "base/IoResult.h"
+
+namespace quill {
+
+/// A message or a question about a document, for a window to show: documents open no dialog.
+struct DocumentPrompt {
+  enum class Icon { kInformation, kQuestion, kWarning };
+  enum class Buttons { kOk, kYesNo, kSaveDiscardCancel };
+
+  std::string text;
+  std::string detail;  ///< more words below the text, or empty
+  std::string caption;
+  Icon icon = Icon::kInformation;
+  Buttons buttons = Buttons::kOk;
+
+  static DocumentPrompt NowReadOnly();
+  static DocumentPrompt ModifiedOnDisk();
+  static DocumentPrompt SaveChanges(const std::string& title);
+  static DocumentPrompt ReloadLosesChanges(const std::string& title);
+  static DocumentPrompt OpenFailed(const IoResult& failure);
+  static DocumentPrompt SaveFailed(const IoResult& failure);
+};
+
+}  // namespace quill
