@@ -11,7 +11,7 @@ void FoldDepthIndex::OnTextChange(const TextChange* change, uint32_t hints, int3
   if ((hints & hint::kReset) != 0) {
     m_depths.clear();
   } else if (change != nullptr) {
-    m_depths.resize(std::min(m_depths.size(), static_cast<size_t>(std::max(line, 0) / kStride)));
+    m_depths.resize(std::min(m_depths.size(), static_cast<size_t>(std::max(line, 0) / m_stride)));
   }
 }
 
@@ -23,11 +23,11 @@ int32_t FoldDepthIndex::DepthAfter(uint32_t lineFlags, int32_t depth) {
 
 int32_t FoldDepthIndex::DepthBefore(int32_t line) {
   m_states.StateAt(line);
-  const auto stored = std::min(m_depths.size(), static_cast<size_t>(line / kStride));
+  const auto stored = std::min(m_depths.size(), static_cast<size_t>(line / m_stride));
   int32_t depth = stored == 0 ? 0 : m_depths[stored - 1];
-  for (int32_t i = static_cast<int32_t>(stored) * kStride; i < line; ++i) {
+  for (int32_t i = static_cast<int32_t>(stored) * m_stride; i < line; ++i) {
     depth = DepthAfter(m_buffer.LineFlags(i), depth);
-    if ((i + 1) % kStride == 0) m_depths.push_back(depth);
+    if ((i + 1) % m_stride == 0) m_depths.push_back(depth);
   }
   return depth;
 }

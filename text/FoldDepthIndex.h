@@ -13,8 +13,9 @@ class LineStateCache;
 /// start counts for nothing. Depths are remembered every few thousand lines up to the first edit.
 class FoldDepthIndex {
  public:
-  FoldDepthIndex(const CCrystalTextBuffer& buffer, LineStateCache& states)
-      : m_buffer(buffer), m_states(states) {}
+  /// `stride`: lines from one remembered depth to the next.
+  FoldDepthIndex(const CCrystalTextBuffer& buffer, LineStateCache& states, int32_t stride = kUsualStride)
+      : m_buffer(buffer), m_states(states), m_stride(stride) {}
 
   /// What the buffer told the view. Call it once for every update.
   void OnTextChange(const TextChange* change, uint32_t hints, int32_t line);
@@ -24,11 +25,12 @@ class FoldDepthIndex {
   static int32_t DepthAfter(uint32_t lineFlags, int32_t depth);
 
  private:
-  static constexpr int32_t kStride = 4096;
+  static constexpr int32_t kUsualStride = 4096;
 
   const CCrystalTextBuffer& m_buffer;
   LineStateCache& m_states;
-  std::vector<int32_t> m_depths;  ///< before line (i + 1) * kStride
+  int32_t m_stride;
+  std::vector<int32_t> m_depths;  ///< before line (i + 1) * m_stride
 };
 
 }  // namespace quill

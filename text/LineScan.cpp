@@ -174,7 +174,10 @@ class BlockScanner {
     const bool preprocessor = (m_point.state & kPreprocessor) != 0;
     ++m_point.column;
     if (kind == kBlank) return;
-    if (kind == kSlashOrStar && i > 0 && At(i - 1) == '/' && OpenComment(i, c)) return;
+    if (kind == kSlashOrStar && i > 0 && At(i - 1) == '/') {
+      OpenComment(i, c);
+      return;
+    }
     if (c == '{') m_point.openBrace = true;
     if (c == '}') m_point.closeBrace = true;
     if (preprocessor) return;
@@ -194,10 +197,10 @@ class BlockScanner {
     }
   }
 
-  bool OpenComment(int32_t at, char second) {
+  void OpenComment(int32_t at, char second) {
     m_point.state |= second == '/' ? kLineComment : kBlockComment;
     m_point.quietComment = !Append(at - 1, kColourComment);
-    return true;
+    m_point.firstFrom = -1;
   }
 
   void Word(int32_t start) {

@@ -120,6 +120,7 @@ void LineStateCache::ExtendTo(int32_t end) {
 }
 
 void LineStateCache::NoteChanged(int32_t line) {
+  if (line == m_buffer.LineCount()) return;
   if (!m_changed) {
     m_changed = LineRange{line, line};
   } else {

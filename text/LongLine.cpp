@@ -12,7 +12,7 @@ void LongLine::OnTextChange(const TextChange* change, uint32_t hints, int32_t) {
   const TextPosition start = change->range.start;
   if (start.line == m_line) {
     // The point at the changed column itself looked no further than the character before it.
-    m_points.resize(std::min(m_points.size(), static_cast<size_t>(start.character / kStride)));
+    m_points.resize(std::min(m_points.size(), static_cast<size_t>(start.character / m_stride)));
   } else if (start.line < m_line && change->range.end.line > start.line) {
     m_line = -1;
   }
@@ -28,10 +28,10 @@ const std::vector<TextBlock>& LongLine::Blocks(const WordSets& words, int32_t li
   const std::string_view text = m_buffer.Line(line);
   to = std::min(to, static_cast<int32_t>(text.size()));
   from = std::clamp(from, 0, to);
-  const auto wanted = static_cast<size_t>(from / kStride);
+  const auto wanted = static_cast<size_t>(from / m_stride);
   ScanPoint point = m_points.empty() ? StartOfLine(state) : m_points.back();
   while (m_points.size() < wanted) {
-    point = Skim(text.data(), point, static_cast<int32_t>(m_points.size() + 1) * kStride);
+    point = Skim(text.data(), point, static_cast<int32_t>(m_points.size() + 1) * m_stride);
     m_points.push_back(point);
   }
   point = wanted == 0 ? StartOfLine(state) : m_points[wanted - 1];

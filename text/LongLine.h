@@ -16,7 +16,9 @@ class LongLine {
   /// From this length on a line is better painted in parts.
   static constexpr int32_t kWorthwhile = 1 << 16;
 
-  explicit LongLine(const CCrystalTextBuffer& buffer) : m_buffer(buffer) {}
+  /// `stride`: columns from one remembered point to the next.
+  explicit LongLine(const CCrystalTextBuffer& buffer, int32_t stride = kUsualStride)
+      : m_buffer(buffer), m_stride(stride) {}
 
   /// What the buffer told the view. Call it once for every update.
   void OnTextChange(const TextChange* change, uint32_t hints, int32_t line);
@@ -26,12 +28,13 @@ class LongLine {
                                        int32_t to);
 
  private:
-  static constexpr int32_t kStride = 1 << 14;
+  static constexpr int32_t kUsualStride = 1 << 14;
 
   const CCrystalTextBuffer& m_buffer;
+  int32_t m_stride;
   int32_t m_line = -1;
   uint32_t m_state = 0;
-  std::vector<ScanPoint> m_points;  ///< at columns (i + 1) * kStride
+  std::vector<ScanPoint> m_points;  ///< at columns (i + 1) * m_stride
   std::vector<TextBlock> m_blocks;
 };
 

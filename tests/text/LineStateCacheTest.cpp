@@ -1,0 +1,122 @@
+#include "text/LineStateCache.h"
+
+#include <gtest/gtest.h>
+
+#include "support/ScriptText.h"
+#include "text/FoldDepthIndex.h"
+
+namespace quill {
+namespace {
+
+/// A view that keeps what a painting view keeps.
+struct StateView : BufferView {
+  explicit StateView(CCrystalTextBuffer& text) : buffer(text), states(text), depths(text, states, 5) {
+    buffer.AddView(this);
+  }
+  ~StateView() override { buffer.RemoveView(this); }
+  void OnBufferUpdate(BufferView*, const TextChange* change, uint32_t hints, int32_t line) override {
+    linesMoved = linesMoved || (hints & hint::kVerticalRange) != 0;
+    states.OnTextChange(change, hints, line);
+    depths.OnTextChange(change, hints, line);
+  }
+  void OnUndoGroupClosed(int32_t, std::string_view) override {}
+
+  CCrystalTextBuffer& buffer;
+  LineStateCache states;
+  FoldDepthIndex depths;
+  bool linesMoved = false;
+};
+
+std::string Changed(LineStateCache& states) {
+  const auto lines = states.TakeChangedLines();
+  return lines ? std::to_string(lines->first) + "-" + std::to_string(lines->last) : "none";
+}
+
+TEST(LineStateCache, ReparsesOnlyUntilTheStatesAgreeAgain) {
+  ScriptText script("a\nb\n/*\nc\n*/\nd\n{");
+  StateView view(script);
+  EXPECT_EQ(view.states.StateAt(7), 0u);
+  EXPECT_EQ(Changed(view.states), "none");
+  view.states.TakeMarksChanged();
+
+  script.Insert({0, 1}, "/*");
+  EXPECT_EQ(view.states.StateAt(2), parse_state::kBlockComment);
+  EXPECT_EQ(Changed(view.states), "1-2") << "no further than asked";
+  EXPECT_EQ(view.states.StateAt(7), 0u);
+  EXPECT_EQ(Changed(view.states), "none") << "line 3 was in a comment before";
+  EXPECT_FALSE(view.states.TakeMarksChanged());
+
+  script.Insert({0, 3}, "x\ny");
+  script.DeleteRange(nullptr, {{5, 0}, {6, 0}});  // the closer
+  view.states.ParseAll();
+  EXPECT_EQ(Changed(view.states), "6-6");
+  EXPECT_TRUE(view.states.TakeMarksChanged()) << "the brace lies in the comment now";
+  EXPECT_FALSE(view.states.TakeMarksChanged());
+  script.NewBuffer();
+  EXPECT_EQ(view.states.StateAt(1), 0u);
+  EXPECT_THROW(view.states.StateAt(2), std::invalid_argument);
+}
+
+/// One random edit, undo or redo.
+void Disturb(ScriptText& script, std::mt19937& random) {
+  const auto place = [&] {
+    const auto line = static_cast<int32_t>(random() % static_cast<uint32_t>(script.LineCount()));
+    return TextPosition{
+        line, static_cast<int32_t>(random() % (static_cast<uint32_t>(script.LineLength(line)) + 1))};
+  };
+  TextPosition at;
+  switch (random() % 8) {
+    case 0:
+      script.Undo(at);
+      break;
+    case 1:
+      script.Redo(at);
+      break;
+    case 2:
+    case 3: {
+      const TextPosition start = place();
+      const int32_t line = std::min(start.line + static_cast<int32_t>(random() % 6), script.LineCount() - 1);
+      script.DeleteRange(nullptr, TextRange::Between(start, {line, script.LineLength(line)}));
+      break;
+    }
+    default:
+      script.Insert(place(), RandomScript(random, 1 + static_cast<int32_t>(random() % 8), true));
+  }
+}
+
+TEST(LineStateCache, AgreesWithAParseFromTheTopAfterRandomEdits) {
+  std::mt19937 random(3);
+  for (int round = 0; round < 300; ++round) {
+    ScriptText script(RandomScript(random, 200, true));
+    StateView view(script);
+    for (int step = 0; step < 8; ++step) {
+      std::vector<uint32_t> before;
+      for (int32_t i = 0; i < script.LineCount(); ++i) before.push_back(view.states.StateAt(i));
+      view.states.TakeChangedLines();
+      view.linesMoved = false;
+      for (uint32_t edits = random() % 4; edits != 0; --edits) Disturb(script, random);
+      view.states.StateAt(static_cast<int32_t>(random() % static_cast<uint32_t>(script.LineCount())));
+      view.states.ParseAll();
+      const LineRange changed = view.states.TakeChangedLines().value_or(LineRange{0, -1});
+
+      std::string text;
+      script.CopyRange({{0, 0}, script.EndOfText()}, text, "\n");
+      ScriptText fresh(text);
+      const std::vector<uint32_t> states = fresh.ParseFromTop();
+      int32_t depth = 0;
+      for (int32_t i = 0; i < script.LineCount(); ++i) {
+        const auto line = static_cast<size_t>(i);
+        ASSERT_EQ(view.states.StateAt(i), states[line]) << "line " << i << " in round " << round;
+        ASSERT_EQ(view.depths.DepthBefore(i), depth);
+        depth = FoldDepthIndex::DepthAfter(fresh.LineFlags(i), depth);
+        if (!view.linesMoved && before[line] != states[line]) {
+          ASSERT_TRUE(i >= changed.first && i <= changed.last) << "line " << i << " in round " << round;
+        }
+      }
+      ASSERT_EQ(script.Marks(), fresh.Marks()) << "round " << round;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace quill
