@@ -49,6 +49,10 @@ class RecordWriter {
     m_out.append(text);
     return *this;
   }
+  RecordWriter& Raw(std::string_view bytes) {
+    m_out.append(bytes);
+    return *this;
+  }
   RecordWriter& Position(TextPosition p) { return Number(p.line).Number(p.character); }
   RecordWriter& Lines(const std::vector<std::string_view>& lines) {
     Number(static_cast<uint32_t>(lines.size()));
@@ -140,6 +144,10 @@ void AppendTextComplete(std::string& out, int32_t lineCount) {
 
 void AppendLineEndStyle(std::string& out, int32_t style) {
   RecordWriter(out, RecordType::kLineEndStyle).Number(style);
+}
+
+void AppendRecord(std::string& out, RecordType type, std::string_view payload) {
+  RecordWriter(out, type).Raw(payload);
 }
 
 std::optional<Record> TakeRecord(std::string_view& rest) {

@@ -51,6 +51,9 @@ void AppendLines(std::string& out, const std::vector<std::string_view>& lines);
 void AppendTextComplete(std::string& out, int32_t lineCount);
 void AppendLineEndStyle(std::string& out, int32_t style);
 
+/// A record of any payload.
+void AppendRecord(std::string& out, RecordType type, std::string_view payload);
+
 struct Record {
   RecordType type;
   std::string_view payload;

@@ -43,6 +43,7 @@ void RecoveryJournal::Remove() {
 void RecoveryJournal::ForgetRecords() {
   m_pending.clear();
   m_editBytes = 0;
+  m_compactAt = kPendingBytes;
 }
 
 // Recording
@@ -185,9 +186,11 @@ bool RecoveryJournal::FileIsUnchanged() const {
   return m_fileIdentity.exists && FileIdentity::Of(m_path) == m_fileIdentity;
 }
 
-bool RecoveryJournal::IsOvergrown() const {
+bool RecoveryJournal::IsOvergrown() {
   const uint64_t edits = m_editBytes + m_pending.size();
-  return edits > kPendingBytes && !TextExceeds(static_cast<size_t>(edits));
+  if (edits < m_compactAt) return false;
+  m_compactAt = 2 * edits;  // measuring the text each time would cost more than it saves
+  return !TextExceeds(static_cast<size_t>(edits));
 }
 
 }  // namespace quill

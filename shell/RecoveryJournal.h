@@ -55,7 +55,7 @@ class RecoveryJournal final : public BufferView {
   IoResult AppendPending();
   bool TextExceeds(size_t bytes) const;
   bool FileIsUnchanged() const;
-  bool IsOvergrown() const;
+  bool IsOvergrown();
   void ForgetRecords();
 
   CCrystalTextBuffer& m_buffer;
@@ -67,7 +67,8 @@ class RecoveryJournal final : public BufferView {
   int32_t m_writtenStyle = 0;  ///< as the records so far tell it
   std::string m_pending;
   JournalFile m_file;
-  uint64_t m_editBytes = 0;  ///< written since the last whole text, or since the beginning
+  uint64_t m_editBytes = 0;              ///< written since the last whole text, or since the beginning
+  uint64_t m_compactAt = kPendingBytes;  ///< so many edits may outgrow the text
   bool m_changed = false;
   bool m_needsSnapshot = false;  ///< records are missing; only the whole text helps
 };
