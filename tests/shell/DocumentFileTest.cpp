@@ -10,6 +10,7 @@
 #include "shell/RecoveryFolder.h"
 #include "shell/RunLog.h"
 #include "shell/UntitledNames.h"
+#include "support/FileSizeLimit.h"
 #include "support/TempFolder.h"
 
 namespace quill {
@@ -113,7 +114,13 @@ TEST_F(DocumentFileTest, AFailedSaveNamesTheFileAndLeavesTextPathAndModifiedFlag
     EXPECT_TRUE(document->IsModified());
     EXPECT_EQ(recorder.Take(), "");
   }
+  {
+    const FileSizeLimit full(3);
+    EXPECT_FALSE(document->Save(true));
+    EXPECT_TRUE(document->IsModified());
+  }
   EXPECT_EQ(temp.Read("a.vsl"), "old");
+  EXPECT_EQ(temp.Names(), (std::set<std::string>{"a.vsl", "file", "folder", "qil.log"}));
 }
 
 TEST_F(DocumentFileTest, AFileThatCannotBeOpenedLeavesTheTextAsItWas) {

@@ -9,6 +9,7 @@
 
 #include "shell/FileText.h"
 #include "shell/RecoveryFolder.h"
+#include "support/FileSizeLimit.h"
 #include "support/TempFolder.h"
 #include "text/CrystalTextBuffer.h"
 
@@ -196,12 +197,10 @@ TEST_F(RecoveryJournalTest, SizesThatAFileClaimsTakeNoMemory) {
   std::string bytes(journal::kMagic);
   journal::AppendHeader(bytes, {});
   const std::string start = bytes;
-  journal::AppendLineEndStyle(bytes, -1);  // four bytes of payload, all ones
-  std::string_view rest = std::string_view(bytes).substr(start.size());
-  const std::string payload(journal::TakeRecord(rest)->payload);
-  EXPECT_FALSE(journal::ReadLines(payload));
-  EXPECT_FALSE(journal::ReadInsert(payload + payload + payload));
-  EXPECT_FALSE(journal::ReadHeader(payload));
+  const std::string huge(4, '\xFF');  // a count of 4,294,967,295
+  EXPECT_FALSE(journal::ReadLines(huge));
+  EXPECT_FALSE(journal::ReadInsert(std::string(8, '\0') + huge));
+  EXPECT_FALSE(journal::ReadHeader(huge));
   // A record longer than the file, and positions outside the text.
   CCrystalTextBuffer text;
   EXPECT_TRUE(ReplayJournal(start + std::string(9, '\xFF'), noBase, text).cutShort);
@@ -307,6 +306,27 @@ TEST_F(RecoveryJournalTest, AFolderThatCannotBeMadeIsReportedAndTriedAgain) {
   EXPECT_TRUE(session.journal->Flush());
   session.Die();
   EXPECT_EQ(FindRecoverable(folder).size(), 1u);
+}
+
+TEST_F(RecoveryJournalTest, AWriteThatFailsHalfWayIsMadeUpForLater) {
+  Session session(folder, "");
+  Insert(session.buffer, {0, 0}, "one");
+  ASSERT_TRUE(session.journal->Flush());
+  const auto size = std::filesystem::file_size(*std::filesystem::directory_iterator(folder));
+  {
+    const FileSizeLimit limit(size + 5);
+    Insert(session.buffer, {0, 3}, " two");
+    EXPECT_FALSE(session.journal->Flush());
+  }
+  EXPECT_EQ(std::filesystem::file_size(*std::filesystem::directory_iterator(folder)), size);
+  Insert(session.buffer, {0, 7}, " three");
+  EXPECT_TRUE(session.journal->Flush());
+  session.Die();
+  auto found = FindRecoverable(folder);
+  ASSERT_EQ(found.size(), 1u);
+  CCrystalTextBuffer text;
+  EXPECT_EQ(found[0].Read(text), RecoveredText::kWhole);
+  EXPECT_EQ(TextOf(text), "one two three");
 }
 
 TEST(RecoveryFolder, FollowsTheStateHomeUnlessItIsRelative) {
