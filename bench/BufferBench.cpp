@@ -3,26 +3,16 @@
 
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 
-#include "GeneratedScript.h"
+#include "ScriptFile.h"
 #include "text/CrystalTextBuffer.h"
 
 namespace quill {
 namespace {
 
-constexpr size_t kMegabyte = 1'000'000;
-
-/// The path of a generated script of so many megabytes, written once.
-std::string ScriptPath(int64_t megabytes) {
-  const auto path =
-      std::filesystem::temp_directory_path() / ("quill-bench-" + std::to_string(megabytes) + ".vsl");
-  if (!std::filesystem::exists(path)) {
-    std::ofstream(path, std::ios::binary)
-        << bench::GeneratedScript(static_cast<size_t>(megabytes) * kMegabyte);
-  }
-  return path.string();
-}
+using bench::kMegabyte;
+using bench::Load;
+using bench::ScriptPath;
 
 double ResidentMegabytes() {
   long pages = 0;
@@ -30,12 +20,6 @@ double ResidentMegabytes() {
   if (file == nullptr || std::fscanf(file, "%*d %ld", &pages) != 1) pages = 0;
   if (file != nullptr) std::fclose(file);
   return static_cast<double>(pages) * static_cast<double>(sysconf(_SC_PAGESIZE)) / kMegabyte;
-}
-
-bool Load(CCrystalTextBuffer& buffer, benchmark::State& state) {
-  const IoResult loaded = buffer.LoadFile(ScriptPath(state.range(0)));
-  if (!loaded) state.SkipWithError(loaded.Message().c_str());
-  return static_cast<bool>(loaded);
 }
 
 void BM_Load(benchmark::State& state) {

@@ -37,11 +37,14 @@ void FoldMap::OnTextChange(const TextChange* change, uint32_t hints, int32_t lin
 }
 
 void FoldMap::LinesInserted(int32_t after, int32_t count) {
-  for (Fold& fold : m_folds) {
-    if (fold.head > after) fold.head += count;
-    if (fold.last > after) fold.last += count;
+  if (IsIdentity()) return;
+  const auto endsAfter = [](int32_t line, const Fold& fold) { return line < fold.last; };
+  for (auto fold = std::upper_bound(m_folds.begin(), m_folds.end(), after, endsAfter); fold != m_folds.end();
+       ++fold) {
+    if (fold->head > after) fold->head += count;
+    fold->last += count;
   }
-  if (!IsIdentity()) Rescan(after, after + count);
+  Rescan(after, after + count);
 }
 
 void FoldMap::LinesRemoved(int32_t after, int32_t count) {
@@ -53,17 +56,22 @@ void FoldMap::LinesRemoved(int32_t after, int32_t count) {
   const auto moved = [after, count](int32_t line) {
     return line <= after ? line : std::max(after, line - count);
   };
-  std::erase_if(m_folds, [&](const Fold& fold) { return fold.head > after && fold.head <= after + count; });
-  for (Fold& fold : m_folds) fold = {moved(fold.head), moved(fold.last), 0};
+  const auto headAfter = [](int32_t line, const Fold& fold) { return line < fold.head; };
+  const auto from = std::upper_bound(m_folds.begin(), m_folds.end(), after, headAfter);
+  const auto to = std::upper_bound(from, m_folds.end(), after + count, headAfter);
+  const auto kept = m_folds.erase(from, to);
+  const auto first = kept == m_folds.begin() ? kept : std::prev(kept);  // it may end among the removed lines
+  for (auto fold = first; fold != m_folds.end(); ++fold) {
+    fold->head = moved(fold->head);
+    fold->last = moved(fold->last);
+  }
+  CountHidden(std::distance(m_folds.begin(), first));
   Rescan(after, after);
 }
 
 void FoldMap::Rescan(int32_t first, int32_t last) {
   const int32_t count = m_buffer.LineCount();
-  last = std::min(last, count - 1);
-  if (HasHiddenFlag(m_buffer, first) || first > 0) {
-    while (first > 0 && HasHiddenFlag(m_buffer, first - 1)) --first;
-  }
+  while (first > 0 && HasHiddenFlag(m_buffer, first - 1)) --first;
   while (last + 1 < count && HasHiddenFlag(m_buffer, last + 1)) ++last;
   std::vector<Fold> found;
   for (int32_t i = first; i <= last; ++i) {
@@ -73,10 +81,13 @@ void FoldMap::Rescan(int32_t first, int32_t last) {
     ScanRun(runStart, i, found);
   }
   const auto byHead = [](const Fold& fold, int32_t line) { return fold.head < line; };
+  const auto same = [](const Fold& a, const Fold& b) { return a.head == b.head && a.last == b.last; };
   const auto from = std::lower_bound(m_folds.begin(), m_folds.end(), first, byHead);
   const auto to = std::lower_bound(from, m_folds.end(), last + 1, byHead);
+  if (std::equal(from, to, found.begin(), found.end(), same)) return;
+  const auto index = std::distance(m_folds.begin(), from);
   m_folds.insert(m_folds.erase(from, to), found.begin(), found.end());
-  CountHidden();
+  CountHidden(index);
 }
 
 void FoldMap::ScanRun(int32_t first, int32_t last, std::vector<Fold>& folds) const {
@@ -97,11 +108,16 @@ void FoldMap::ScanRun(int32_t first, int32_t last, std::vector<Fold>& folds) con
   }
 }
 
-void FoldMap::CountHidden() {
+void FoldMap::CountHidden(std::ptrdiff_t from) {
+  auto fold = m_folds.begin() + from;
   int32_t hidden = 0;
-  for (Fold& fold : m_folds) {
-    fold.hiddenAbove = hidden;
-    hidden += fold.last - fold.head;
+  if (from > 0) {
+    const Fold& before = *std::prev(fold);
+    hidden = before.hiddenAbove + before.last - before.head;
+  }
+  for (; fold != m_folds.end(); ++fold) {
+    fold->hiddenAbove = hidden;
+    hidden += fold->last - fold->head;
   }
 }
 

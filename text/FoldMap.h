@@ -1,4 +1,5 @@
 #pragma once
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -57,7 +58,8 @@ class FoldMap {
   void Rescan(int32_t first, int32_t last);
   /// Appends the folds of one run of flagged lines.
   void ScanRun(int32_t first, int32_t last, std::vector<Fold>& folds) const;
-  void CountHidden();
+  /// Sums up anew from this fold on.
+  void CountHidden(std::ptrdiff_t from);
 
   const CCrystalTextBuffer& m_buffer;
   std::vector<Fold> m_folds;

@@ -14,23 +14,31 @@ using namespace parse_state;
 
 enum CharKind : uint8_t { kOther, kBlank, kWord, kBracket, kSlashOrStar, kQuote, kHash };
 
-std::array<uint8_t, 256> MakeKinds() {
-  std::array<uint8_t, 256> kinds{};
+/// What the walk asks of each byte, side by side.
+struct CharTraits {
+  uint8_t kind = kOther;
+  char lower = 0;
+};
+
+std::array<CharTraits, 256> MakeTraits() {
+  std::array<CharTraits, 256> traits;
   for (int i = 0; i < 256; ++i) {
     const char c = static_cast<char>(i);
-    kinds[static_cast<size_t>(i)] = cp1252::IsWordChar(c) ? kWord : cp1252::IsSpace(c) ? kBlank : kOther;
+    const CharKind kind = cp1252::IsWordChar(c) ? kWord : cp1252::IsSpace(c) ? kBlank : kOther;
+    traits[static_cast<size_t>(i)] = {kind, cp1252::ToLower(c)};
   }
-  for (const char c : {'[', '<', '(', '{', '>', ')', '}', ']'}) kinds[static_cast<uint8_t>(c)] = kBracket;
-  for (const char c : {'/', '*'}) kinds[static_cast<uint8_t>(c)] = kSlashOrStar;
-  for (const char c : {'"', '\''}) kinds[static_cast<uint8_t>(c)] = kQuote;
-  kinds['#'] = kHash;
-  return kinds;
+  for (const char c : {'[', '<', '(', '{', '>', ')', '}', ']'})
+    traits[static_cast<uint8_t>(c)].kind = kBracket;
+  for (const char c : {'/', '*'}) traits[static_cast<uint8_t>(c)].kind = kSlashOrStar;
+  for (const char c : {'"', '\''}) traits[static_cast<uint8_t>(c)].kind = kQuote;
+  traits['#'].kind = kHash;
+  return traits;
 }
 
-const std::array<uint8_t, 256> kKinds = MakeKinds();
+const std::array<CharTraits, 256> kTraits = MakeTraits();
 
 inline uint8_t KindOf(char c) {
-  return kKinds[static_cast<uint8_t>(c)];
+  return kTraits[static_cast<uint8_t>(c)].kind;
 }
 
 int32_t ColourOfState(uint32_t state) {
@@ -55,7 +63,8 @@ int32_t ColourOfWord(std::string_view word, const WordSets& words) {
   int32_t colour = -1;
   if (word.size() <= kUsualLength) {
     char lower[kUsualLength];
-    std::transform(word.begin(), word.end(), lower, [](char c) { return cp1252::ToLower(c); });
+    std::transform(word.begin(), word.end(), lower,
+                   [](char c) { return kTraits[static_cast<uint8_t>(c)].lower; });
     colour = ColourOfName({lower, word.size()}, words);
   } else {
     colour = ColourOfName(cp1252::ToLower(word), words);

@@ -1,0 +1,171 @@
+#include <benchmark/benchmark.h>
+
+#include <vector>
+
+#include "ScriptFile.h"
+#include "text/BraceMatch.h"
+#include "text/FoldDepthIndex.h"
+#include "text/FoldMap.h"
+#include "text/Folding.h"
+#include "text/LineStateCache.h"
+#include "text/LongLine.h"
+#include "text/ScriptColouring.h"
+
+namespace quill {
+namespace {
+
+using bench::Load;
+
+/// As many names as a big game has; those of the generated script are among them.
+struct Words {
+  NameSet keywords, commands, functions, variables;
+  Words() {
+    for (const char* word : {"function", "var", "while", "if", "null", "return", "else"})
+      keywords.Insert(word);
+    for (const char* word : {"vec_set", "str_cpy", "wait", "player", "time_step"}) commands.Insert(word);
+    for (const char* word : {"lander_move"}) functions.Insert(word);
+    for (const char* word : {"speed", "temp", "name_str"}) variables.Insert(word);
+    for (int i = 0; i < 900; ++i) commands.Insert("command_" + std::to_string(i * 7));
+    for (int i = 0; i < 500; ++i) functions.Insert("fn_" + std::to_string(i));
+    for (int i = 0; i < 2000; ++i) variables.Insert("v" + std::to_string(i * 3) + "_x");
+  }
+  WordSets Sets() const { return {&keywords, &commands, &functions, &variables}; }
+};
+
+/// What a painting view keeps of a text.
+struct View : BufferView {
+  explicit View(CCrystalTextBuffer& text) : buffer(text), states(text), folds(text), depths(text, states) {
+    buffer.AddView(this);
+    states.ParseAll();
+    folds.Rebuild();
+  }
+  ~View() override { buffer.RemoveView(this); }
+  void OnBufferUpdate(BufferView*, const TextChange* change, uint32_t hints, int32_t line) override {
+    states.OnTextChange(change, hints, line);
+    folds.OnTextChange(change, hints, line);
+    depths.OnTextChange(change, hints, line);
+  }
+  void OnUndoGroupClosed(int32_t, std::string_view) override {}
+
+  CCrystalTextBuffer& buffer;
+  LineStateCache states;
+  FoldMap folds;
+  FoldDepthIndex depths;
+};
+
+void BM_StatesOfAllLines(benchmark::State& state) {
+  CCrystalTextBuffer buffer;
+  if (!Load(buffer, state)) return;
+  for (auto _ : state) {
+    LineStateCache states(buffer);
+    states.ParseAll();
+    benchmark::DoNotOptimize(states.StateAt(buffer.LineCount()));
+  }
+  state.SetBytesProcessed(state.iterations() * state.range(0) * static_cast<int64_t>(bench::kMegabyte));
+}
+BENCHMARK(BM_StatesOfAllLines)->Arg(10)->Arg(100)->Unit(benchmark::kMillisecond);
+
+void BM_ColourAllLines(benchmark::State& state) {
+  CCrystalTextBuffer buffer;
+  if (!Load(buffer, state)) return;
+  const Words words;
+  const WordSets sets = words.Sets();
+  std::vector<TextBlock> blocks(1024);
+  for (auto _ : state) {
+    uint32_t at = 0;
+    for (int32_t line = 0; line < buffer.LineCount(); ++line) {
+      int32_t count = 0;
+      at = ColourLine(buffer, sets, at, line, blocks.data(), &count);
+      benchmark::DoNotOptimize(count);
+    }
+  }
+  state.SetBytesProcessed(state.iterations() * state.range(0) * static_cast<int64_t>(bench::kMegabyte));
+}
+BENCHMARK(BM_ColourAllLines)->Arg(10)->Unit(benchmark::kMillisecond);
+
+void BM_CommentOpenerInTheFirstLineSeenFromTheEnd(benchmark::State& state) {
+  CCrystalTextBuffer buffer;
+  if (!Load(buffer, state)) return;
+  View view(buffer);
+  TextPosition end;
+  for (auto _ : state) {
+    buffer.InsertTextAt(nullptr, {0, 0}, "\"", end);
+    benchmark::DoNotOptimize(view.states.StateAt(buffer.LineCount()));
+    benchmark::DoNotOptimize(view.depths.DepthBefore(buffer.LineCount()));
+  }
+}
+BENCHMARK(BM_CommentOpenerInTheFirstLineSeenFromTheEnd)->Arg(10)->Arg(100)->Unit(benchmark::kMillisecond);
+
+void BM_EnterInTheMiddle(benchmark::State& state) {
+  CCrystalTextBuffer buffer;
+  if (!Load(buffer, state)) return;
+  View view(buffer);
+  if (state.range(1) != 0) CollapseAll(buffer, view.states);
+  const int32_t middle = buffer.LineCount() / 2;
+  TextPosition end;
+  for (auto _ : state) {
+    buffer.InsertTextAt(nullptr, {middle, 0}, "\r\n", end);
+    benchmark::DoNotOptimize(view.states.StateAt(middle + 50));
+    benchmark::DoNotOptimize(view.folds.RowOfLine(middle + 50));
+    benchmark::DoNotOptimize(view.depths.DepthBefore(middle));
+  }
+}
+BENCHMARK(BM_EnterInTheMiddle)->ArgNames({"MB", "collapsed"})->Args({10, 0})->Args({100, 0})->Args({100, 1});
+
+void BM_ReplaceInOneHundredThousandLines(benchmark::State& state) {
+  CCrystalTextBuffer buffer;
+  if (!Load(buffer, state)) return;
+  View view(buffer);
+  TextPosition end;
+  for (auto _ : state) {
+    for (int32_t line = 0; line < 100000; ++line) {
+      const TextChange change{true, {{line * 2, 0}, {line * 2, 0}}};
+      view.OnBufferUpdate(nullptr, &change, hint::kLineChanged, line * 2);
+    }
+    benchmark::DoNotOptimize(view.states.StateAt(buffer.LineCount()));
+  }
+}
+BENCHMARK(BM_ReplaceInOneHundredThousandLines)->Arg(10)->Unit(benchmark::kMillisecond);
+
+void BM_CollapseAllAndExpandAll(benchmark::State& state) {
+  CCrystalTextBuffer buffer;
+  if (!Load(buffer, state)) return;
+  View view(buffer);
+  for (auto _ : state) {
+    CollapseAll(buffer, view.states);
+    ExpandAll(buffer);
+  }
+}
+BENCHMARK(BM_CollapseAllAndExpandAll)->Arg(10)->Arg(100)->Unit(benchmark::kMillisecond);
+
+void BM_OneLineOfTwentyMegabytes(benchmark::State& state) {
+  std::string text = bench::GeneratedScript(20 * bench::kMegabyte);
+  std::erase_if(text, [](char c) { return c == '\r' || c == '\n' || c == '/'; });
+  CCrystalTextBuffer buffer;
+  buffer.NewBuffer();
+  TextPosition end;
+  buffer.InsertTextAt(nullptr, {0, 0}, text, end);
+  const Words words;
+  const int32_t middle = buffer.LineLength(0) / 2;
+  const bool first = state.range(0) != 0;
+  LongLine kept(buffer);
+  for (auto _ : state) {
+    LongLine fresh(buffer);
+    benchmark::DoNotOptimize((first ? fresh : kept).Blocks(words.Sets(), 0, 0, middle, middle + 200).size());
+  }
+}
+BENCHMARK(BM_OneLineOfTwentyMegabytes)->ArgName("first")->Arg(1)->Arg(0)->Unit(benchmark::kMicrosecond);
+
+void BM_BraceWalkOverTheWholeText(benchmark::State& state) {
+  CCrystalTextBuffer buffer;
+  if (!Load(buffer, state)) return;
+  TextPosition end;
+  buffer.InsertTextAt(nullptr, buffer.EndOfText(), "\r\n}}}}}}", end);
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(FindOpenBrace(buffer, buffer.EndOfText(), kScriptCommentMarkers));
+  }
+}
+BENCHMARK(BM_BraceWalkOverTheWholeText)->Arg(10)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace quill
