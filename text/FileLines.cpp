@@ -73,7 +73,8 @@ IoResult FileLines::Read(const std::string& path, int32_t style,
   return IoResult::Success();
 }
 
-/// Room for a chunk and what a scan of its last line may read beyond it; what is there of the current line stays in one piece.
+/// Room for a chunk and what a scan of its last line may read beyond it; what is there of the current line
+/// stays in one piece.
 void FileLines::MakeRoom() {
   const auto used = static_cast<size_t>(m_fill - m_block.get());
   if (m_block != nullptr && m_blockBytes - used >= kChunkBytes + LinePool::kStep) return;
