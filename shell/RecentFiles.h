@@ -1,0 +1,32 @@
+#pragma once
+#include <string>
+#include <vector>
+
+#include "shell/AppProfile.h"
+
+namespace quill {
+
+/// The files opened or saved last, newest first, kept in the profile's section "Recent File List" as
+/// "File1" to "File4".
+class RecentFiles {
+ public:
+  static constexpr size_t kMaxFiles = 4;
+
+  explicit RecentFiles(AppProfile profile) : m_profile(profile) {}
+
+  /// Reads the list; gaps in it close.
+  void Load();
+  /// Puts a full path on top and stores the list; a list that cannot be stored still counts for this run.
+  void Add(const std::string& path);
+  /// Takes a path off, such as that of a file that has gone, and stores the list.
+  void Remove(const std::string& path);
+  const std::vector<std::string>& Paths() const { return m_paths; }
+
+ private:
+  void Store();
+
+  AppProfile m_profile;
+  std::vector<std::string> m_paths;
+};
+
+}  // namespace quill
