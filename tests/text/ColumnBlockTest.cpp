@@ -1,0 +1,94 @@
+#include "text/ColumnBlock.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "FakeEditor.h"
+#include "text/CaseCommands.h"
+#include "text/ClipboardText.h"
+#include "text/DeleteCommands.h"
+#include "text/Indentation.h"
+
+namespace quill {
+namespace {
+
+TEST(VisualColumns, GoToTheNextStopAtEachTab) {
+  EXPECT_EQ(ColumnOf("\ta\t\tb", 5, 3), 10);
+  EXPECT_EQ(ColumnOf("abc\tb", 4, 3), 6);
+  const int32_t expected[] = {0, 1, 1, 1, 2, 3, 3, 3};
+  for (int32_t column = 0; column < 8; ++column) {
+    EXPECT_EQ(CharacterAtColumn("\ta\t", column, 3), expected[column]) << column;
+  }
+}
+
+TEST(ColumnBlock, EditsEveryLineAsOneStep) {
+  const auto type = [](FakeEditor& e) { return e.Type("x"); };
+  const auto paste = [](const char* text) {
+    return [=](FakeEditor& e) { return edit::Paste(e, text, true); };
+  };
+  const struct {
+    const char* name;
+    std::function<bool(FakeEditor&)> command;
+    const char* before;
+    const char* after;
+    const char* label;
+  } cases[] = {
+      {"typing", type, "ab[cd\nabcd\nabc]d", "abx[d\nabxd\nabx]d", "Typing"},
+      {"typing fills short lines up", type, "abc[d\n\nabc]d", "abcx[d\n   x\nabcx]d", "Typing"},
+      {"typing behind tabs", type, "\ta[b\nabcd\n\ta]b", "\tax[b\nabcdx\n\tax]b", "Typing"},
+      {"tab", edit::TypeTab, "a[b\na]b", "a\t[b\na\t]b", "Typing"},
+      {"delete", edit::DeleteRight, "a[bc\n\nab]c", "a[c\n\na]c", "Delete Selection"},
+      {"delete beside", edit::DeleteRight, "a[b\na\na]b", "a[\na\na]", "Delete"},
+      {"backspace beside", edit::DeleteLeft, "ab[c\n\nab]c", "a[c\n\na]c", "Backspace"},
+      {"backspace at the edge", edit::DeleteLeft, "[b\n]c", "[b\n]c", ""},
+      {"Enter", [](FakeEditor& e) { return e.Type("\n"); }, "a[bc\nab]c", "a\n|c\nac", "Typing"},
+      {"paste a block", paste("1\r\n2\r\n"), "a[bc\nab]c\nd", "a1c\na2|c\nd", "Paste"},
+      {"paste past the end", paste("1\r\n2\r\n3"), "a[b\na]b", "a1b\na2b\n 3|", "Paste"},
+      {"paste one line everywhere", paste("12"), "a[b\na]b", "a12[b\na12]b", "Paste"},
+      {"upper case", [](FakeEditor& e) { return edit::ChangeCase(e, edit::LetterCase::kUpper); },
+       "a[bc\nabcd\nab]c", "a[Bc\naBcd\naB]c", "Replace"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    FakeEditor editor(c.before);
+    editor.columns = true;
+    const std::string text = editor.Text();
+    EXPECT_TRUE(c.command(editor));
+    EXPECT_EQ(editor.Get(), c.after);
+    EXPECT_EQ(editor.UndoLabel(), *c.label == 0 ? "Unknown" : c.label);
+    EXPECT_EQ(editor.UndoAll(), *c.label == 0 ? 0 : 1);
+    EXPECT_EQ(editor.Text(), text);
+    editor.Set(c.before);
+    editor.columns = true;
+    editor.buffer.SetReadOnly(true);
+    EXPECT_FALSE(c.command(editor));
+  }
+}
+
+TEST(ColumnBlock, IsCopiedLineByLine) {
+  FakeEditor editor("a[bcd\n\n\txyz\nab]c");
+  editor.columns = true;
+  EXPECT_EQ(edit::CopySelection(editor), "b\r\n\r\n\r\nb");
+  editor.Select({0, 3}, {3, 1});
+  EXPECT_EQ(edit::CopySelection(editor), "bc\r\n\r\n\r\nbc");
+  std::string cut;
+  ASSERT_TRUE(edit::Cut(editor, cut));
+  EXPECT_EQ(editor.Text(), "ad\n\n\txyz\na");
+  EXPECT_EQ(editor.UndoLabel(), "Cut");
+  EXPECT_TRUE(editor.columns);
+  ASSERT_TRUE(editor.Type("1"));
+  EXPECT_EQ(editor.Text(), "a1d\n 1\n\t1xyz\na1");
+  EXPECT_EQ(editor.UndoAll(), 2);
+}
+
+TEST(ColumnBlock, OverwritesWhenItHasNoColumns) {
+  FakeEditor editor("a[bc\na]bc");
+  editor.columns = true;
+  editor.overwriting = true;
+  ASSERT_TRUE(editor.Type("x"));
+  EXPECT_EQ(editor.Get(), "ax[c\nax]c");
+}
+
+}  // namespace
+}  // namespace quill
