@@ -15,7 +15,7 @@ inline constexpr size_t kMegabyte = 1'000'000;
 /// The path of a generated script of so many megabytes, written once.
 inline std::string ScriptPath(int64_t megabytes) {
   const auto path =
-      std::filesystem::temp_directory_path() / ("quill-bench-" + std::to_string(megabytes) + ".vsl");
+      std::filesystem::temp_directory_path() / ("quill-bench-script-" + std::to_string(megabytes) + ".vsl");
   if (!std::filesystem::exists(path)) {
     std::ofstream(path, std::ios::binary) << GeneratedScript(static_cast<size_t>(megabytes) * kMegabyte);
   }
