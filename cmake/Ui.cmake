@@ -1,6 +1,9 @@
 # The windows: every ui/ folder, in one library, and the program itself.
 find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets PrintSupport Svg Network)
-file(GLOB ui_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/*/ui/*.cpp ${CMAKE_SOURCE_DIR}/*/ui/*.h)
+foreach(folder text intel run shell res)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${folder}/ui/*.cpp ${CMAKE_SOURCE_DIR}/${folder}/ui/*.h)
+  list(APPEND ui_sources ${sources})
+endforeach()
 list(FILTER ui_sources EXCLUDE REGEX "/main\\.cpp$")
 if(ui_sources)
   add_library(quill_ui STATIC ${ui_sources} ${CMAKE_SOURCE_DIR}/res/quill.qrc)
