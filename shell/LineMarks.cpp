@@ -19,7 +19,7 @@ void Save(const CCrystalTextBuffer& buffer, const std::string& path, LineFlagSto
   std::vector<LineFlagStore::Word> changed;
   for (int32_t line = 0; line < count; ++line) {
     const uint32_t flags = buffer.LineFlags(line);
-    if ((flags & ~line_flag::kBlockMarks) == 0) continue;
+    if (flags == 0) continue;
     const auto before = stored.find(line);
     if (before == stored.end() || before->second != flags) changed.emplace_back(line, flags);
     if (before != stored.end()) stored.erase(before);

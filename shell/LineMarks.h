@@ -11,8 +11,8 @@ class LineFlagStore;
 /// program has always done so, and kept marks rely on it.
 namespace line_marks {
 
-/// Makes the section hold the words of the buffer's lines, when the file exists. Costs by the number of
-/// marked lines, not of lines. Words of nothing but block marks are not kept: they follow from the text.
+/// Makes the section hold the words of the buffer's lines, when the file exists. Writes only
+/// what differs from the last time, so that it costs by the number of changed marks.
 void Save(const CCrystalTextBuffer& buffer, const std::string& path, LineFlagStore& store);
 
 /// Sets the flags of lines that have a word; the last line never does.

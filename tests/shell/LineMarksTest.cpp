@@ -52,11 +52,13 @@ TEST_F(LineMarksTest, SavingMakesTheFullPathsSectionAgreeInOneTransactionOfTheDi
   buffer.RestoreFlags(2, line_flag::kBreakpoint | line_flag::kBlockStart);
   buffer.RestoreFlags(3, line_flag::kBlockEnd);
   line_marks::Save(buffer, path, store);
-  EXPECT_EQ(store.sections[path],
-            (Words{{1, line_flag::kBookmark}, {2, line_flag::kBreakpoint | line_flag::kBlockStart}, {9, 7}}))
+  EXPECT_EQ(store.sections[path], (Words{{1, line_flag::kBookmark},
+                                         {2, line_flag::kBreakpoint | line_flag::kBlockStart},
+                                         {3, line_flag::kBlockEnd},
+                                         {9, 7}}))
       << "words of lines beyond the text stay";
   EXPECT_EQ(store.transactions, 1);
-  EXPECT_EQ(store.values, 2);
+  EXPECT_EQ(store.values, 3);
   line_marks::Save(buffer, path, store);
   EXPECT_EQ(store.transactions, 1) << "nothing differs";
 }
