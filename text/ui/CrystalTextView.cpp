@@ -12,8 +12,8 @@
 namespace quill {
 namespace {
 
-constexpr int64_t kMostBraceCharacters = 200'000;  ///< a key must not walk through a whole large file
-constexpr int kRightMargin = 40;                   ///< pixels that can be scrolled beyond the widest line
+constexpr int64_t kMostBraceCharacters = 64'000;  ///< a key must not walk through a whole large file
+constexpr int kRightMargin = 40;                  ///< pixels that can be scrolled beyond the widest line
 constexpr int64_t kUnits = ColumnMetrics::kUnitsPerPixel;
 
 }  // namespace
@@ -50,9 +50,10 @@ void CCrystalTextView::ApplySettings(const ViewSettings& settings) {
 }
 
 void CCrystalTextView::RebuildFont() {
-  m_font = std::make_unique<EditorFont>(QString::fromStdString(m_settings.fontName),
-                                        m_settings.fontSize * m_zoom / 100.0, m_palette.UsesBold(),
-                                        devicePixelRatioF());
+  m_fontRatio = devicePixelRatioF();
+  m_font =
+      std::make_unique<EditorFont>(QString::fromStdString(m_settings.fontName),
+                                   m_settings.fontSize * m_zoom / 100.0, m_palette.UsesBold(), m_fontRatio);
   m_batch = std::make_unique<GlyphBatch>(*m_font);
   m_model.SetMetrics(m_font->Advances(), m_settings.tabSize);
   UpdateMargin();
@@ -79,6 +80,14 @@ void CCrystalTextView::SetOverwriteMode(bool overwrite) {
   m_overwrite = overwrite;
   viewport()->update(CaretRect().adjusted(-1, 0, LineHeight(), 0));
   Q_EMIT OverwriteModeChanged();
+}
+
+void CCrystalTextView::SetDropPlace(std::optional<TextPosition> place) {
+  if (place == m_dropPlace) return;
+  for (const auto& changed : {m_dropPlace, place}) {
+    if (changed) UpdateRows(changed->line, changed->line);
+  }
+  m_dropPlace = place;
 }
 
 uint32_t CCrystalTextView::ColourLine(uint32_t state, int32_t line, TextBlock* blocks, int32_t* count) {

@@ -39,7 +39,7 @@ class CCrystalTextView : public QAbstractScrollArea {
   /// Null detaches. The buffer must outlive the view or be detached first.
   void SetBuffer(CCrystalTextBuffer* buffer);
   CCrystalTextBuffer* Buffer() const { return m_model.Buffer(); }
-  void ApplySettings(const ViewSettings& settings);
+  virtual void ApplySettings(const ViewSettings& settings);
   const ViewSettings& Settings() const { return m_settings; }
   TextViewModel& Model() { return m_model; }
   const TextViewModel& Model() const { return m_model; }
@@ -135,6 +135,8 @@ class CCrystalTextView : public QAbstractScrollArea {
   /// A press on selected text may begin a drag; the plain view selects anew.
   virtual bool BeginsDrag(QMouseEvent*) { return false; }
   const ViewPalette& Palette() const { return m_palette; }
+  /// Where a drop would go, marked like a caret.
+  void SetDropPlace(std::optional<TextPosition> place);
 
  private:
   void RebuildFont();
@@ -157,6 +159,7 @@ class CCrystalTextView : public QAbstractScrollArea {
   int32_t PaintMarginRow(MarginPainter& painter, int32_t line, int top, int32_t depth);
   std::span<const TextBlock> BlocksOf(int32_t line, ColumnRange visible);
   void AddSelection(int32_t line, LinePicture& picture);
+  void AddColumnSelection(int32_t line, LinePicture& picture);
   void PaintCaret(QPainter& painter);
   QRect TextArea() const;
   int RowTop(int32_t row) const;
@@ -183,9 +186,11 @@ class CCrystalTextView : public QAbstractScrollArea {
   std::vector<int32_t> m_guides;
   std::vector<ColumnRange> m_matches;
   std::optional<TextPosition> m_brace;
+  std::optional<TextPosition> m_dropPlace;
   QBasicTimer m_blink;
   QBasicTimer m_measure;
   QBasicTimer m_dragScroll;
+  double m_fontRatio = 1;  ///< device pixels a logical pixel that the font was made for
   int m_zoom = 100;
   int m_wheelRest = 0;
   bool m_caretShown = false;

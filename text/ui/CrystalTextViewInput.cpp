@@ -236,6 +236,10 @@ void CCrystalTextView::DragScrollStep() {
 }
 
 void CCrystalTextView::wheelEvent(QWheelEvent* event) {
+  if (event->modifiers() == Qt::ShiftModifier) {
+    QApplication::sendEvent(horizontalScrollBar(), event);
+    return;
+  }
   if (!event->modifiers().testFlag(Qt::ControlModifier)) {
     QAbstractScrollArea::wheelEvent(event);
     return;

@@ -4,7 +4,10 @@
 #include <QScrollBar>
 #include <algorithm>
 
+#include "text/ColumnBlock.h"
 #include "text/IndentGuides.h"
+#include "text/ModelEditTarget.h"
+#include "text/VisualColumns.h"
 #include "text/ui/CrystalTextView.h"
 
 namespace quill {
@@ -28,6 +31,7 @@ std::vector<CCrystalTextView::RowSpan> CCrystalTextView::RowsOf(const QRegion& r
 }
 
 void CCrystalTextView::paintEvent(QPaintEvent* event) {
+  if (m_fontRatio != devicePixelRatioF()) RebuildFont();  // the window came to another screen
   QPainter painter(viewport());
   if (m_model.HasText()) {
     for (const RowSpan& rows : RowsOf(event->region())) PaintRows(painter, rows);
@@ -130,7 +134,11 @@ std::span<const TextBlock> CCrystalTextView::BlocksOf(int32_t line, ColumnRange 
 }
 
 void CCrystalTextView::AddSelection(int32_t line, LinePicture& picture) {
-  if (!m_model.HasSelection()) return;
+  if (!m_model.HasSelection() && !m_model.IsColumnSelection()) return;
+  if (m_model.IsColumnSelection()) {
+    AddColumnSelection(line, picture);
+    return;
+  }
   const TextRange range = m_model.Selection();
   if (line < range.start.line || line > range.end.line) return;
   const auto length = static_cast<int32_t>(picture.text.size());
@@ -139,7 +147,22 @@ void CCrystalTextView::AddSelection(int32_t line, LinePicture& picture) {
   picture.selectionPastEnd = line != range.end.line;
 }
 
+void CCrystalTextView::AddColumnSelection(int32_t line, LinePicture& picture) {
+  ModelEditTarget target(m_model);
+  target.SetSettings({m_settings.tabSize});
+  const ColumnBlock block = BlockOf(target);
+  if (line < block.firstLine || line > block.lastLine) return;
+  const TextRange range = block.RangeOn(*Buffer(), line, m_settings.tabSize);
+  picture.selection = {range.start.character, range.end.character};
+  // Behind a short line's end the block is shown as well.
+  const int32_t end = ColumnOf(picture.text, static_cast<int32_t>(picture.text.size()), m_settings.tabSize);
+  picture.paddingStart = std::max(0, block.left - end);
+  picture.paddingWidth = std::max(0, block.right - std::max(end, block.left));
+}
+
 void CCrystalTextView::PaintCaret(QPainter& painter) {
+  if (m_dropPlace)
+    painter.fillRect(QRect(PointOf(*m_dropPlace), QSize(1, LineHeight())), m_palette.Colour(kColourText));
   if (!m_caretShown) return;
   const QRect caret = CaretRect();
   if (caret.left() < m_margin.width - 1) return;

@@ -54,9 +54,9 @@ void LinePainter::PaintBackground(const LinePicture& line, const QRect& area, do
   }
   const double end = PlaceOf(line.visible.end, line);
   const double blank = static_cast<double>(m_metrics.Advance(' ')) / kUnits;
-  if (line.selectionPadding > 0) {
-    const double start = end + std::max(0, line.selection.start - line.visible.end) * blank;
-    fill(start, start + line.selectionPadding * blank, m_palette.Colour(kColourSelectionBackground));
+  if (line.paddingWidth > 0) {
+    const double start = end + line.paddingStart * blank;
+    fill(start, start + line.paddingWidth * blank, m_palette.Colour(kColourSelectionBackground));
   } else if (line.selectionPastEnd && line.visible.end == static_cast<int32_t>(line.text.size())) {
     fill(end, end + kLineEndWidth, m_palette.Colour(kColourSelectionBackground));
   }

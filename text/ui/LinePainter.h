@@ -31,7 +31,8 @@ struct LinePicture {
   int64_t visibleX = 0;  ///< place of the first of them, 1/64 pixel from the line's start
   ColumnRange selection;
   bool selectionPastEnd = false;  ///< the line end is selected as well
-  int32_t selectionPadding = 0;   ///< column selection: selected columns behind the line's end
+  int32_t paddingStart = 0;       ///< blanks between the line's end and a column selection behind it
+  int32_t paddingWidth = 0;       ///< selected blanks behind the line's end
   int32_t brace = -1;             ///< column of a matched brace
   bool caretLine = false;
   bool collapsed = false;                ///< head of a collapsed block

@@ -6,8 +6,10 @@
 namespace quill {
 namespace {
 
-/// Contrast wanted between text and its background (the usual bound for body text).
+/// Contrast wanted between coloured text and its background (the usual bound for body text), and for
+/// plain text on a dark one.
 constexpr double kReadable = 4.5;
+constexpr double kComfortable = 11.0;
 
 double Luminance(const QColor& c) {
   const auto linear = [](double v) { return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4); };
@@ -27,10 +29,10 @@ QColor Mixed(const QColor& a, const QColor& b, double share) {
 }
 
 /// `c` moved towards `end` (white or black) as far as reading on `background` needs it.
-QColor Readable(const QColor& c, const QColor& background, const QColor& end) {
+QColor Readable(const QColor& c, const QColor& background, const QColor& end, double contrast) {
   for (double share = 0; share < 1; share += 0.05) {
     const QColor moved = Mixed(c, end, share);
-    if (Contrast(moved, background) >= kReadable) return moved;
+    if (Contrast(moved, background) >= contrast) return moved;
   }
   return end;
 }
@@ -43,6 +45,10 @@ QColor FromColourRef(uint32_t ref) {
 bool IsBackground(int32_t index) {
   return index == kColourBackground || index == kColourBackground2 || index == kColourMargin ||
          index == kColourSelectionBackground || index == kColourCaretLine;
+}
+
+double WantedContrast(int32_t index) {
+  return index == kColourText || index == kColourBrace ? kComfortable : kReadable;
 }
 
 }  // namespace
@@ -60,7 +66,7 @@ ViewPalette::ViewPalette(const ColourTable& table) {
       if (index == kColourCaretLine) {
         colour = Mixed(background, Qt::white, 0.09);
       } else if (!IsBackground(index) && index != kColourSelectionText) {
-        colour = Readable(colour, inMargin ? margin : background, Qt::white);
+        colour = Readable(colour, inMargin ? margin : background, Qt::white, WantedContrast(index));
       }
     }
     m_colours[static_cast<size_t>(index)] = colour.rgb();
@@ -75,7 +81,7 @@ ViewPalette ViewPalette::ForPaper(const ColourTable& table) {
   for (int32_t index = 0; index < kColours; ++index) {
     QColor colour = FromColourRef(table.ColourOf(index));
     // What was chosen for a dark background is too light here.
-    if (!IsBackground(index)) colour = Readable(colour, Qt::white, Qt::black);
+    if (!IsBackground(index)) colour = Readable(colour, Qt::white, Qt::black, kReadable);
     palette.m_colours[static_cast<size_t>(index)] = colour.rgb();
   }
   return palette;
