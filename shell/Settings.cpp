@@ -26,7 +26,7 @@ int32_t ReadInt(SettingsStore& store, const IntegerSetting& setting) {
   return std::clamp(value, setting.min, setting.max);
 }
 
-uint32_t ReadColour(SettingsStore& store, const ColourSetting& setting, const SystemColours& colours) {
+uint32_t ReadColour(SettingsStore& store, const ColourSetting& setting, const DesktopColours& colours) {
   return OpenSettings(store).ReadColour(setting.name, setting.Fallback(colours));
 }
 

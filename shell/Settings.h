@@ -18,7 +18,7 @@ constexpr uint32_t Rgb(uint32_t red, uint32_t green, uint32_t blue) {
 }
 
 /// Colours of the desktop that stand in as defaults; whoever has a window hands them in.
-struct SystemColours {
+struct DesktopColours {
   uint32_t window = Rgb(255, 255, 255);
   uint32_t buttonFace = Rgb(240, 240, 240);
 };
@@ -40,9 +40,9 @@ struct TextSetting {
 struct ColourSetting {
   std::string_view name;
   uint32_t fallback = 0;
-  uint32_t SystemColours::*system = nullptr;  ///< when set, this colour is the default
+  uint32_t DesktopColours::*system = nullptr;  ///< when set, this colour is the default
 
-  constexpr uint32_t Fallback(const SystemColours& colours) const {
+  constexpr uint32_t Fallback(const DesktopColours& colours) const {
     return system == nullptr ? fallback : colours.*system;
   }
 };
@@ -94,7 +94,7 @@ inline constexpr IntegerSetting kWatchUpdate{"WatchUpdate", 500, 1, 10000};  ///
 
 // Colours.
 inline constexpr ColourSetting kPlainColor{"PlainColor", Rgb(0, 0, 0)};
-inline constexpr ColourSetting kBackColor{"BackColor", 0, &SystemColours::window};
+inline constexpr ColourSetting kBackColor{"BackColor", 0, &DesktopColours::window};
 inline constexpr ColourSetting kCommentColor{"CommentColor", Rgb(0, 128, 0)};
 inline constexpr ColourSetting kCommandColor{"CommandColor", Rgb(136, 0, 0)};
 inline constexpr ColourSetting kKeywordColor{"KeywordColor", Rgb(0, 0, 255)};
@@ -107,7 +107,7 @@ inline constexpr ColourSetting kHighLightColor{"HighLightColor", Rgb(255, 255, 0
 inline constexpr ColourSetting kSelForeColor{"SelForeColor", Rgb(255, 255, 255)};
 inline constexpr ColourSetting kSelBackColor{"SelBackColor", Rgb(49, 106, 197)};
 inline constexpr ColourSetting kBraceColor{"BraceColor", Rgb(0, 0, 0)};
-inline constexpr ColourSetting kMarginColor{"MarginColor", 0, &SystemColours::buttonFace};
+inline constexpr ColourSetting kMarginColor{"MarginColor", 0, &DesktopColours::buttonFace};
 inline constexpr ColourSetting kMarginTextColor{"MarginTextColor", Rgb(0, 0, 0)};
 inline constexpr ColourSetting kIndentGuideColor{"IndentGuideColor", Rgb(128, 128, 128)};
 inline constexpr ColourSetting kFuncFoldColor{"FuncFoldColor", Rgb(128, 128, 128)};
@@ -127,7 +127,7 @@ inline constexpr FlagSetting kVarBold{"VarBold", false};
 bool ReadFlag(SettingsStore& store, const FlagSetting& setting);
 /// A stored number outside the setting's range gives the nearest end of it.
 int32_t ReadInt(SettingsStore& store, const IntegerSetting& setting);
-uint32_t ReadColour(SettingsStore& store, const ColourSetting& setting, const SystemColours& colours);
+uint32_t ReadColour(SettingsStore& store, const ColourSetting& setting, const DesktopColours& colours);
 std::string ReadText(SettingsStore& store, const TextSetting& setting);
 
 /// False when the value was not stored. Put a SettingsTransaction around several.

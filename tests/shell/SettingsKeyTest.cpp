@@ -109,7 +109,7 @@ TEST_F(SettingsKeyTest, AKeyThatCannotBeOpenedLeavesThePath) {
 
 TEST(Settings, DefaultsComeFromTheTableAndFromTheDesktop) {
   MemorySettingsStore store;
-  const SystemColours desktop{0x00102030, 0x00A0B0C0};
+  const DesktopColours desktop{0x00102030, 0x00A0B0C0};
   EXPECT_EQ(ReadInt(store, settings::kTabSize), 3);
   EXPECT_EQ(ReadText(store, settings::kKsDir), "c:\\program files\\KorvelStudio6");
   EXPECT_EQ(ReadColour(store, settings::kBackColor, desktop), 0x00102030u);
