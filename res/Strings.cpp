@@ -49,7 +49,7 @@ std::string_view Text(StringId id) {
   return *text;
 }
 
-std::string FormatText(StringId id, std::initializer_list<std::string_view> args) {
+std::string FormatText(StringId id, std::span<const std::string_view> args) {
   std::string_view rest = Text(id);
   std::string result;
   auto next = args.begin();

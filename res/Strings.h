@@ -34,7 +34,10 @@ std::optional<std::string_view> TextByNumber(int number);
 /// The text with its placeholders replaced, in order, by `args`: "%s", "%d" and "%.2f" each take the
 /// next argument as it stands (the caller formats numbers), "%%" gives "%". Throws
 /// std::invalid_argument when the counts differ.
-std::string FormatText(StringId id, std::initializer_list<std::string_view> args);
+std::string FormatText(StringId id, std::span<const std::string_view> args);
+inline std::string FormatText(StringId id, std::initializer_list<std::string_view> args) {
+  return FormatText(id, std::span(args.begin(), args.size()));
+}
 
 /// The name of an undo action code (0 to 10); nothing for any other code.
 std::optional<std::string_view> UndoActionText(int action);

@@ -7,7 +7,7 @@ namespace quill {
 
 /// A message or a question about a document, for a window to show: documents open no dialog.
 struct DocumentPrompt {
-  enum class Icon { kInformation, kQuestion, kWarning };
+  enum class Icon { kNone, kInformation, kQuestion, kWarning };
   enum class Buttons { kOk, kYesNo, kSaveDiscardCancel };
 
   std::string text;

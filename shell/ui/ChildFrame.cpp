@@ -1,0 +1,74 @@
+#include "shell/ui/ChildFrame.h"
+
+#include <QCloseEvent>
+#include <algorithm>
+
+#include "shell/Settings.h"
+#include "shell/WindowPlacement.h"
+#include "shell/ui/QuillDoc.h"
+#include "shell/ui/UiText.h"
+#include "text/ui/CrystalTextView.h"
+
+namespace quill {
+
+CChildFrame::CChildFrame(CQuillDoc& document, CCrystalTextView* view) : m_document(document), m_view(view) {
+  setAttribute(Qt::WA_DeleteOnClose);
+  view->setFrameShape(QFrame::NoFrame);
+  setWidget(view);
+  document.AttachView(*view);
+  connect(&document, &CQuillDoc::TitleChanged, this, &CChildFrame::UpdateTitle);
+  connect(&document, &CQuillDoc::ModifiedChanged, this, &CChildFrame::UpdateTitle);
+}
+
+CChildFrame::~CChildFrame() = default;
+
+QString CChildFrame::TitleText() const {
+  const auto& views = m_document.Views();
+  const auto own =
+      std::find_if(views.begin(), views.end(), [this](const auto& shown) { return shown.view == m_view; });
+  const QString title = m_document.Title();
+  return views.size() < 2 ? title : title + u':' + QString::number(own - views.begin() + 1);
+}
+
+void CChildFrame::UpdateTitle() {
+  setWindowTitle(TitleText() + "[*]");
+  setWindowModified(m_document.File().IsModified());
+  setToolTip(FromBytes(m_document.File().Path()));
+}
+
+void CChildFrame::closeEvent(QCloseEvent* event) {
+  if (m_mayClose && !m_mayClose()) {
+    event->ignore();
+    return;
+  }
+  m_closed = true;
+  m_document.DetachView(*m_view);
+  QMdiSubWindow::closeEvent(event);
+  Q_EMIT Closed(this);
+}
+
+std::string CChildFrame::PlacementSection() const {
+  return ToBytes(TitleText());
+}
+
+void CChildFrame::SavePlacement(AppProfile profile) const {
+  const QRect rectangle = isMaximized() || isMinimized() ? normalGeometry() : geometry();
+  WindowPlacement placement;
+  placement.showState = isMaximized() ? WindowPlacement::kMaximised : WindowPlacement::kNormal;
+  placement.left = rectangle.left();
+  placement.top = rectangle.top();
+  placement.right = rectangle.left() + rectangle.width();
+  placement.bottom = rectangle.top() + rectangle.height();
+  profile.WriteBinary(PlacementSection(), profile::kChildPlacementName, placement.ToBytes());
+}
+
+void CChildFrame::RestorePlacement(const AppProfile& profile) {
+  const auto bytes = profile.ReadBinary(PlacementSection(), profile::kChildPlacementName);
+  const auto placement = bytes ? WindowPlacement::FromBytes(*bytes) : std::nullopt;
+  if (!placement || placement->right <= placement->left || placement->bottom <= placement->top) return;
+  setGeometry(placement->left, placement->top, placement->right - placement->left,
+              placement->bottom - placement->top);
+  if (placement->showState == WindowPlacement::kMaximised) showMaximized();
+}
+
+}  // namespace quill

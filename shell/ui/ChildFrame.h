@@ -1,0 +1,58 @@
+#pragma once
+#include <QMdiSubWindow>
+#include <functional>
+
+#include "shell/AppProfile.h"
+
+namespace quill {
+
+class CCrystalTextView;
+class CQuillDoc;
+
+/// The window of one view of a document: a tab, or a window within the main window.
+class CChildFrame : public QMdiSubWindow {
+  Q_OBJECT
+
+ public:
+  /// Takes the view over and attaches it to the document.
+  CChildFrame(CQuillDoc& document, CCrystalTextView* view);
+  ~CChildFrame() override;
+
+  CQuillDoc& Document() const { return m_document; }
+  CCrystalTextView& View() const { return *m_view; }
+
+  /// Asked before the window closes; false keeps it.
+  void SetCloseGuard(std::function<bool()> mayClose) { m_mayClose = std::move(mayClose); }
+  /// Shows the document's title, whether it is modified, and which of several windows this one is.
+  void UpdateTitle();
+
+  /// The window was closed and waits for its deletion.
+  bool IsClosed() const { return m_closed; }
+
+  /// While set, a change of the file on disk is not asked about.
+  void SetNoReload(bool noReload) { m_noReload = noReload; }
+  bool NoReload() const { return m_noReload; }
+
+  /// The window's place, kept under its title. Tabs have none.
+  void SavePlacement(AppProfile profile) const;
+  void RestorePlacement(const AppProfile& profile);
+
+ Q_SIGNALS:
+  /// The view is detached and the window about to go.
+  void Closed(CChildFrame* frame);
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  QString TitleText() const;
+  std::string PlacementSection() const;
+
+  CQuillDoc& m_document;
+  CCrystalTextView* m_view;
+  std::function<bool()> m_mayClose;
+  bool m_noReload = false;
+  bool m_closed = false;
+};
+
+}  // namespace quill

@@ -1,0 +1,117 @@
+#include "shell/ui/DialogPrompts.h"
+
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include "shell/ui/AboutBox.h"
+#include "shell/ui/RecoveryDialog.h"
+#include "shell/ui/UiText.h"
+
+namespace quill {
+namespace {
+
+QString ScriptFilters() {
+  return UiText(StringId::kScriptFilter) + ";;" + UiText(StringId::kAllFilesFilter);
+}
+
+QMessageBox::Icon IconOf(DocumentPrompt::Icon icon) {
+  switch (icon) {
+    case DocumentPrompt::Icon::kQuestion:
+      return QMessageBox::Question;
+    case DocumentPrompt::Icon::kWarning:
+      return QMessageBox::Warning;
+    case DocumentPrompt::Icon::kNone:
+      return QMessageBox::NoIcon;
+    case DocumentPrompt::Icon::kInformation:
+      break;
+  }
+  return QMessageBox::Information;
+}
+
+/// Adds Save, Don't Save and Cancel, shows the box and returns the answer.
+Prompts::Answer AskToSave(QMessageBox& box, StringId saveText, StringId discardText) {
+  QPushButton* save = box.addButton(UiText(saveText), QMessageBox::AcceptRole);
+  QPushButton* discard = box.addButton(UiText(discardText), QMessageBox::DestructiveRole);
+  QPushButton* cancel = box.addButton(UiText(StringId::kCancelButton), QMessageBox::RejectRole);
+  box.setDefaultButton(save);
+  box.setEscapeButton(cancel);
+  box.exec();
+  if (box.clickedButton() == save) return Prompts::Answer::kSave;
+  return box.clickedButton() == discard ? Prompts::Answer::kDiscard : Prompts::Answer::kCancel;
+}
+
+}  // namespace
+
+Prompts::Answer DialogPrompts::Ask(const DocumentPrompt& prompt) {
+  QMessageBox box(m_parent);
+  box.setIcon(IconOf(prompt.icon));
+  box.setWindowTitle(FromBytes(prompt.caption));
+  box.setTextFormat(Qt::PlainText);
+  box.setText(FromBytes(prompt.text));
+  box.setInformativeText(FromBytes(prompt.detail));
+  switch (prompt.buttons) {
+    case DocumentPrompt::Buttons::kSaveDiscardCancel:
+      return AskToSave(box, StringId::kSaveButton, StringId::kDiscardButton);
+    case DocumentPrompt::Buttons::kYesNo:
+      box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+      return box.exec() == QMessageBox::Yes ? Answer::kYes : Answer::kNo;
+    case DocumentPrompt::Buttons::kOk:
+      break;
+  }
+  box.setStandardButtons(QMessageBox::Ok);
+  box.exec();
+  return Answer::kOk;
+}
+
+Prompts::Answer DialogPrompts::AskSaveAll(const std::vector<std::string>& titles) {
+  QStringList names;
+  for (const std::string& title : titles) names << FromBytes(title);
+  QMessageBox box(m_parent);
+  box.setIcon(QMessageBox::Question);
+  box.setWindowTitle(UiText(StringId::kProgramTitle));
+  box.setTextFormat(Qt::PlainText);
+  box.setText(UiText(StringId::kSaveAllChanges, {QString::number(titles.size())}));
+  box.setInformativeText(names.join(u'\n') + "\n\n" + UiText(StringId::kSaveChangesHint));
+  return AskToSave(box, StringId::kSaveAllButton, StringId::kDiscardAllButton);
+}
+
+std::vector<std::string> DialogPrompts::ChooseFilesToOpen(const std::string& folder) {
+  std::vector<std::string> files;
+  for (const QString& file : QFileDialog::getOpenFileNames(m_parent, UiText(StringId::kOpenTitle),
+                                                           FromBytes(folder), ScriptFilters())) {
+    files.push_back(ToBytes(file));
+  }
+  return files;
+}
+
+std::string DialogPrompts::ChooseFileToSave(const std::string& suggestedPath) {
+  return ToBytes(QFileDialog::getSaveFileName(m_parent, UiText(StringId::kSaveAsTitle),
+                                              FromBytes(suggestedPath), ScriptFilters()));
+}
+
+std::string DialogPrompts::ChoosePdfFile(const std::string& suggestedPath) {
+  return ToBytes(QFileDialog::getSaveFileName(m_parent, UiText(StringId::kPrintToPdfTitle),
+                                              FromBytes(suggestedPath), UiText(StringId::kPdfFilter)));
+}
+
+std::optional<int32_t> DialogPrompts::ChooseLine(int32_t current, int32_t count) {
+  bool accepted = false;
+  const int line = QInputDialog::getInt(m_parent, UiText(StringId::kGoToLineTitle),
+                                        UiText(StringId::kGoToLinePrompt, {QString::number(count)}), current,
+                                        1, count, 1, &accepted);
+  return accepted ? std::optional<int32_t>(line) : std::nullopt;
+}
+
+Prompts::RecoveryChoice DialogPrompts::ChooseRecovery(const std::vector<RecoverableDocument>& found) {
+  RecoveryDialog dialog(found, m_parent);
+  dialog.exec();
+  return dialog.Choice();
+}
+
+void DialogPrompts::ShowAbout() {
+  AboutBox(m_parent).exec();
+}
+
+}  // namespace quill

@@ -1,0 +1,27 @@
+#pragma once
+#include "shell/ui/Prompts.h"
+
+class QWidget;
+
+namespace quill {
+
+/// Asks in message boxes and dialogs.
+class DialogPrompts : public Prompts {
+ public:
+  /// Dialogs open before the window; null for none yet.
+  void SetParent(QWidget* parent) { m_parent = parent; }
+
+  Answer Ask(const DocumentPrompt& prompt) override;
+  Answer AskSaveAll(const std::vector<std::string>& titles) override;
+  std::vector<std::string> ChooseFilesToOpen(const std::string& folder) override;
+  std::string ChooseFileToSave(const std::string& suggestedPath) override;
+  std::string ChoosePdfFile(const std::string& suggestedPath) override;
+  std::optional<int32_t> ChooseLine(int32_t current, int32_t count) override;
+  RecoveryChoice ChooseRecovery(const std::vector<RecoverableDocument>& found) override;
+  void ShowAbout() override;
+
+ private:
+  QWidget* m_parent = nullptr;
+};
+
+}  // namespace quill

@@ -1,0 +1,62 @@
+#include "shell/ui/Documents.h"
+
+#include <algorithm>
+
+#include "shell/RunLog.h"
+#include "shell/ui/QuillDoc.h"
+
+namespace quill {
+
+Documents::Documents(DocumentServices services, QObject* parent)
+    : QObject(parent), m_services(std::move(services)) {
+  m_journal.setInterval(kJournalPeriod);
+  connect(&m_journal, &QTimer::timeout, this, &Documents::FlushJournals);
+}
+
+Documents::~Documents() {
+  for (CQuillDoc* document : m_documents) delete document;
+}
+
+CQuillDoc& Documents::Create() {
+  auto* document = new CQuillDoc(m_services);
+  m_documents.push_back(document);
+  m_journal.start();
+  Q_EMIT Created(document);
+  return *document;
+}
+
+void Documents::MakeNew(CQuillDoc& document) {
+  document.File().New(m_names.Next());
+}
+
+void Documents::Remove(CQuillDoc& document) {
+  std::erase(m_documents, &document);
+  if (m_documents.empty()) m_journal.stop();
+  Q_EMIT Removed(&document);
+  document.deleteLater();
+}
+
+std::vector<CQuillDoc*> Documents::Modified() const {
+  std::vector<CQuillDoc*> modified;
+  std::copy_if(m_documents.begin(), m_documents.end(), std::back_inserter(modified),
+               [](const CQuillDoc* document) { return document->File().IsModified(); });
+  return modified;
+}
+
+CQuillDoc* Documents::Find(const std::string& path) const {
+  const auto found = std::find_if(m_documents.begin(), m_documents.end(), [&path](const CQuillDoc* document) {
+    return document->File().HoldsFile(path);
+  });
+  return found == m_documents.end() ? nullptr : *found;
+}
+
+/// A journal that cannot be written is tried again at the next turn; the log tells once in a while why
+/// nothing could be recovered.
+void Documents::FlushJournals() {
+  for (CQuillDoc* document : m_documents) {
+    const IoResult flushed = document->File().FlushJournal();
+    if (!flushed && m_services.log != nullptr) m_services.log->Line(flushed.Message());
+  }
+}
+
+}  // namespace quill

@@ -1,0 +1,248 @@
+#include "shell/ui/FileOperations.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <stdexcept>
+
+#include "res/Strings.h"
+#include "shell/BackupCopies.h"
+#include "shell/RecoveryFolder.h"
+#include "shell/Settings.h"
+#include "shell/ui/AppServices.h"
+#include "shell/ui/ChildFrame.h"
+#include "shell/ui/Documents.h"
+#include "shell/ui/Prompts.h"
+#include "shell/ui/QuillDoc.h"
+#include "shell/ui/Workspace.h"
+#include "text/ui/CrystalTextView.h"
+
+namespace quill {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// While it lives, changes of the window's file on disk are not asked about.
+class NoReloadScope {
+ public:
+  explicit NoReloadScope(CChildFrame& frame) : m_frame(&frame) { frame.SetNoReload(true); }
+  NoReloadScope(const NoReloadScope&) = delete;
+  NoReloadScope& operator=(const NoReloadScope&) = delete;
+  ~NoReloadScope() { m_frame->SetNoReload(false); }
+
+ private:
+  CChildFrame* m_frame;
+};
+
+}  // namespace
+
+FileOperations::FileOperations(AppServices& services, Documents& documents, Workspace& workspace,
+                               QObject* parent)
+    : QObject(parent), m_services(services), m_documents(documents), m_workspace(workspace) {
+  workspace.SetCloseGuard([this](CChildFrame& frame) { return MayClose(frame); });
+  connect(&workspace, &Workspace::WindowClosed, this, &FileOperations::OnWindowClosed);
+}
+
+// Opening
+
+CQuillDoc& FileOperations::New() {
+  CQuillDoc& document = m_documents.Create();
+  m_documents.MakeNew(document);
+  m_workspace.AddWindow(document);
+  return document;
+}
+
+CQuillDoc* FileOperations::Open(const std::string& path, int32_t line) {
+  CQuillDoc* document = m_documents.Find(path);
+  if (document != nullptr) {
+    m_workspace.ActivateDocument(*document);
+  } else {
+    CQuillDoc* pristine = PristineDocument();
+    document = &m_documents.Create();
+    if (const IoResult opened = document->File().Open(path); !opened) {
+      m_documents.Remove(*document);
+      m_services.prompts.Ask(DocumentPrompt::OpenFailed(opened));
+      return nullptr;
+    }
+    ShowInPlaceOf(pristine, *document);
+  }
+  m_lastFolder = fs::path(document->File().Path()).parent_path().string();
+  if (line > 0) m_workspace.ActiveView()->GotoLine(std::min(line, document->Buffer().LineCount()) - 1);
+  return document;
+}
+
+CQuillDoc* FileOperations::PristineDocument() const {
+  const auto& all = m_documents.All();
+  const bool alone = all.size() == 1 && all.front()->Views().size() == 1;
+  return alone && all.front()->IsPristine() ? all.front() : nullptr;
+}
+
+void FileOperations::ShowInPlaceOf(CQuillDoc* pristine, CQuillDoc& document) {
+  m_workspace.AddWindow(document);
+  if (pristine != nullptr) Close(*pristine);
+}
+
+void FileOperations::OpenByDialog() {
+  for (const std::string& path : m_services.prompts.ChooseFilesToOpen(Folder())) Open(path);
+}
+
+/// Where file dialogs begin: beside the active document, else where the user was last.
+std::string FileOperations::Folder() const {
+  const CQuillDoc* active = m_workspace.ActiveDocument();
+  if (active != nullptr && active->File().HasPath()) {
+    return fs::path(active->File().Path()).parent_path().string();
+  }
+  return m_lastFolder;
+}
+
+// Saving
+
+bool FileOperations::KeepsBak() const {
+  return ReadFlag(m_services.settings, settings::kEnableBackups);
+}
+
+bool FileOperations::Report(const IoResult& saved) {
+  if (!saved) m_services.prompts.Ask(DocumentPrompt::SaveFailed(saved));
+  return static_cast<bool>(saved);
+}
+
+bool FileOperations::Save(CQuillDoc& document) {
+  return document.File().HasPath() ? Report(document.File().Save(KeepsBak())) : SaveAs(document);
+}
+
+bool FileOperations::SaveAs(CQuillDoc& document) {
+  const fs::path name = document.File().SuggestedName();
+  const std::string suggested = name.is_absolute() ? name.string() : (fs::path(Folder()) / name).string();
+  const std::string chosen = m_services.prompts.ChooseFileToSave(suggested);
+  if (chosen.empty() || !Report(document.File().SaveAs(chosen, KeepsBak()))) return false;
+  m_lastFolder = fs::path(document.File().Path()).parent_path().string();
+  return true;
+}
+
+bool FileOperations::SaveAll() {
+  const std::vector<CQuillDoc*> modified = m_documents.Modified();
+  return std::all_of(modified.begin(), modified.end(),
+                     [this](CQuillDoc* document) { return Save(*document); });
+}
+
+void FileOperations::Reload(CQuillDoc& document) {
+  const std::optional<DocumentPrompt> question = document.File().QuestionBeforeReload();
+  if (question && m_services.prompts.Ask(*question) != Prompts::Answer::kYes) return;
+  if (const IoResult reloaded = document.Reload(); !reloaded) {
+    m_services.prompts.Ask(DocumentPrompt::OpenFailed(reloaded));
+  }
+}
+
+void FileOperations::ToggleReadOnly(CQuillDoc& document) {
+  if (const auto message = document.ToggleReadOnly()) m_services.prompts.Ask(*message);
+}
+
+// Closing
+
+bool FileOperations::AgreeToClose(const std::vector<CQuillDoc*>& documents) {
+  std::vector<CQuillDoc*> modified;
+  for (CQuillDoc* document : documents) {
+    if (document->File().IsModified()) modified.push_back(document);
+  }
+  Prompts::Answer answer = Prompts::Answer::kSave;
+  if (modified.size() == 1) {
+    m_workspace.ActivateDocument(*modified.front());
+    answer = m_services.prompts.Ask(*modified.front()->File().QuestionBeforeClose());
+  } else if (modified.size() > 1) {
+    std::vector<std::string> titles;
+    for (const CQuillDoc* document : modified) titles.push_back(document->File().Title());
+    answer = m_services.prompts.AskSaveAll(titles);
+  }
+  if (answer == Prompts::Answer::kCancel) return false;
+  if (answer == Prompts::Answer::kSave &&
+      !std::all_of(modified.begin(), modified.end(),
+                   [this](CQuillDoc* document) { return Save(*document); })) {
+    return false;
+  }
+  for (const CQuillDoc* document : documents) m_agreed[document] = DocumentFile::CloseReason::kNotAsked;
+  if (answer == Prompts::Answer::kDiscard) {
+    for (const CQuillDoc* document : modified) m_agreed[document] = DocumentFile::CloseReason::kDiscarded;
+  }
+  return true;
+}
+
+bool FileOperations::MayClose(CChildFrame& frame) {
+  CQuillDoc& document = frame.Document();
+  if (document.Views().size() > 1 || m_agreed.contains(&document)) return true;
+  return AgreeToClose({&document});
+}
+
+void FileOperations::OnWindowClosed(CChildFrame* frame) {
+  CQuillDoc& document = frame->Document();
+  if (!document.Views().empty()) return;
+  const auto agreed = m_agreed.extract(&document);
+  document.File().Close(agreed.empty() ? DocumentFile::CloseReason::kNotAsked : agreed.mapped());
+  m_documents.Remove(document);
+}
+
+bool FileOperations::Close(CQuillDoc& document) {
+  if (!AgreeToClose({&document})) return false;
+  for (CChildFrame* frame : m_workspace.Frames()) {
+    if (&frame->Document() == &document) frame->close();
+  }
+  return true;
+}
+
+bool FileOperations::CloseAll() {
+  if (!AgreeToClose(m_documents.All())) return false;
+  for (CChildFrame* frame : m_workspace.Frames()) frame->close();
+  return true;
+}
+
+// In the background
+
+void FileOperations::CheckOnDisk(CChildFrame& frame) {
+  if (frame.NoReload()) return;
+  const NoReloadScope noReload(frame);
+  const auto question = frame.Document().File().CheckOnDisk();
+  if (!question || m_services.prompts.Ask(*question) != Prompts::Answer::kYes) return;
+  if (const IoResult reloaded = frame.Document().Reload(); !reloaded) {
+    m_services.prompts.Ask(DocumentPrompt::OpenFailed(reloaded));
+  }
+  frame.View().viewport()->repaint();
+}
+
+void FileOperations::BackUpActiveDocument() {
+  CQuillDoc* document = m_workspace.ActiveDocument();
+  if (document == nullptr) return;
+  const BackupCopies::Settings settings{ReadFlag(m_services.settings, settings::kEnableBackups),
+                                        ReadInt(m_services.settings, settings::kBackupRemoveDays)};
+  try {
+    BackupCopies(m_services.programFolder, m_services.clock)
+        .BackUp(document->Buffer(), document->ViewPaths(), settings);
+  } catch (const std::invalid_argument& error) {
+    m_services.log.Line(error.what());
+  }
+}
+
+void FileOperations::OfferRecovery() {
+  std::vector<RecoverableDocument> found = FindRecoverable(m_services.recoveryFolder);
+  if (found.empty()) return;
+  const Prompts::RecoveryChoice choice = m_services.prompts.ChooseRecovery(found);
+  if (choice.action == Prompts::RecoveryAction::kLater) return;
+  for (size_t index : choice.chosen) {
+    if (choice.action == Prompts::RecoveryAction::kDiscard) {
+      found.at(index).Discard();
+    } else {
+      Recover(found.at(index));
+    }
+  }
+}
+
+void FileOperations::Recover(RecoverableDocument& lost) {
+  CQuillDoc* pristine = PristineDocument();
+  CQuillDoc* open = lost.Path().empty() ? nullptr : m_documents.Find(lost.Path());
+  CQuillDoc& document = open == nullptr ? m_documents.Create() : *open;
+  if (const IoResult recovered = document.File().Recover(lost); !recovered) {
+    if (open == nullptr) m_documents.Remove(document);
+    m_services.prompts.Tell(std::string(Text(StringId::kRecoverFailed)), recovered.Message() + ".");
+    return;
+  }
+  if (open == nullptr) ShowInPlaceOf(pristine, document);
+}
+
+}  // namespace quill

@@ -1,0 +1,70 @@
+#pragma once
+#include <QObject>
+#include <map>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "shell/DocumentFile.h"
+
+namespace quill {
+
+class CChildFrame;
+class CQuillDoc;
+class Documents;
+class Workspace;
+struct AppServices;
+
+/// What the user does with files, whole: the document's part, the window's part, and the questions
+/// between them.
+class FileOperations : public QObject {
+  Q_OBJECT
+
+ public:
+  FileOperations(AppServices& services, Documents& documents, Workspace& workspace, QObject* parent);
+
+  CQuillDoc& New();
+  /// Opens a file, or brings the window that has it to the front, and moves the caret to a line (from 1)
+  /// when one is given. Null, and a message, when it cannot be opened.
+  CQuillDoc* Open(const std::string& path, int32_t line = 0);
+  void OpenByDialog();
+  /// Every kind of save: false when the user changed his mind, or a message was shown.
+  bool Save(CQuillDoc& document);
+  bool SaveAs(CQuillDoc& document);
+  bool SaveAll();
+  void Reload(CQuillDoc& document);
+  void ToggleReadOnly(CQuillDoc& document);
+
+  /// Asks about unsaved changes and closes the document with all its windows.
+  bool Close(CQuillDoc& document);
+  /// Asks once about all documents. False, and nothing closed, when the user changed his mind.
+  bool CloseAll();
+
+  /// For a window that got the focus: asks whether a file that was changed on disk is to be read again.
+  void CheckOnDisk(CChildFrame& frame);
+  /// The periodic copy of the active document.
+  void BackUpActiveDocument();
+  /// Offers what an earlier run left unsaved.
+  void OfferRecovery();
+
+ private:
+  bool AgreeToClose(const std::vector<CQuillDoc*>& documents);
+  bool MayClose(CChildFrame& frame);
+  void OnWindowClosed(CChildFrame* frame);
+  void Recover(RecoverableDocument& lost);
+  /// Opens a window on a document, in the place of an untouched new one.
+  void ShowInPlaceOf(CQuillDoc* pristine, CQuillDoc& document);
+  CQuillDoc* PristineDocument() const;
+  bool KeepsBak() const;
+  bool Report(const IoResult& saved);
+  std::string Folder() const;
+
+  AppServices& m_services;
+  Documents& m_documents;
+  Workspace& m_workspace;
+  std::string m_lastFolder;
+  /// What was decided about documents that are about to close.
+  std::map<const CQuillDoc*, DocumentFile::CloseReason> m_agreed;
+};
+
+}  // namespace quill

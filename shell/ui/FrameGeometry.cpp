@@ -1,0 +1,60 @@
+#include "shell/ui/FrameGeometry.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWidget>
+
+#include "shell/WindowPlacement.h"
+
+namespace quill::frame_geometry {
+namespace {
+
+constexpr QSize kDefaultSize{1100, 760};
+/// As much of the window must be on a screen for it to be found and moved.
+constexpr int kVisiblePart = 64;
+
+bool IsReachable(const QRect& rectangle) {
+  for (const QScreen* screen : QGuiApplication::screens()) {
+    const QRect shown = screen->availableGeometry().intersected(rectangle);
+    if (shown.width() >= kVisiblePart && shown.height() >= kVisiblePart) return true;
+  }
+  return false;
+}
+
+void PlaceInTheMiddle(QWidget& window) {
+  const QRect screen = window.screen()->availableGeometry();
+  const QSize size = kDefaultSize.boundedTo(screen.size());
+  window.setGeometry(QRect(screen.center() - QPoint(size.width(), size.height()) / 2, size));
+}
+
+}  // namespace
+
+std::string Save(const QWidget& window) {
+  const bool special = window.isMaximized() || window.isMinimized() || window.isFullScreen();
+  const QRect rectangle = special ? window.normalGeometry() : window.geometry();
+  WindowPlacement placement;
+  placement.showState = window.isMaximized() ? WindowPlacement::kMaximised : WindowPlacement::kNormal;
+  placement.left = rectangle.left();
+  placement.top = rectangle.top();
+  placement.right = rectangle.left() + rectangle.width();
+  placement.bottom = rectangle.top() + rectangle.height();
+  return placement.ToBytes();
+}
+
+bool Restore(QWidget& window, const std::string& bytes) {
+  const auto placement = WindowPlacement::FromBytes(bytes);
+  if (!placement) {
+    PlaceInTheMiddle(window);
+    return false;
+  }
+  const QRect rectangle(QPoint(placement->left, placement->top),
+                        QPoint(placement->right - 1, placement->bottom - 1));
+  if (IsReachable(rectangle)) {
+    window.setGeometry(rectangle);
+  } else {
+    PlaceInTheMiddle(window);
+  }
+  return placement->showState == WindowPlacement::kMaximised;
+}
+
+}  // namespace quill::frame_geometry

@@ -1,0 +1,85 @@
+#include "shell/ui/Menus.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QMenuBar>
+#include <algorithm>
+#include <vector>
+
+#include "res/Menus.h"
+#include "shell/ui/CommandRouter.h"
+#include "shell/ui/UiText.h"
+
+namespace quill {
+namespace {
+
+/// What stands in for the entries of a series while there are none.
+struct EmptySeries {
+  CommandId first;
+  CommandId last;
+  QAction* placeholder;
+};
+
+void FillMenu(QMenu& menu, const Menu& table, CommandRouter& router);
+
+void AddEntry(QMenu& menu, const MenuEntry& entry, CommandRouter& router, std::vector<CommandId>& ids,
+              std::vector<EmptySeries>& series) {
+  switch (entry.kind) {
+    case MenuEntry::Kind::kSeparator:
+      menu.addSeparator();
+      return;
+    case MenuEntry::Kind::kSubmenu:
+      FillMenu(*menu.addMenu(UiText(entry.submenu->text)), *entry.submenu, router);
+      return;
+    case MenuEntry::Kind::kCommands:
+    case MenuEntry::Kind::kSeries:
+      for (int i = 0; i <= entry.last - entry.first; ++i) {
+        const CommandId id = entry.first + i;
+        // Numbers between two commands of a run may be free.
+        if (entry.kind == MenuEntry::Kind::kCommands && FindCommand(id) == nullptr) continue;
+        ids.push_back(id);
+        menu.addAction(router.Action(id));
+      }
+  }
+  if (entry.kind == MenuEntry::Kind::kSeries && entry.emptyText != StringId{}) {
+    QAction* placeholder = menu.addAction(UiText(entry.emptyText));
+    placeholder->setEnabled(false);
+    series.push_back({entry.first, entry.last, placeholder});
+  }
+}
+
+void FillMenu(QMenu& menu, const Menu& table, CommandRouter& router) {
+  std::vector<CommandId> ids;
+  std::vector<EmptySeries> series;
+  for (const MenuEntry& entry : table.entries) AddEntry(menu, entry, router, ids, series);
+  menu.setSeparatorsCollapsible(true);
+  QObject::connect(&menu, &QMenu::aboutToShow, &router,
+                   [&router, ids = std::move(ids), series = std::move(series)] {
+                     for (CommandId id : ids) {
+                       router.Refresh(id);
+                       router.EnsureIcon(id);
+                     }
+                     for (const EmptySeries& s : series) {
+                       bool any = false;
+                       for (int i = 0; i <= s.last - s.first && !any; ++i) {
+                         any = router.Action(s.first + i)->isVisible();
+                       }
+                       s.placeholder->setVisible(!any);
+                     }
+                   });
+}
+
+}  // namespace
+
+void BuildMenuBar(QMenuBar& bar, CommandRouter& router) {
+  for (const Menu& menu : MenuBar()) FillMenu(*bar.addMenu(UiText(menu.text)), menu, router);
+}
+
+QMenu* FindMenu(const QMenuBar& bar, const QString& title) {
+  for (QAction* action : bar.actions()) {
+    if (action->text().remove(u'&') == title) return action->menu();
+  }
+  return nullptr;
+}
+
+}  // namespace quill

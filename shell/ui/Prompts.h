@@ -1,0 +1,44 @@
+#pragma once
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "shell/DocumentPrompt.h"
+
+namespace quill {
+
+class RecoverableDocument;
+
+/// Everything that the program asks of its user or tells in a box. The windows ask through this, so that
+/// whoever stands in for the user answers without a window.
+class Prompts {
+ public:
+  enum class Answer { kOk, kYes, kNo, kSave, kDiscard, kCancel };
+  enum class RecoveryAction { kLater, kRecover, kDiscard };
+  struct RecoveryChoice {
+    RecoveryAction action = RecoveryAction::kLater;
+    std::vector<size_t> chosen;  ///< what the action is for; the others are offered again
+  };
+
+  virtual ~Prompts() = default;
+
+  /// One of the answers that the prompt's buttons allow; closing the box is kNo or kCancel.
+  virtual Answer Ask(const DocumentPrompt& prompt) = 0;
+  /// Several modified documents are about to be closed: kSave, kDiscard or kCancel for all of them.
+  virtual Answer AskSaveAll(const std::vector<std::string>& titles) = 0;
+  /// Empty when the user changed his mind, as with the next two.
+  virtual std::vector<std::string> ChooseFilesToOpen(const std::string& folder) = 0;
+  virtual std::string ChooseFileToSave(const std::string& suggestedPath) = 0;
+  virtual std::string ChoosePdfFile(const std::string& suggestedPath) = 0;
+  /// A line from 1 to `count`.
+  virtual std::optional<int32_t> ChooseLine(int32_t current, int32_t count) = 0;
+  virtual RecoveryChoice ChooseRecovery(const std::vector<RecoverableDocument>& found) = 0;
+  virtual void ShowAbout() = 0;
+
+  /// A plain message.
+  void Tell(const std::string& text, const std::string& detail = {},
+            DocumentPrompt::Icon icon = DocumentPrompt::Icon::kWarning);
+};
+
+}  // namespace quill

@@ -1,0 +1,38 @@
+#pragma once
+#include <memory>
+
+#include "shell/CommandLine.h"
+
+namespace quill {
+
+class CMainFrame;
+struct AppServices;
+
+/// The application: starts the program in its fixed order and owns the main window.
+class CQuillApp {
+ public:
+  enum class Started {
+    kRunning,
+    kHandedOver,  ///< a running copy has taken the command line
+    kEnded,       ///< there is nothing to run; the user knows why
+    kFailed,
+  };
+
+  /// `services` outlives the application.
+  CQuillApp(AppServices& services, CommandLine commandLine);
+  ~CQuillApp();
+
+  /// Everything up to the point where events are waited for.
+  Started Start();
+  CMainFrame& MainFrame() { return *m_frame; }
+
+ private:
+  void ProcessCommandLine();
+  void ShowFrame();
+
+  AppServices& m_services;
+  CommandLine m_commandLine;
+  std::unique_ptr<CMainFrame> m_frame;
+};
+
+}  // namespace quill

@@ -1,0 +1,97 @@
+#include "shell/ui/QuillDoc.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "shell/ui/UiText.h"
+#include "text/ui/CrystalTextView.h"
+
+namespace quill {
+namespace {
+
+DocumentServices WithObserver(DocumentServices services, DocumentObserver* observer) {
+  services.observer = observer;
+  return services;
+}
+
+}  // namespace
+
+CQuillDoc::CQuillDoc(DocumentServices services, QObject* parent)
+    : QObject(parent), m_file(WithObserver(std::move(services), this)) {}
+
+CQuillDoc::~CQuillDoc() {
+  while (!m_views.empty()) DetachView(*m_views.back().view);
+}
+
+QString CQuillDoc::Title() const {
+  return FromBytes(m_file.Title());
+}
+
+bool CQuillDoc::IsPristine() const {
+  return !m_file.HasPath() && !m_file.IsModified() && !Buffer().CanUndo() && !Buffer().CanRedo() &&
+         Buffer().EndOfText() == TextPosition{};
+}
+
+void CQuillDoc::AttachView(CCrystalTextView& view) {
+  view.SetBuffer(&m_file.Buffer());
+  m_views.push_back({&view, {}, {}});
+  OnFileRecorded(m_recordedPath);
+}
+
+void CQuillDoc::DetachView(CCrystalTextView& view) {
+  view.SetBuffer(nullptr);
+  std::erase_if(m_views, [&view](const ShownView& shown) { return shown.view == &view; });
+}
+
+std::vector<std::string> CQuillDoc::ViewPaths() const {
+  std::vector<std::string> paths;
+  for (const ShownView& shown : m_views) paths.push_back(shown.path);
+  return paths;
+}
+
+IoResult CQuillDoc::Reload() {
+  struct Place {
+    CCrystalTextView* view;
+    TextPosition caret;
+    int32_t topLine;
+  };
+  std::vector<Place> places;
+  for (const ShownView& shown : m_views) {
+    places.push_back({shown.view, shown.view->CaretPos(), shown.view->TopLine()});
+  }
+  IoResult reloaded = m_file.Reload();
+  for (const Place& place : places) {
+    if (m_file.Buffer().LineCount() == 0) break;
+    place.view->SetCaretPos(place.caret);
+    place.view->ScrollToLine(std::min(place.topLine, m_file.Buffer().LineCount() - 1));
+  }
+  Q_EMIT StateChanged();
+  return reloaded;
+}
+
+std::optional<DocumentPrompt> CQuillDoc::ToggleReadOnly() {
+  std::optional<DocumentPrompt> prompt = m_file.ToggleReadOnly();
+  Q_EMIT StateChanged();
+  return prompt;
+}
+
+void CQuillDoc::OnModifiedChanged(bool) {
+  Q_EMIT ModifiedChanged();
+}
+
+void CQuillDoc::OnFileRecorded(const std::string& path) {
+  m_recordedPath = path;
+  const std::string folder = std::filesystem::path(path).parent_path().string();
+  for (ShownView& shown : m_views) {
+    shown.path = path;
+    shown.folder = folder;
+  }
+  Q_EMIT StateChanged();
+}
+
+void CQuillDoc::OnPathSet(const std::string& path) {
+  Q_EMIT TitleChanged();
+  Q_EMIT PathSet(path);
+}
+
+}  // namespace quill

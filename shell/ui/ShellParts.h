@@ -1,0 +1,43 @@
+#pragma once
+
+class QMainWindow;
+
+namespace quill {
+
+class CStatusBar;
+class CommandRouter;
+class Documents;
+class DockBars;
+class FileOperations;
+class RecentFiles;
+class TimerService;
+class ViewSettingsControl;
+class Workspace;
+struct AppServices;
+
+/// The objects that the main window is made of, for those who carry out commands.
+struct ShellParts {
+  AppServices& services;
+  QMainWindow& window;
+  CommandRouter& router;
+  Workspace& workspace;
+  Documents& documents;
+  FileOperations& files;
+  ViewSettingsControl& viewSettings;
+  DockBars& bars;
+  RecentFiles& recentFiles;
+  CStatusBar& statusBar;
+  TimerService& timers;
+};
+
+/// A group of commands registers its handlers. The parts outlive the router's actions.
+using RegisterCommands = void (*)(const ShellParts& parts);
+
+void RegisterFileCommands(const ShellParts& parts);
+void RegisterViewCommands(const ShellParts& parts);
+void RegisterPrintCommands(const ShellParts& parts);
+void RegisterBookmarkCommands(const ShellParts& parts);
+void RegisterWindowCommands(const ShellParts& parts);
+void RegisterHelpCommands(const ShellParts& parts);
+
+}  // namespace quill

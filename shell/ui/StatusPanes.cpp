@@ -1,0 +1,105 @@
+#include "shell/ui/StatusPanes.h"
+
+#include <QEvent>
+#include <QFontMetrics>
+#include <QLabel>
+#include <QPainter>
+#include <QStyle>
+#include <algorithm>
+
+#include "shell/ui/UiText.h"
+
+namespace quill {
+namespace {
+
+constexpr int kSidePadding = 8;
+constexpr int kTopPadding = 3;
+/// Room for as many digits before a pane has to grow.
+constexpr const char* kWideLine = "00000000";
+constexpr const char* kWideColumn = "00000";
+constexpr const char* kWideZoom = "000";
+
+QString LineEndName(int style) {
+  constexpr StringId kNames[] = {StringId::kLineEndCrLf, StringId::kLineEndLfCr, StringId::kLineEndLf};
+  return style >= 0 && style < 3 ? UiText(kNames[style]) : QString();
+}
+
+}  // namespace
+
+StatusPane::StatusPane(const QString& widest, QWidget* parent) : QWidget(parent), m_widest(widest) {
+  FitTo(widest);
+}
+
+void StatusPane::FitTo(const QString& text) {
+  const int width = fontMetrics().horizontalAdvance(text) + 2 * kSidePadding;
+  if (width > minimumWidth()) setFixedWidth(width);
+}
+
+QSize StatusPane::sizeHint() const {
+  return {minimumWidth(), fontMetrics().height() + 2 * kTopPadding};
+}
+
+void StatusPane::SetText(const QString& text) {
+  if (text == m_text) return;
+  m_text = text;
+  FitTo(text);
+  update();
+}
+
+void StatusPane::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  QColor line = palette().color(QPalette::WindowText);
+  line.setAlphaF(0.2F);
+  painter.fillRect(QRect(0, kTopPadding, 1, height() - 2 * kTopPadding), line);
+  style()->drawItemText(&painter, rect(), Qt::AlignCenter, palette(), isEnabled(), m_text,
+                        QPalette::WindowText);
+}
+
+void StatusPane::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::FontChange) {
+    setMinimumWidth(0);
+    FitTo(m_widest);
+    FitTo(m_text);
+  }
+  QWidget::changeEvent(event);
+}
+
+CStatusBar::CStatusBar(QWidget* parent) : QStatusBar(parent) {
+  m_ready = new QLabel(UiText(StringId::kReady), this);
+  m_ready->setContentsMargins(4, 0, 0, 0);
+  addWidget(m_ready, 1);
+  m_caret = AddPane(UiText(StringId::kCaretPane, {kWideLine, kWideColumn}));
+  m_lineEnd = AddPane(UiText(StringId::kLineEndLfCr));
+  m_insert = AddPane(UiText(StringId::kOverwritePane));
+  m_readOnly = AddPane(UiText(StringId::kReadOnlyPane));
+  m_zoom = AddPane(UiText(StringId::kZoomPane, {kWideZoom}));
+  Show(nullptr);
+}
+
+StatusPane* CStatusBar::AddPane(const QString& widest) {
+  auto* pane = new StatusPane(widest, this);
+  addPermanentWidget(pane);
+  return pane;
+}
+
+void CStatusBar::Show(const StatusFacts* facts) {
+  m_lineEnd->setEnabled(facts != nullptr);
+  if (facts == nullptr) {
+    for (StatusPane* pane : {m_caret, m_lineEnd, m_insert, m_readOnly, m_zoom}) pane->SetText({});
+    return;
+  }
+  m_caret->SetText(
+      UiText(StringId::kCaretPane, {QString::number(facts->line), QString::number(facts->column)}));
+  m_lineEnd->SetText(LineEndName(facts->lineEndStyle));
+  m_insert->SetText(UiText(facts->overwrite ? StringId::kOverwritePane : StringId::kInsertPane));
+  m_readOnly->SetText(facts->readOnly ? UiText(StringId::kReadOnlyPane) : QString());
+  m_zoom->SetText(UiText(StringId::kZoomPane, {QString::number(facts->zoom)}));
+}
+
+QStringList CStatusBar::PaneTexts() const {
+  QStringList texts;
+  for (StatusPane* pane : {m_caret, m_lineEnd, m_insert, m_readOnly, m_zoom}) texts << pane->Text();
+  return texts;
+}
+
+}  // namespace quill

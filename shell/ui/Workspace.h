@@ -1,0 +1,65 @@
+#pragma once
+#include <QMdiArea>
+#include <functional>
+#include <vector>
+
+#include "shell/AppProfile.h"
+
+namespace quill {
+
+class CChildFrame;
+class CCrystalTextView;
+class CQuillDoc;
+
+/// The area that holds the documents' windows: as tabs, or as windows within the main window.
+class Workspace : public QMdiArea {
+  Q_OBJECT
+
+ public:
+  /// Makes a view for a document, without attaching it.
+  using ViewFactory = std::function<CCrystalTextView*(CQuillDoc&)>;
+  using CloseGuard = std::function<bool(CChildFrame&)>;
+
+  Workspace(ViewFactory makeView, AppProfile profile, QWidget* parent = nullptr);
+
+  /// Opens a window on the document and makes it the active one.
+  CChildFrame& AddWindow(CQuillDoc& document);
+  void SetCloseGuard(CloseGuard guard) { m_mayClose = std::move(guard); }
+
+  /// The window that commands are for, also while another program is in front; null when there is none.
+  CChildFrame* ActiveFrame() const;
+  CCrystalTextView* ActiveView() const;
+  CQuillDoc* ActiveDocument() const;
+  /// From left to right.
+  std::vector<CChildFrame*> Frames() const;
+  void Activate(CChildFrame& frame);
+  /// Brings the first window of a document to the front; false when it has none.
+  bool ActivateDocument(const CQuillDoc& document);
+
+  bool IsTabbed() const { return viewMode() == TabbedView; }
+  void SetTabbed(bool tabbed);
+  /// One below the other, or side by side; only without tabs.
+  void Tile(Qt::Orientation direction);
+
+ Q_SIGNALS:
+  /// Null when the last window closed.
+  void ActiveFrameChanged(CChildFrame* frame);
+  void WindowAdded(CChildFrame* frame);
+  /// The window is about to go, its view detached.
+  void WindowClosed(CChildFrame* frame);
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void OnActivated();
+  void OnClosed(CChildFrame* frame);
+  void SetUpTabs();
+
+  ViewFactory m_makeView;
+  AppProfile m_profile;
+  CloseGuard m_mayClose;
+  CChildFrame* m_active = nullptr;
+};
+
+}  // namespace quill
