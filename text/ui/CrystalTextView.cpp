@@ -13,7 +13,9 @@ namespace quill {
 namespace {
 
 constexpr int64_t kMostBraceCharacters = 64'000;  ///< a key must not walk through a whole large file
-constexpr int kRightMargin = 40;                  ///< pixels that can be scrolled beyond the widest line
+/// Scroll bars follow typing after a moment: drawing them costs more than the line that was typed.
+constexpr int kScrollBarDelayMs = 60;
+constexpr int kRightMargin = 40;  ///< pixels that can be scrolled beyond the widest line
 constexpr int64_t kUnits = ColumnMetrics::kUnitsPerPixel;
 
 }  // namespace
@@ -149,6 +151,8 @@ void CCrystalTextView::UpdateMargin() {
 }
 
 void CCrystalTextView::UpdateScrollBars() {
+  m_scrollBars.stop();
+  if (m_model.HasText() && !m_model.Widths().IsComplete()) m_measure.start(0, this);
   const int rows = m_model.RowCount();
   const int page = PageRows();
   verticalScrollBar()->setPageStep(page);
@@ -179,8 +183,11 @@ void CCrystalTextView::ApplyDamage() {
     if (m_model.HasText() && damage.everything) {
       m_model.Widths().Measure(TopLine(), TopLine() + PageRows());
     }
-    UpdateScrollBars();
-    if (m_model.HasText() && !m_model.Widths().IsComplete()) m_measure.start(0, this);
+    if (damage.everything || verticalScrollBar()->value() > m_model.RowCount() - PageRows()) {
+      UpdateScrollBars();
+    } else if (!m_scrollBars.isActive()) {
+      m_scrollBars.start(kScrollBarDelayMs, this);
+    }
   }
   if (damage.everything) {
     viewport()->update();
@@ -263,6 +270,7 @@ void CCrystalTextView::EnsureVisible(TextPosition position) {
   const int row = m_model.Folds().RowOfLine(position.line);
   const int top = verticalScrollBar()->value();
   const int page = PageRows();
+  if (row - page >= verticalScrollBar()->maximum()) UpdateScrollBars();
   if (row < top) {
     verticalScrollBar()->setValue(row < top - page ? row - page / 2 : row);
   } else if (row >= top + page) {

@@ -189,6 +189,7 @@ class CCrystalTextView : public QAbstractScrollArea {
   std::optional<TextPosition> m_dropPlace;
   QBasicTimer m_blink;
   QBasicTimer m_measure;
+  QBasicTimer m_scrollBars;
   QBasicTimer m_dragScroll;
   double m_fontRatio = 1;  ///< device pixels a logical pixel that the font was made for
   int m_zoom = 100;

@@ -259,10 +259,12 @@ void CCrystalTextView::timerEvent(QTimerEvent* event) {
     viewport()->update(CaretRect());
   } else if (event->timerId() == m_dragScroll.timerId()) {
     DragScrollStep();
+  } else if (event->timerId() == m_scrollBars.timerId()) {
+    UpdateScrollBars();
   } else if (event->timerId() == m_measure.timerId()) {
     const bool more = m_model.HasText() && m_model.Widths().Continue(kMeasureBudget);
-    if (!more) m_measure.stop();
     UpdateScrollBars();
+    if (!more) m_measure.stop();
   } else {
     QAbstractScrollArea::timerEvent(event);
   }
