@@ -1,5 +1,5 @@
-// QScintilla with its C++ lexer held to the classes that a script has, no folding, no preprocessor
-// tracking and no scroll-width tracking: set up for speed.
+// QScintilla with its C++ lexer held to the classes that a script has, and its folding marks, which our
+// view finds and shows as well; no preprocessor tracking and no scroll-width tracking.
 #include <Qsci/qscilexercpp.h>
 #include <Qsci/qsciscintilla.h>
 
@@ -30,8 +30,8 @@ class ScintillaDriver : public EditorDriver {
     m_view.setUtf8(false);
     m_lexer.setFont(QApplication::font());
     m_view.setLexer(&m_lexer);
-    m_view.setFolding(QsciScintilla::NoFoldStyle);
-    SetProperty("fold", "0");
+    m_view.setFolding(QsciScintilla::BoxedTreeFoldStyle);
+    SetProperty("fold", "1");
     SetProperty("lexer.cpp.track.preprocessor", "0");
     SetProperty("lexer.cpp.update.preprocessor", "0");
     m_view.setCaretLineVisible(true);
