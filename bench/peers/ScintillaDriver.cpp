@@ -51,7 +51,8 @@ class ScintillaDriver : public EditorDriver {
     if (!file) return false;
     Send(Sci::SCI_SETUNDOCOLLECTION, 0);
     Send(Sci::SCI_CLEARALL);
-    Send(Sci::SCI_ALLOCATE, text.size());
+    // Without room to spare the gap buffers double.
+    Send(Sci::SCI_ALLOCATE, text.size() + kSpareBytes);
     m_view.SendScintilla(Sci::SCI_ADDTEXT, text.size(), text.data());
     Send(Sci::SCI_SETUNDOCOLLECTION, 1);
     Send(Sci::SCI_EMPTYUNDOBUFFER);
@@ -113,6 +114,7 @@ class ScintillaDriver : public EditorDriver {
   }
 
  private:
+  static constexpr size_t kSpareBytes = 1 << 20;
   using Sci = QsciScintillaBase;
 
   long Send(unsigned int message, size_t first = 0, long second = 0) {
