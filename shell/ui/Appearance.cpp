@@ -31,6 +31,8 @@ QPalette DarkPalette() {
     palette.setColor(QPalette::Disabled, role, faint.darker(115));
   }
   palette.setColor(QPalette::Disabled, QPalette::Highlight, button);
+  // The style draws it below disabled texts.
+  palette.setColor(QPalette::Disabled, QPalette::Light, Qt::transparent);
   return palette;
 }
 

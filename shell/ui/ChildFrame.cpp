@@ -3,15 +3,15 @@
 #include <QCloseEvent>
 #include <algorithm>
 
+#include "intel/ui/QuillView.h"
 #include "shell/Settings.h"
 #include "shell/WindowPlacement.h"
 #include "shell/ui/QuillDoc.h"
 #include "shell/ui/UiText.h"
-#include "text/ui/CrystalTextView.h"
 
 namespace quill {
 
-CChildFrame::CChildFrame(CQuillDoc& document, CCrystalTextView* view) : m_document(document), m_view(view) {
+CChildFrame::CChildFrame(CQuillDoc& document, CQuillView* view) : m_document(document), m_view(view) {
   setAttribute(Qt::WA_DeleteOnClose);
   view->setFrameShape(QFrame::NoFrame);
   setWidget(view);
@@ -20,12 +20,13 @@ CChildFrame::CChildFrame(CQuillDoc& document, CCrystalTextView* view) : m_docume
   connect(&document, &CQuillDoc::ModifiedChanged, this, &CChildFrame::UpdateTitle);
 }
 
-CChildFrame::~CChildFrame() = default;
+CChildFrame::~CChildFrame() {
+  if (!m_closed) m_document.DetachView(*m_view);
+}
 
 QString CChildFrame::TitleText() const {
   const auto& views = m_document.Views();
-  const auto own =
-      std::find_if(views.begin(), views.end(), [this](const auto& shown) { return shown.view == m_view; });
+  const auto own = std::find(views.begin(), views.end(), m_view);
   const QString title = m_document.Title();
   return views.size() < 2 ? title : title + u':' + QString::number(own - views.begin() + 1);
 }

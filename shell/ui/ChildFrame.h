@@ -6,8 +6,8 @@
 
 namespace quill {
 
-class CCrystalTextView;
 class CQuillDoc;
+class CQuillView;
 
 /// The window of one view of a document: a tab, or a window within the main window.
 class CChildFrame : public QMdiSubWindow {
@@ -15,11 +15,11 @@ class CChildFrame : public QMdiSubWindow {
 
  public:
   /// Takes the view over and attaches it to the document.
-  CChildFrame(CQuillDoc& document, CCrystalTextView* view);
+  CChildFrame(CQuillDoc& document, CQuillView* view);
   ~CChildFrame() override;
 
   CQuillDoc& Document() const { return m_document; }
-  CCrystalTextView& View() const { return *m_view; }
+  CQuillView& View() const { return *m_view; }
 
   /// Asked before the window closes; false keeps it.
   void SetCloseGuard(std::function<bool()> mayClose) { m_mayClose = std::move(mayClose); }
@@ -49,7 +49,7 @@ class CChildFrame : public QMdiSubWindow {
   std::string PlacementSection() const;
 
   CQuillDoc& m_document;
-  CCrystalTextView* m_view;
+  CQuillView* m_view;
   std::function<bool()> m_mayClose;
   bool m_noReload = false;
   bool m_closed = false;

@@ -128,6 +128,7 @@ void CommandRouter::Apply(Entry& entry) {
   entry.action->setText(MenuText(entry, state.text));
   entry.action->setEnabled(state.enabled);
   entry.action->setVisible(state.visible);
+  if (entry.command == nullptr) entry.action->setCheckable(state.checked);
   if (entry.action->isCheckable()) entry.action->setChecked(state.checked);
   SetTips(entry, state);
 }
@@ -169,10 +170,14 @@ void CommandRouter::SetKeys(const KeyBindings& bindings) {
 }
 
 void CommandRouter::EnsureIcon(CommandId id) {
+  const Entry& entry = EntryOf(id);
+  if (entry.command != nullptr && !entry.hasIcon) SetIcon(id, LoadIcon(entry.command->icon));
+}
+
+void CommandRouter::SetIcon(CommandId id, const QIcon& icon) {
   Entry& entry = EntryOf(id);
-  if (entry.hasIcon || entry.command == nullptr) return;
   entry.hasIcon = true;
-  if (entry.action->icon().isNull()) entry.action->setIcon(LoadIcon(entry.command->icon));
+  entry.action->setIcon(icon);
 }
 
 }  // namespace quill

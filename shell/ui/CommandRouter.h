@@ -9,6 +9,7 @@
 #include "res/Strings.h"
 
 class QAction;
+class QIcon;
 class QKeyEvent;
 class QWidget;
 
@@ -67,6 +68,8 @@ class CommandRouter : public QObject {
   void SetKeys(const KeyBindings& bindings);
   /// Loads the icon of an action the first time that it is about to be seen.
   void EnsureIcon(CommandId id);
+  /// Takes the place of the built-in icon.
+  void SetIcon(CommandId id, const QIcon& icon);
 
  private:
   struct Entry {

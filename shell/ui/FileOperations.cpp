@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "intel/ui/QuillView.h"
 #include "res/Strings.h"
 #include "shell/BackupCopies.h"
 #include "shell/RecoveryFolder.h"
@@ -14,7 +15,6 @@
 #include "shell/ui/Prompts.h"
 #include "shell/ui/QuillDoc.h"
 #include "shell/ui/Workspace.h"
-#include "text/ui/CrystalTextView.h"
 
 namespace quill {
 namespace {

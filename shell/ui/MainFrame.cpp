@@ -9,6 +9,7 @@
 #include <QUrl>
 #include <cstdlib>
 
+#include "intel/ui/QuillView.h"
 #include "res/Strings.h"
 #include "shell/CommandLine.h"
 #include "shell/FrameTitle.h"
@@ -25,14 +26,13 @@
 #include "shell/ui/Menus.h"
 #include "shell/ui/Prompts.h"
 #include "shell/ui/QuillDoc.h"
-#include "shell/ui/ScriptView.h"
 #include "shell/ui/StatusPanes.h"
 #include "shell/ui/TimerService.h"
+#include "shell/ui/ToolBarImages.h"
 #include "shell/ui/UiText.h"
 #include "shell/ui/ViewSettingsControl.h"
 #include "shell/ui/ViewStatus.h"
 #include "shell/ui/Workspace.h"
-#include "text/ui/CrystalTextView.h"
 
 namespace quill {
 namespace {
@@ -41,8 +41,8 @@ constexpr int kMillisecondsAMinute = 60000;
 
 /// Every group of commands; a new group gets a line here.
 constexpr RegisterCommands kCommandGroups[] = {
-    RegisterFileCommands,     RegisterPrintCommands,  RegisterViewCommands,
-    RegisterBookmarkCommands, RegisterWindowCommands, RegisterHelpCommands,
+    RegisterFileCommands, RegisterPrintCommands,    RegisterEditCommands,   RegisterLineCommands,
+    RegisterViewCommands, RegisterBookmarkCommands, RegisterWindowCommands, RegisterHelpCommands,
 };
 
 DocumentServices ServicesOfDocuments(AppServices& services) {
@@ -74,6 +74,7 @@ CMainFrame::~CMainFrame() {
 CMainFrame::Created CMainFrame::Create() {
   m_services.log.Line(Text(StringId::kLogCreatingFrame));
   BuildParts();
+  LoadToolBarImages(m_services.programFolder, m_parts->router);
   m_services.log.Line(std::string(Text(StringId::kLogVersion)).append(Text(StringId::kVersionText)));
   StartTimers();
   BuildBars();
@@ -88,8 +89,7 @@ CMainFrame::Created CMainFrame::Create() {
 void CMainFrame::BuildParts() {
   auto* router = new CommandRouter(*this);
   auto* workspace =
-      new Workspace([this](CQuillDoc& document) { return MakeScriptView(document, m_keywords, m_commands); },
-                    m_services.Profile(), this);
+      new Workspace([this] { return new CQuillView(m_keywords, m_commands); }, m_services.Profile(), this);
   setCentralWidget(workspace);
   auto* documents = new Documents(ServicesOfDocuments(m_services), this);
   auto* files = new FileOperations(m_services, *documents, *workspace, this);

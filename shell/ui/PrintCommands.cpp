@@ -3,6 +3,7 @@
 #include <QPrinter>
 #include <filesystem>
 
+#include "intel/ui/QuillView.h"
 #include "shell/Settings.h"
 #include "shell/ui/AppServices.h"
 #include "shell/ui/CommandRouter.h"
@@ -11,7 +12,6 @@
 #include "shell/ui/ShellParts.h"
 #include "shell/ui/UiText.h"
 #include "shell/ui/Workspace.h"
-#include "text/ui/CrystalTextView.h"
 #include "text/ui/PageSetupDlg.h"
 #include "text/ui/PrintJob.h"
 

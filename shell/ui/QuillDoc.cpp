@@ -1,10 +1,9 @@
 #include "shell/ui/QuillDoc.h"
 
 #include <algorithm>
-#include <filesystem>
 
+#include "intel/ui/QuillView.h"
 #include "shell/ui/UiText.h"
-#include "text/ui/CrystalTextView.h"
 
 namespace quill {
 namespace {
@@ -20,7 +19,7 @@ CQuillDoc::CQuillDoc(DocumentServices services, QObject* parent)
     : QObject(parent), m_file(WithObserver(std::move(services), this)) {}
 
 CQuillDoc::~CQuillDoc() {
-  while (!m_views.empty()) DetachView(*m_views.back().view);
+  while (!m_views.empty()) DetachView(*m_views.back());
 }
 
 QString CQuillDoc::Title() const {
@@ -32,33 +31,31 @@ bool CQuillDoc::IsPristine() const {
          Buffer().EndOfText() == TextPosition{};
 }
 
-void CQuillDoc::AttachView(CCrystalTextView& view) {
+void CQuillDoc::AttachView(CQuillView& view) {
+  view.SetFilePath(m_recordedPath);
   view.SetBuffer(&m_file.Buffer());
-  m_views.push_back({&view, {}, {}});
-  OnFileRecorded(m_recordedPath);
+  m_views.push_back(&view);
 }
 
-void CQuillDoc::DetachView(CCrystalTextView& view) {
+void CQuillDoc::DetachView(CQuillView& view) {
   view.SetBuffer(nullptr);
-  std::erase_if(m_views, [&view](const ShownView& shown) { return shown.view == &view; });
+  std::erase(m_views, &view);
 }
 
 std::vector<std::string> CQuillDoc::ViewPaths() const {
   std::vector<std::string> paths;
-  for (const ShownView& shown : m_views) paths.push_back(shown.path);
+  for (const CQuillView* view : m_views) paths.push_back(view->FilePath());
   return paths;
 }
 
 IoResult CQuillDoc::Reload() {
   struct Place {
-    CCrystalTextView* view;
+    CQuillView* view;
     TextPosition caret;
     int32_t topLine;
   };
   std::vector<Place> places;
-  for (const ShownView& shown : m_views) {
-    places.push_back({shown.view, shown.view->CaretPos(), shown.view->TopLine()});
-  }
+  for (CQuillView* view : m_views) places.push_back({view, view->CaretPos(), view->TopLine()});
   IoResult reloaded = m_file.Reload();
   for (const Place& place : places) {
     if (m_file.Buffer().LineCount() == 0) break;
@@ -81,11 +78,7 @@ void CQuillDoc::OnModifiedChanged(bool) {
 
 void CQuillDoc::OnFileRecorded(const std::string& path) {
   m_recordedPath = path;
-  const std::string folder = std::filesystem::path(path).parent_path().string();
-  for (ShownView& shown : m_views) {
-    shown.path = path;
-    shown.folder = folder;
-  }
+  for (CQuillView* view : m_views) view->SetFilePath(path);
   Q_EMIT StateChanged();
 }
 

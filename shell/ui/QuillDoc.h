@@ -8,7 +8,7 @@
 
 namespace quill {
 
-class CCrystalTextView;
+class CQuillView;
 
 /// One open script: its file and text, and the views that show it. All views show one buffer and so stay
 /// in step.
@@ -16,13 +16,6 @@ class CQuillDoc : public QObject, private DocumentObserver {
   Q_OBJECT
 
  public:
-  /// A view with the two texts that it keeps of the document's file.
-  struct ShownView {
-    CCrystalTextView* view;
-    std::string path;
-    std::string folder;
-  };
-
   /// The observer is the document itself, whatever `services` names.
   explicit CQuillDoc(DocumentServices services, QObject* parent = nullptr);
   ~CQuillDoc() override;
@@ -35,10 +28,10 @@ class CQuillDoc : public QObject, private DocumentObserver {
   /// A new document that nobody has typed into.
   bool IsPristine() const;
 
-  /// The view shows the buffer from now on.
-  void AttachView(CCrystalTextView& view);
-  void DetachView(CCrystalTextView& view);
-  const std::vector<ShownView>& Views() const { return m_views; }
+  /// The view shows the buffer from now on, and keeps the path of the file.
+  void AttachView(CQuillView& view);
+  void DetachView(CQuillView& view);
+  const std::vector<CQuillView*>& Views() const { return m_views; }
   /// The paths that the views have recorded, in view order.
   std::vector<std::string> ViewPaths() const;
 
@@ -60,7 +53,7 @@ class CQuillDoc : public QObject, private DocumentObserver {
   void OnFileRecorded(const std::string& path) override;
   void OnPathSet(const std::string& path) override;
 
-  std::vector<ShownView> m_views;
+  std::vector<CQuillView*> m_views;
   std::string m_recordedPath;
   DocumentFile m_file;
 };

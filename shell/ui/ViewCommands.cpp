@@ -7,9 +7,9 @@
 #include "shell/ui/Prompts.h"
 #include "shell/ui/ShellParts.h"
 #include "shell/ui/StatusPanes.h"
+#include "shell/ui/ViewHandlers.h"
 #include "shell/ui/ViewSettingsControl.h"
 #include "shell/ui/Workspace.h"
-#include "text/ui/CrystalTextView.h"
 
 namespace quill {
 namespace {
@@ -20,30 +20,18 @@ constexpr int kZoomStep = 10;  ///< percent
 constexpr int kNormalZoom = 100;
 constexpr int kBookmarks = 10;
 
-/// Registers a command on the active view, disabled while there is none.
-void OnView(const ShellParts& parts, CommandId id, const std::function<void(CCrystalTextView&)>& run,
-            const std::function<CommandState(const CCrystalTextView&)>& state = {}) {
-  parts.router.Register(
-      id, [&workspace = parts.workspace, run] { run(*workspace.ActiveView()); },
-      [&workspace = parts.workspace, state] {
-        const CCrystalTextView* view = workspace.ActiveView();
-        if (view == nullptr) return CommandState::Disabled(StringId::kNoDocumentOpen);
-        return state ? state(*view) : CommandState();
-      });
-}
-
 void RegisterZoom(const ShellParts& parts) {
   OnView(
-      parts, kViewZoomIn, [](CCrystalTextView& view) { view.SetZoom(view.Zoom() + kZoomStep); },
-      [](const CCrystalTextView& view) {
+      parts, kViewZoomIn, [](CQuillView& view) { view.SetZoom(view.Zoom() + kZoomStep); },
+      [](const CQuillView& view) {
         return CommandState::EnabledIf(view.Zoom() < CCrystalTextView::kLargestZoom, StringId::kZoomAtLimit);
       });
   OnView(
-      parts, kViewZoomOut, [](CCrystalTextView& view) { view.SetZoom(view.Zoom() - kZoomStep); },
-      [](const CCrystalTextView& view) {
+      parts, kViewZoomOut, [](CQuillView& view) { view.SetZoom(view.Zoom() - kZoomStep); },
+      [](const CQuillView& view) {
         return CommandState::EnabledIf(view.Zoom() > CCrystalTextView::kSmallestZoom, StringId::kZoomAtLimit);
       });
-  OnView(parts, kViewZoomReset, [](CCrystalTextView& view) { view.SetZoom(kNormalZoom); });
+  OnView(parts, kViewZoomReset, [](CQuillView& view) { view.SetZoom(kNormalZoom); });
 }
 
 void RegisterSwitches(const ShellParts& parts) {
@@ -78,24 +66,24 @@ void RegisterViewCommands(const ShellParts& parts) {
       kViewFullScreen,
       [&window = parts.window] { window.setWindowState(window.windowState() ^ Qt::WindowFullScreen); },
       [&window = parts.window] { return CommandState::Checked(window.isFullScreen()); });
-  OnView(parts, kEditGoToLine, [&prompts = parts.services.prompts](CCrystalTextView& view) {
+  OnView(parts, kEditGoToLine, [&prompts = parts.services.prompts](CQuillView& view) {
     const auto line = prompts.ChooseLine(view.CaretPos().line + 1, view.Buffer()->LineCount());
     if (line) view.GotoLine(*line - 1);
   });
-  OnView(parts, kOutlineToggleBlock, [](CCrystalTextView& view) { view.ToggleBlock(); });
-  OnView(parts, kOutlineExpandAll, [](CCrystalTextView& view) { view.ExpandAll(); });
-  OnView(parts, kOutlineCollapseAll, [](CCrystalTextView& view) { view.CollapseAll(); });
+  OnView(parts, kOutlineToggleBlock, [](CQuillView& view) { view.ToggleBlock(); });
+  OnView(parts, kOutlineExpandAll, [](CQuillView& view) { view.ExpandAll(); });
+  OnView(parts, kOutlineCollapseAll, [](CQuillView& view) { view.CollapseAll(); });
 }
 
 void RegisterBookmarkCommands(const ShellParts& parts) {
-  OnView(parts, kBookmarkToggle, [](CCrystalTextView& view) { view.ToggleBookmark(); });
-  OnView(parts, kBookmarkNext, [](CCrystalTextView& view) { view.NextBookmark(); });
-  OnView(parts, kBookmarkPrevious, [](CCrystalTextView& view) { view.PreviousBookmark(); });
-  OnView(parts, kBookmarkClear, [](CCrystalTextView& view) { view.ClearBookmarks(); });
-  OnView(parts, kDebugToggleBreakpoint, [](CCrystalTextView& view) { view.ToggleBreakpointFlag(); });
+  OnView(parts, kBookmarkToggle, [](CQuillView& view) { view.ToggleBookmark(); });
+  OnView(parts, kBookmarkNext, [](CQuillView& view) { view.NextBookmark(); });
+  OnView(parts, kBookmarkPrevious, [](CQuillView& view) { view.PreviousBookmark(); });
+  OnView(parts, kBookmarkClear, [](CQuillView& view) { view.ClearBookmarks(); });
+  OnView(parts, kDebugToggleBreakpoint, [](CQuillView& view) { view.ToggleBreakpointFlag(); });
   for (int i = 0; i < kBookmarks; ++i) {
-    OnView(parts, kBookmarkSet0 + i, [i](CCrystalTextView& view) { view.SetNumberedBookmark(i); });
-    OnView(parts, kBookmarkGo0 + i, [i](CCrystalTextView& view) { view.GotoNumberedBookmark(i); });
+    OnView(parts, kBookmarkSet0 + i, [i](CQuillView& view) { view.SetNumberedBookmark(i); });
+    OnView(parts, kBookmarkGo0 + i, [i](CQuillView& view) { view.GotoNumberedBookmark(i); });
   }
 }
 

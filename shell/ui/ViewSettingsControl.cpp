@@ -3,12 +3,12 @@
 #include <QApplication>
 #include <QPalette>
 
+#include "intel/ui/QuillView.h"
 #include "shell/Settings.h"
 #include "shell/ViewPreferences.h"
 #include "shell/ui/AppServices.h"
 #include "shell/ui/ChildFrame.h"
 #include "shell/ui/Workspace.h"
-#include "text/ui/CrystalTextView.h"
 
 namespace quill {
 namespace {

@@ -1,13 +1,18 @@
 #include "shell/ui/ViewStatus.h"
 
+#include "intel/ui/QuillView.h"
 #include "shell/ui/ChildFrame.h"
 #include "shell/ui/CommandRouter.h"
 #include "shell/ui/QuillDoc.h"
 #include "shell/ui/StatusPanes.h"
 #include "shell/ui/Workspace.h"
-#include "text/ui/CrystalTextView.h"
 
 namespace quill {
+namespace {
+
+constexpr int kHintTime = 6000;  ///< milliseconds that a hint stays
+
+}  // namespace
 
 ViewStatus::ViewStatus(Workspace& workspace, CStatusBar& bar, CommandRouter& router, QObject* parent)
     : QObject(parent), m_workspace(workspace), m_bar(bar), m_router(router) {
@@ -21,10 +26,12 @@ void ViewStatus::Follow(CChildFrame* frame) {
     m_connections = context;
     const auto update = [this] { Update(); };
     const auto updateCommands = [this] { m_router.RefreshSoon(); };
-    CCrystalTextView* view = &frame->View();
+    CQuillView* view = &frame->View();
     connect(view, &CCrystalTextView::CaretMoved, context, update);
     connect(view, &CCrystalTextView::OverwriteModeChanged, context, update);
     connect(view, &CCrystalTextView::ZoomChanged, context, update);
+    connect(view, &CCrystalEditView::Hint, context,
+            [this](const QString& text) { m_bar.showMessage(text, kHintTime); });
     connect(view, &CCrystalTextView::SelectionChanged, context, updateCommands);
     connect(&frame->Document(), &CQuillDoc::StateChanged, context, update);
     connect(&frame->Document(), &CQuillDoc::StateChanged, context, updateCommands);
@@ -35,7 +42,7 @@ void ViewStatus::Follow(CChildFrame* frame) {
 }
 
 void ViewStatus::Update() {
-  const CCrystalTextView* view = m_workspace.ActiveView();
+  const CQuillView* view = m_workspace.ActiveView();
   const CCrystalTextBuffer* buffer = view == nullptr ? nullptr : view->Buffer();
   if (buffer == nullptr) {
     m_bar.Show(nullptr);

@@ -3,9 +3,9 @@
 #include <QMouseEvent>
 #include <QTabBar>
 
+#include "intel/ui/QuillView.h"
 #include "shell/ui/ChildFrame.h"
 #include "shell/ui/QuillDoc.h"
-#include "text/ui/CrystalTextView.h"
 
 namespace quill {
 
@@ -23,7 +23,7 @@ Workspace::Workspace(ViewFactory makeView, AppProfile profile, QWidget* parent)
 }
 
 CChildFrame& Workspace::AddWindow(CQuillDoc& document) {
-  auto* frame = new CChildFrame(document, m_makeView(document));
+  auto* frame = new CChildFrame(document, m_makeView());
   frame->SetCloseGuard([this, frame] { return !m_mayClose || m_mayClose(*frame); });
   connect(frame, &CChildFrame::Closed, this, &Workspace::OnClosed);
   const bool first = subWindowList().isEmpty();
@@ -60,7 +60,7 @@ CChildFrame* Workspace::ActiveFrame() const {
   return m_active;
 }
 
-CCrystalTextView* Workspace::ActiveView() const {
+CQuillView* Workspace::ActiveView() const {
   return m_active == nullptr ? nullptr : &m_active->View();
 }
 

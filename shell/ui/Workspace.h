@@ -8,16 +8,16 @@
 namespace quill {
 
 class CChildFrame;
-class CCrystalTextView;
 class CQuillDoc;
+class CQuillView;
 
 /// The area that holds the documents' windows: as tabs, or as windows within the main window.
 class Workspace : public QMdiArea {
   Q_OBJECT
 
  public:
-  /// Makes a view for a document, without attaching it.
-  using ViewFactory = std::function<CCrystalTextView*(CQuillDoc&)>;
+  /// Makes a view without a document.
+  using ViewFactory = std::function<CQuillView*()>;
   using CloseGuard = std::function<bool(CChildFrame&)>;
 
   Workspace(ViewFactory makeView, AppProfile profile, QWidget* parent = nullptr);
@@ -28,7 +28,7 @@ class Workspace : public QMdiArea {
 
   /// The window that commands are for, also while another program is in front; null when there is none.
   CChildFrame* ActiveFrame() const;
-  CCrystalTextView* ActiveView() const;
+  CQuillView* ActiveView() const;
   CQuillDoc* ActiveDocument() const;
   /// From left to right.
   std::vector<CChildFrame*> Frames() const;
