@@ -11,7 +11,19 @@ constexpr size_t kMaxCachedItems = 4096;
 
 SqliteSettingsStore::SqliteSettingsStore(const std::string& path)
     : m_path(settings_file::ResolveLinks(path)) {
-  if (m_path.empty()) return;
+  OpenIfThere();
+}
+
+void SqliteSettingsStore::OpenIfThere() {
+  if (m_path.empty() || m_db.IsOpen() || m_tried || !settings_file::IdentityOf(m_path)) return;
+  m_tried = true;
+  Open();
+  RepairIfDamaged();
+}
+
+void SqliteSettingsStore::OpenOrCreate() {
+  if (m_path.empty() || m_db.IsOpen() || m_tried) return;
+  m_tried = true;
   settings_file::MakeFolderFor(m_path);
   Open();
   RepairIfDamaged();
@@ -90,6 +102,7 @@ void SqliteSettingsStore::Validate() {
 }
 
 SqliteSettingsStore::CachedKey* SqliteSettingsStore::FindKey(std::string_view key) {
+  OpenIfThere();
   if (!m_db.IsOpen()) return nullptr;
   Validate();
   auto it = m_cache.find(key);
@@ -130,6 +143,7 @@ bool SqliteSettingsStore::CreateKey(std::string_view key) {
 
 std::vector<std::string> SqliteSettingsStore::SubKeys(std::string_view key) {
   std::vector<std::string> names;
+  OpenIfThere();
   if (!m_db.IsOpen()) return names;
   Note(m_db.ForEachKeyBelow(key, [&](std::string_view path) {
     const std::string_view name = path.substr(key.size() + 1);
@@ -199,6 +213,7 @@ bool SqliteSettingsStore::Flush() {
 
 bool SqliteSettingsStore::BeginTransaction() {
   if (m_depth == 0) {
+    OpenOrCreate();
     ReopenIfReplaced();
     m_failed = !m_db.IsOpen() || !Note(m_db.Begin());
     if (!m_failed) Validate();

@@ -14,9 +14,10 @@ namespace quill {
 /// the program read and write at once. What was read is kept until another copy writes, so that a read
 /// costs one look at the file's change counter.
 ///
-/// A missing folder or file is created. Where that is not possible the store is silently empty and
-/// takes nothing. A file that is damaged, at the start or found so later, is set aside under another
-/// name and a new one begun; `TakeMessage` tells once.
+/// A missing folder or file is created by the first write, not before: making a database costs more
+/// than the rest of a start. Where that is not possible the store is silently empty and takes nothing. A file
+/// that is damaged, at the start or found so later, is set aside under another name and a new one begun;
+/// `TakeMessage` tells once.
 class SqliteSettingsStore final : public SettingsStore {
  public:
   /// `path` of the database file, see settings_file::DefaultPath; an empty one gives an empty store.
@@ -53,6 +54,9 @@ class SqliteSettingsStore final : public SettingsStore {
   };
   static constexpr int64_t kNoKey = 0;
 
+  /// Both once in a run at most.
+  void OpenIfThere();
+  void OpenOrCreate();
   void Open();
   void Close();
   void ReopenIfReplaced();
@@ -71,6 +75,7 @@ class SqliteSettingsStore final : public SettingsStore {
   std::optional<settings_file::Identity> m_identity;  ///< of the file that is open, or last was
   std::string m_message;
   bool m_damaged = false;
+  bool m_tried = false;  ///< to open the file
 
   StringMap<CachedKey> m_cache;
   size_t m_cachedItems = 0;
