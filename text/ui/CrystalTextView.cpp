@@ -30,7 +30,6 @@ CCrystalTextView::CCrystalTextView(QWidget* parent) : QAbstractScrollArea(parent
   m_model.SetDamageCallback([this] { ScheduleDamage(); });
   m_settings.fontName = "FixedSys";
   m_palette = ViewPalette(m_settings.colours);
-  RebuildFont();
 }
 
 CCrystalTextView::~CCrystalTextView() {
@@ -49,6 +48,12 @@ void CCrystalTextView::ApplySettings(const ViewSettings& settings) {
   m_palette = ViewPalette(settings.colours);
   RebuildFont();
   UpdateBraceMatch();
+}
+
+const EditorFont& CCrystalTextView::LoadedFont() const {
+  // Loading one takes milliseconds: not before the settings have come, if they come at once.
+  if (m_font == nullptr) const_cast<CCrystalTextView*>(this)->RebuildFont();
+  return *m_font;
 }
 
 void CCrystalTextView::RebuildFont() {
@@ -139,14 +144,14 @@ TextPosition CCrystalTextView::PositionAt(QPoint point) const {
 QRect CCrystalTextView::CaretRect() const {
   const QPoint point = PointOf(CaretPos());
   int width = 2;
-  if (m_overwrite) width = std::max(2, static_cast<int>(m_font->Advances()['0'] / kUnits));
+  if (m_overwrite) width = std::max(2, static_cast<int>(LoadedFont().Advances()['0'] / kUnits));
   return {point, QSize(width, LineHeight())};
 }
 
 void CCrystalTextView::UpdateMargin() {
   const int32_t lines = m_model.HasText() ? Buffer()->LineCount() : 0;
   const int before = m_margin.width;
-  m_margin = MarginLayout::For(*m_font, lines, m_settings.showLineNumbers, m_settings.showFolding);
+  m_margin = MarginLayout::For(LoadedFont(), lines, m_settings.showLineNumbers, m_settings.showFolding);
   if (m_margin.width != before) viewport()->update();
 }
 
@@ -161,7 +166,7 @@ void CCrystalTextView::UpdateScrollBars() {
   const int64_t width = m_model.HasText() ? m_model.Widths().Width() / kUnits : 0;
   constexpr int64_t kWidest = std::numeric_limits<int>::max() / 2;
   horizontalScrollBar()->setPageStep(area);
-  horizontalScrollBar()->setSingleStep(static_cast<int>(m_font->Advances()['0'] / kUnits) * 4);
+  horizontalScrollBar()->setSingleStep(static_cast<int>(LoadedFont().Advances()['0'] / kUnits) * 4);
   horizontalScrollBar()->setRange(
       0, static_cast<int>(std::clamp<int64_t>(width + kRightMargin - area, 0, kWidest)));
 }

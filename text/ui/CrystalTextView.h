@@ -89,8 +89,8 @@ class CCrystalTextView : public QAbstractScrollArea {
   void ApplyDamage();
   /// The caret's rectangle in the viewport.
   QRect CaretRect() const;
-  const QFont& Font() const { return m_font->Font(); }
-  int LineHeight() const { return m_font->LineHeight(); }
+  const QFont& Font() const { return LoadedFont().Font(); }
+  int LineHeight() const { return LoadedFont().LineHeight(); }
   /// Rows that fit wholly.
   int PageRows() const;
   TextPosition PositionAt(QPoint viewportPoint) const;
@@ -139,6 +139,7 @@ class CCrystalTextView : public QAbstractScrollArea {
   void SetDropPlace(std::optional<TextPosition> place);
 
  private:
+  const EditorFont& LoadedFont() const;
   void RebuildFont();
   void UpdateScrollBars();
   void UpdateMargin();

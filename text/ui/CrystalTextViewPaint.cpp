@@ -46,7 +46,8 @@ void CCrystalTextView::PaintRows(QPainter& painter, const RowSpan& rows) {
   const int32_t rowCount = m_model.RowCount();
   const int height = LineHeight();
   const int last = std::min(rows.last, rowCount - topRow - 1);
-  LinePainter lines(painter, *m_batch, *m_font, m_model.Metrics(), m_palette);
+  const EditorFont& font = LoadedFont();
+  LinePainter lines(painter, *m_batch, font, m_model.Metrics(), m_palette);
   for (int row = rows.first; row <= last; ++row) {
     PaintTextRow(lines, m_model.Folds().LineOfRow(topRow + row), row * height);
   }
@@ -58,7 +59,7 @@ void CCrystalTextView::PaintRows(QPainter& painter, const RowSpan& rows) {
   m_batch->Draw(painter);
 
   // After the text: a character that is scrolled halfway out ends at the margin's edge.
-  MarginPainter margin(painter, *m_batch, *m_font, m_palette, m_margin);
+  MarginPainter margin(painter, *m_batch, font, m_palette, m_margin);
   margin.PaintBackground(rows.first * height, (rows.last - rows.first + 1) * height);
   int32_t depth = 0;
   if (m_settings.showFolding && rows.first <= last) {

@@ -27,12 +27,17 @@ QFont ChooseFont(const QString& family, double points) {
 
 EditorFont::EditorFont(const QString& family, double points, bool bold, double devicePixelRatio)
     : m_font(ChooseFont(family, points)) {
-  QFont boldFont = m_font;
-  boldFont.setBold(true);
   m_face = QRawFont::fromFont(m_font);
-  m_boldFace = QRawFont::fromFont(boldFont);
   m_glyphs = GlyphsOf(m_face);
-  m_boldGlyphs = GlyphsOf(m_boldFace);
+  if (bold) {
+    QFont boldFont = m_font;
+    boldFont.setBold(true);
+    m_boldFace = QRawFont::fromFont(boldFont);
+    m_boldGlyphs = GlyphsOf(m_boldFace);
+  } else {
+    m_boldFace = m_face;
+    m_boldGlyphs = m_glyphs;
+  }
   MeasureAdvances(bold, devicePixelRatio);
   const QFontMetricsF metrics(m_font);
   m_ascent = static_cast<int>(std::ceil(metrics.ascent()));
@@ -40,29 +45,35 @@ EditorFont::EditorFont(const QString& family, double points, bool bold, double d
 }
 
 EditorFont::Glyphs EditorFont::GlyphsOf(const QRawFont& face) {
-  Glyphs glyphs{};
-  const quint32 placeholder = face.glyphIndexesForString(QString(QChar(kPlaceholder))).value(0);
+  QString characters;
   for (int byte = 0; byte < 256; ++byte) {
     const char16_t c = cp1252::ToUnicode(static_cast<char>(byte));
     const bool control = c < 0x20 || (c >= 0x7F && c < 0xA0);
-    const quint32 glyph = control ? 0 : face.glyphIndexesForString(QString(QChar(c))).value(0);
-    glyphs[static_cast<size_t>(byte)] = glyph == 0 ? placeholder : glyph;
+    characters += QChar(control ? kPlaceholder : c);
+  }
+  const QList<quint32> found = face.glyphIndexesForString(characters);
+  const quint32 placeholder = found.value(0);
+  Glyphs glyphs{};
+  for (size_t byte = 0; byte < glyphs.size(); ++byte) {
+    const quint32 glyph = found.value(static_cast<qsizetype>(byte));
+    glyphs[byte] = glyph == 0 ? placeholder : glyph;
   }
   return glyphs;
 }
 
 void EditorFont::MeasureAdvances(bool bold, double devicePixelRatio) {
-  // Whole device pixels, so that equal characters look equal wherever they stand.
-  const auto advance = [&](const QRawFont& face, uint32_t glyph) {
-    QPointF size;
-    face.advancesForGlyphIndexes(&glyph, &size, 1);
-    const double pixels = std::max(1.0, std::round(size.x() * devicePixelRatio)) / devicePixelRatio;
-    return static_cast<int32_t>(std::lround(pixels * ColumnMetrics::kUnitsPerPixel));
+  const auto measure = [&](const QRawFont& face, const Glyphs& glyphs) {
+    std::array<QPointF, 256> sizes;
+    face.advancesForGlyphIndexes(glyphs.data(), sizes.data(), static_cast<int>(glyphs.size()));
+    for (size_t byte = 0; byte < m_advances.size(); ++byte) {
+      // Whole device pixels, so that equal characters look equal wherever they stand.
+      const double pixels = std::max(1.0, std::round(sizes[byte].x() * devicePixelRatio)) / devicePixelRatio;
+      const auto advance = static_cast<int32_t>(std::lround(pixels * ColumnMetrics::kUnitsPerPixel));
+      m_advances[byte] = std::max(m_advances[byte], advance);
+    }
   };
-  for (size_t byte = 0; byte < m_advances.size(); ++byte) {
-    m_advances[byte] = advance(m_face, m_glyphs[byte]);
-    if (bold) m_advances[byte] = std::max(m_advances[byte], advance(m_boldFace, m_boldGlyphs[byte]));
-  }
+  measure(m_face, m_glyphs);
+  if (bold) measure(m_boldFace, m_boldGlyphs);
   // A fixed-pitch font may lack a few characters and draw them from a wider stand-in.
   if (QFontInfo(m_font).fixedPitch()) m_advances.fill(m_advances['0']);
 }
