@@ -35,10 +35,25 @@ std::vector<std::string_view> SplitAt(std::string_view text, const std::vector<i
   return pieces;
 }
 
-/// The lines of a record's text.
-std::vector<std::string_view> PiecesOf(const UndoRecord& record) {
-  return record.pieceLengths.empty() ? SplitLines(record.text) : SplitAt(record.text, record.pieceLengths);
-}
+/// The lines of a record's text; a single one, as most are, costs no memory.
+class RecordPieces {
+ public:
+  explicit RecordPieces(const UndoRecord& record) : m_single(record.text) {
+    if (record.pieceLengths != nullptr) {
+      m_pieces = SplitAt(record.text, *record.pieceLengths);
+    } else if (m_single.find('\r') != std::string_view::npos) {
+      m_pieces = SplitLines(record.text);
+    }
+  }
+  std::span<const std::string_view> Get() const {
+    if (m_pieces.empty()) return {&m_single, 1};
+    return m_pieces;
+  }
+
+ private:
+  std::string_view m_single;
+  std::vector<std::string_view> m_pieces;
+};
 
 }  // namespace
 
@@ -141,11 +156,10 @@ CCrystalTextBuffer::LineRecord CCrystalTextBuffer::MakeLine(std::string_view tex
 }
 
 void CCrystalTextBuffer::SetLineLength(LineRecord& line, int64_t length) {
-  if (length >= line.capacity) {
+  if (length > line.length && length >= line.capacity) {
     if (length > kLongestLine) throw std::invalid_argument("line too long");
     const auto capacity = static_cast<int32_t>(LinePool::CapacityFor(length));
-    const auto kept = static_cast<int32_t>(std::min<int64_t>(line.length, length));
-    line.text = m_pool.Reallocate(line.text, line.capacity, kept, capacity);
+    line.text = m_pool.Reallocate(line.text, line.capacity, line.length, capacity);
     line.capacity = capacity;
   }
   line.length = static_cast<int32_t>(length);
@@ -272,8 +286,9 @@ bool CCrystalTextBuffer::InsertLinesAt(BufferView* view, TextPosition at,
     record.text += lines[i];
     anyCr = anyCr || lines[i].find('\r') != std::string_view::npos;
   }
+  if (anyCr) record.pieceLengths = std::make_unique<std::vector<int32_t>>();
   for (size_t i = 0; anyCr && i < lines.size(); ++i) {
-    record.pieceLengths.push_back(static_cast<int32_t>(lines[i].size()));
+    record.pieceLengths->push_back(static_cast<int32_t>(lines[i].size()));
   }
   InsertRecorded(view, std::move(record), end);
   return true;
@@ -286,7 +301,7 @@ void CCrystalTextBuffer::InsertRecorded(BufferView* view, UndoRecord record, Tex
   const bool ownGroup = m_groupDepth == 0;
   if (ownGroup) OpenUndoGroup();
   // From the record's copy: the caller's text may be a line of ours.
-  ApplyInsert(view, record.range.start, PiecesOf(record), record.range.end);
+  ApplyInsert(view, record.range.start, RecordPieces(record).Get(), record.range.end);
   end = record.range.end;
   AddRecord(std::move(record));
   if (ownGroup) CloseUndoGroup(view);
@@ -303,9 +318,10 @@ bool CCrystalTextBuffer::InsertTextAt(BufferView* view, int32_t line, int32_t ch
 }
 
 bool CCrystalTextBuffer::DeleteRange(BufferView* view, TextRange range, int32_t actionCode) {
-  UndoRecord record{0, actionCode, range, {}, PieceLengthsOf(range)};
+  UndoRecord record{0, actionCode, range, {}, {}};
   CopyRange(range, record.text);
   if (m_readOnly) return false;
+  if (record.text.find('\r') != std::string::npos) record.pieceLengths = PieceLengthsOf(range);
   const bool ownGroup = m_groupDepth == 0;
   if (ownGroup) OpenUndoGroup();
   ApplyDelete(view, range);
@@ -314,30 +330,22 @@ bool CCrystalTextBuffer::DeleteRange(BufferView* view, TextRange range, int32_t 
   return true;
 }
 
-std::vector<int32_t> CCrystalTextBuffer::PieceLengthsOf(TextRange range) const {
-  CheckPosition(range.start);
-  CheckPosition(range.end);
-  std::vector<int32_t> lengths;
+std::unique_ptr<std::vector<int32_t>> CCrystalTextBuffer::PieceLengthsOf(TextRange range) const {
+  auto lengths = std::make_unique<std::vector<int32_t>>();
   bool anyCr = false;
-  const auto pieceOf = [&](int32_t line) {
+  for (int32_t line = range.start.line; line <= range.end.line; ++line) {
     std::string_view piece = Line(line);
     if (line == range.end.line) piece = piece.substr(0, static_cast<size_t>(range.end.character));
-    if (line == range.start.line)
-      piece.remove_prefix(std::min(piece.size(), static_cast<size_t>(range.start.character)));
-    return piece;
-  };
-  for (int32_t line = range.start.line; line <= range.end.line && !anyCr; ++line) {
-    anyCr = pieceOf(line).find('\r') != std::string_view::npos;
+    if (line == range.start.line) piece.remove_prefix(static_cast<size_t>(range.start.character));
+    lengths->push_back(static_cast<int32_t>(piece.size()));
+    anyCr = anyCr || piece.find('\r') != std::string_view::npos;
   }
-  if (!anyCr) return lengths;
-  for (int32_t line = range.start.line; line <= range.end.line; ++line) {
-    lengths.push_back(static_cast<int32_t>(pieceOf(line).size()));
-  }
+  if (!anyCr) lengths.reset();
   return lengths;
 }
 
 bool CCrystalTextBuffer::ApplyInsert(BufferView* source, TextPosition at,
-                                     const std::vector<std::string_view>& pieces, TextPosition& end) {
+                                     std::span<const std::string_view> pieces, TextPosition& end) {
   if (m_readOnly) return false;
   const auto added = static_cast<int32_t>(pieces.size()) - 1;
   if (added == 0) {
@@ -402,20 +410,21 @@ void CCrystalTextBuffer::CloseUndoGroup(BufferView* view) {
   if (m_groupDepth > 0 && --m_groupDepth > 0) return;
   m_nextRecordStartsGroup = true;
   if (view == nullptr || m_history.Last() == nullptr) return;
-  const UndoRecord last = *m_history.Last();  // a copy: the view's own edits may drop records
-  view->OnUndoGroupClosed(last.action, last.text);
+  const int32_t lastAction = m_history.Last()->action;
+  const std::string lastText = m_history.Last()->text;  // a copy: the view's own edits may drop records
+  view->OnUndoGroupClosed(lastAction, lastText);
 }
 
 bool CCrystalTextBuffer::Reverse(const UndoRecord& record) {
   if (record.IsInsert()) return ApplyDelete(nullptr, record.range);
   TextPosition end;
-  return ApplyInsert(nullptr, record.range.start, PiecesOf(record), end);
+  return ApplyInsert(nullptr, record.range.start, RecordPieces(record).Get(), end);
 }
 
 bool CCrystalTextBuffer::Repeat(const UndoRecord& record) {
   if (!record.IsInsert()) return ApplyDelete(nullptr, record.range);
   TextPosition end;
-  return ApplyInsert(nullptr, record.range.start, PiecesOf(record), end);
+  return ApplyInsert(nullptr, record.range.start, RecordPieces(record).Get(), end);
 }
 
 bool CCrystalTextBuffer::Undo(TextPosition& position) {

@@ -1,6 +1,7 @@
 #pragma once
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -167,7 +168,7 @@ class CCrystalTextBuffer {
   void FreeLines(int32_t first, int32_t last);
   void ReleaseAllText();
 
-  bool ApplyInsert(BufferView* source, TextPosition at, const std::vector<std::string_view>& pieces,
+  bool ApplyInsert(BufferView* source, TextPosition at, std::span<const std::string_view> pieces,
                    TextPosition& end);
   bool ApplyDelete(BufferView* source, TextRange range);
   void TextChanged(BufferView* source, const TextChange& change, TextPosition lastChange);
@@ -176,7 +177,8 @@ class CCrystalTextBuffer {
   bool Reverse(const UndoRecord& record);
   bool Repeat(const UndoRecord& record);
   void FinishHistoryStep(TextPosition& position);
-  std::vector<int32_t> PieceLengthsOf(TextRange range) const;
+  /// Null when no line of the range, which was checked, holds a CR character.
+  std::unique_ptr<std::vector<int32_t>> PieceLengthsOf(TextRange range) const;
 
   IoResult LoadLines(const std::string& path, int32_t style);
   void RestoreStoredFlags();

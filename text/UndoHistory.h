@@ -2,6 +2,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -38,8 +39,8 @@ struct UndoRecord {
   TextRange range;   ///< of the text: after the insertion, or before the deletion
   std::string text;  ///< lines joined with CR LF
   /// Of text whose lines held CR characters: the length of each line's piece, since the text alone
-  /// does not tell a line end from such a character. Else empty.
-  std::vector<int32_t> pieceLengths;
+  /// does not tell a line end from such a character. Else null: a step may have 200,000 records.
+  std::unique_ptr<std::vector<int32_t>> pieceLengths;
 
   bool IsInsert() const { return (flags & kInsert) != 0; }
   bool StartsGroup() const { return (flags & kGroupStart) != 0; }
