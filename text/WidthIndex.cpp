@@ -49,6 +49,8 @@ void WidthIndex::OnTextChange(const TextChange& change) {
       return;
     }
   }
+  // A line that lost characters and was not the widest one still is not.
+  if (!change.inserted && lines == 0 && m_next > range.start.line) return;
   constexpr int32_t kMeasureAtOnce = 1000;
   int32_t last = range.start.line;
   if (m_next > range.start.line) {
