@@ -36,7 +36,11 @@ CChildFrame& Workspace::AddWindow(CQuillDoc& document) {
     if (first) frame->setWindowState(Qt::WindowMaximized);
   }
   Q_EMIT WindowAdded(frame);
-  frame->show();
+  if (IsTabbed()) {
+    frame->showMaximized();
+  } else {
+    frame->show();
+  }
   Activate(*frame);
   return *frame;
 }
