@@ -3,7 +3,8 @@
 #include <QApplication>
 #include <QPalette>
 #include <QStyle>
-#include <QStyleFactory>
+
+#include "shell/ui/ChromeStyle.h"
 
 namespace quill {
 namespace {
@@ -43,12 +44,11 @@ void PrepareAppearance() {
 }
 
 void ApplyAppearance() {
+  QApplication::setStyle(new ChromeStyle);
   const QByteArray scheme = qgetenv(kSchemeVariable);
   if (scheme == "dark") {
-    QApplication::setStyle(QStyleFactory::create("Fusion"));
     QApplication::setPalette(DarkPalette());
   } else if (scheme == "light") {
-    QApplication::setStyle(QStyleFactory::create("Fusion"));
     QApplication::setPalette(QApplication::style()->standardPalette());
   }
 }

@@ -40,7 +40,7 @@ void CCrystalTextView::SetBuffer(CCrystalTextBuffer* buffer) {
   m_model.SetBuffer(buffer);
   verticalScrollBar()->setValue(0);
   horizontalScrollBar()->setValue(0);
-  AfterCaretMove();
+  AfterCaretMove(m_font != nullptr);
 }
 
 void CCrystalTextView::ApplySettings(const ViewSettings& settings) {
@@ -180,6 +180,7 @@ void CCrystalTextView::ScheduleDamage() {
 }
 
 void CCrystalTextView::ApplyDamage() {
+  if (m_font == nullptr) return;  // nothing was ever painted
   if (m_model.HasText()) m_model.ParseThrough(TopLine() + 2 * PageRows());
   const ViewDamage damage = m_model.TakeDamage();
   if (damage.IsEmpty()) return;

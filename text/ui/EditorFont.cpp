@@ -62,20 +62,24 @@ EditorFont::Glyphs EditorFont::GlyphsOf(const QRawFont& face) {
 }
 
 void EditorFont::MeasureAdvances(bool bold, double devicePixelRatio) {
+  // Loading a glyph to measure it is slow: one stands for all where it may. Such a font may lack a few
+  // characters and draw them from a wider stand-in, which must not matter.
+  const bool fixedPitch = QFontInfo(m_font).fixedPitch();
+  const size_t first = fixedPitch ? '0' : 0;
+  const size_t count = fixedPitch ? 1 : m_advances.size();
   const auto measure = [&](const QRawFont& face, const Glyphs& glyphs) {
     std::array<QPointF, 256> sizes;
-    face.advancesForGlyphIndexes(glyphs.data(), sizes.data(), static_cast<int>(glyphs.size()));
-    for (size_t byte = 0; byte < m_advances.size(); ++byte) {
+    face.advancesForGlyphIndexes(glyphs.data() + first, sizes.data(), static_cast<int>(count));
+    for (size_t i = 0; i < count; ++i) {
       // Whole device pixels, so that equal characters look equal wherever they stand.
-      const double pixels = std::max(1.0, std::round(sizes[byte].x() * devicePixelRatio)) / devicePixelRatio;
+      const double pixels = std::max(1.0, std::round(sizes[i].x() * devicePixelRatio)) / devicePixelRatio;
       const auto advance = static_cast<int32_t>(std::lround(pixels * ColumnMetrics::kUnitsPerPixel));
-      m_advances[byte] = std::max(m_advances[byte], advance);
+      m_advances[first + i] = std::max(m_advances[first + i], advance);
     }
   };
   measure(m_face, m_glyphs);
   if (bold) measure(m_boldFace, m_boldGlyphs);
-  // A fixed-pitch font may lack a few characters and draw them from a wider stand-in.
-  if (QFontInfo(m_font).fixedPitch()) m_advances.fill(m_advances['0']);
+  if (fixedPitch) m_advances.fill(m_advances['0']);
 }
 
 }  // namespace quill
