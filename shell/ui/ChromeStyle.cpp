@@ -104,4 +104,10 @@ void ChromeStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
   Draw(Shape::kCross, *painter, rect, colour);
 }
 
+int ChromeStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                           QStyleHintReturn* result) const {
+  if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
+  return QProxyStyle::styleHint(hint, option, widget, result);
+}
+
 }  // namespace quill

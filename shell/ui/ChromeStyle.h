@@ -14,6 +14,9 @@ class ChromeStyle : public QProxyStyle {
   QIcon standardIcon(StandardPixmap pixmap, const QStyleOption* option, const QWidget* widget) const override;
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
+  /// The buttons of dialogs carry no icons.
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* result) const override;
 };
 
 }  // namespace quill

@@ -3,7 +3,7 @@
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
-#include <algorithm>
+#include <optional>
 #include <vector>
 
 #include "res/Menus.h"
@@ -20,7 +20,7 @@ struct EmptySeries {
   QAction* placeholder;
 };
 
-void FillMenu(QMenu& menu, const Menu& table, CommandRouter& router);
+void PrepareMenu(QMenu& menu, const Menu& table, CommandRouter& router);
 
 void AddEntry(QMenu& menu, const MenuEntry& entry, CommandRouter& router, std::vector<CommandId>& ids,
               std::vector<EmptySeries>& series) {
@@ -29,7 +29,7 @@ void AddEntry(QMenu& menu, const MenuEntry& entry, CommandRouter& router, std::v
       menu.addSeparator();
       return;
     case MenuEntry::Kind::kSubmenu:
-      FillMenu(*menu.addMenu(UiText(entry.submenu->text)), *entry.submenu, router);
+      PrepareMenu(*menu.addMenu(UiText(entry.submenu->text)), *entry.submenu, router);
       return;
     case MenuEntry::Kind::kCommands:
     case MenuEntry::Kind::kSeries:
@@ -48,31 +48,42 @@ void AddEntry(QMenu& menu, const MenuEntry& entry, CommandRouter& router, std::v
   }
 }
 
-void FillMenu(QMenu& menu, const Menu& table, CommandRouter& router) {
+/// What has to be looked after each time that a menu opens.
+struct MenuContents {
   std::vector<CommandId> ids;
   std::vector<EmptySeries> series;
-  for (const MenuEntry& entry : table.entries) AddEntry(menu, entry, router, ids, series);
-  menu.setSeparatorsCollapsible(true);
+};
+
+void Update(const MenuContents& contents, CommandRouter& router) {
+  for (CommandId id : contents.ids) {
+    router.Refresh(id);
+    router.EnsureIcon(id);
+  }
+  for (const EmptySeries& s : contents.series) {
+    bool any = false;
+    for (int i = 0; i <= s.last - s.first && !any; ++i) any = router.Action(s.first + i)->isVisible();
+    s.placeholder->setVisible(!any);
+  }
+}
+
+/// The entries are made when the menu opens for the first time: most never do.
+void PrepareMenu(QMenu& menu, const Menu& table, CommandRouter& router) {
   QObject::connect(&menu, &QMenu::aboutToShow, &router,
-                   [&router, ids = std::move(ids), series = std::move(series)] {
-                     for (CommandId id : ids) {
-                       router.Refresh(id);
-                       router.EnsureIcon(id);
-                     }
-                     for (const EmptySeries& s : series) {
-                       bool any = false;
-                       for (int i = 0; i <= s.last - s.first && !any; ++i) {
-                         any = router.Action(s.first + i)->isVisible();
+                   [&menu, &table, &router, contents = std::optional<MenuContents>()]() mutable {
+                     if (!contents) {
+                       contents.emplace();
+                       for (const MenuEntry& entry : table.entries) {
+                         AddEntry(menu, entry, router, contents->ids, contents->series);
                        }
-                       s.placeholder->setVisible(!any);
                      }
+                     Update(*contents, router);
                    });
 }
 
 }  // namespace
 
 void BuildMenuBar(QMenuBar& bar, CommandRouter& router) {
-  for (const Menu& menu : MenuBar()) FillMenu(*bar.addMenu(UiText(menu.text)), menu, router);
+  for (const Menu& menu : MenuBar()) PrepareMenu(*bar.addMenu(UiText(menu.text)), menu, router);
 }
 
 QMenu* FindMenu(const QMenuBar& bar, const QString& title) {

@@ -1,7 +1,9 @@
 #include "shell/ui/QuillApp.h"
 
+#include <QApplication>
 #include <QTimer>
 
+#include "res/ui/IconSet.h"
 #include "shell/Settings.h"
 #include "shell/ui/AppServices.h"
 #include "shell/ui/FileOperations.h"
@@ -44,7 +46,11 @@ CQuillApp::Started CQuillApp::Start() {
   ShowFrame();
   m_frame->LoadKeys();
   m_frame->Parts().timers.Start(timer_id::kDeferredStart, kDeferredStartDelay);
-  QTimer::singleShot(0, m_frame.get(), [this] { m_frame->Parts().files.OfferRecovery(); });
+  QTimer::singleShot(0, m_frame.get(), [this] {
+    // Drawing the icon in all its sizes need not hold up the first picture.
+    QApplication::setWindowIcon(ProgramIcon());
+    m_frame->Parts().files.OfferRecovery();
+  });
   return Started::kRunning;
 }
 

@@ -38,7 +38,7 @@ void ViewStatus::Follow(CChildFrame* frame) {
     connect(&frame->Document(), &CQuillDoc::ModifiedChanged, context, updateCommands);
   }
   Update();
-  m_router.RefreshAll();
+  m_router.RefreshSoon();
 }
 
 void ViewStatus::Update() {
