@@ -8,6 +8,10 @@
 #include <QStyleOption>
 #include <algorithm>
 
+#include "shell/ui/ChromeScrollBar.h"
+
+#include "shell/ui/ChromeScrollBar.h"
+
 namespace quill {
 namespace {
 
@@ -108,6 +112,23 @@ int ChromeStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWi
                            QStyleHintReturn* result) const {
   if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
   return QProxyStyle::styleHint(hint, option, widget, result);
+}
+
+void ChromeStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                     QPainter* painter, const QWidget* widget) const {
+  const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option);
+  if (control == CC_ScrollBar && slider != nullptr) {
+    chrome_scroll_bar::Draw(*slider, *painter);
+  } else {
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+  }
+}
+
+QRect ChromeStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                                  const QWidget* widget) const {
+  const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option);
+  if (control == CC_ScrollBar && slider != nullptr) return chrome_scroll_bar::SubControlRect(*slider, part);
+  return QProxyStyle::subControlRect(control, option, part, widget);
 }
 
 }  // namespace quill

@@ -4,7 +4,8 @@
 namespace quill {
 
 /// Fusion, with the small buttons of bars, tabs and inner windows drawn as plain strokes in the
-/// palette's text colour: sharp at every pixel ratio, and nothing has to be loaded for them.
+/// palette's text colour (sharp at every pixel ratio, and nothing has to be loaded for them), and flat
+/// scroll bars.
 class ChromeStyle : public QProxyStyle {
   Q_OBJECT
 
@@ -17,6 +18,10 @@ class ChromeStyle : public QProxyStyle {
   /// The buttons of dialogs carry no icons.
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* result) const override;
+  void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                          const QWidget* widget) const override;
+  QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                       const QWidget* widget) const override;
 };
 
 }  // namespace quill

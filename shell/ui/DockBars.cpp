@@ -26,7 +26,7 @@ CDockBar::CDockBar(StringId title, StringId emptyText, QWidget* parent) : QDockW
   label->setWordWrap(true);
   label->setAlignment(Qt::AlignTop | Qt::AlignLeft);
   label->setMargin(kEmptyTextMargin);
-  label->setForegroundRole(QPalette::PlaceholderText);
+  label->setEnabled(false);
   label->setBackgroundRole(QPalette::Base);
   label->setAutoFillBackground(true);
   setWidget(label);
