@@ -26,7 +26,11 @@ CDockBar::CDockBar(StringId title, StringId emptyText, QWidget* parent) : QDockW
   label->setWordWrap(true);
   label->setAlignment(Qt::AlignTop | Qt::AlignLeft);
   label->setMargin(kEmptyTextMargin);
-  label->setEnabled(false);
+  QPalette faint = label->palette();
+  QColor text = faint.color(QPalette::WindowText);
+  text.setAlphaF(0.65F);
+  faint.setColor(QPalette::WindowText, text);
+  label->setPalette(faint);
   label->setBackgroundRole(QPalette::Base);
   label->setAutoFillBackground(true);
   setWidget(label);
