@@ -1,6 +1,8 @@
 #include "shell/ui/ChildFrame.h"
 
+#include <QAction>
 #include <QCloseEvent>
+#include <QMenu>
 #include <algorithm>
 
 #include "intel/ui/QuillView.h"
@@ -13,6 +15,8 @@ namespace quill {
 
 CChildFrame::CChildFrame(CQuillDoc& document, CQuillView* view) : m_document(document), m_view(view) {
   setAttribute(Qt::WA_DeleteOnClose);
+  // Its Close entry would dispute the key with the command of that key.
+  for (QAction* action : systemMenu()->actions()) action->setShortcuts(QList<QKeySequence>());
   view->setFrameShape(QFrame::NoFrame);
   setWidget(view);
   document.AttachView(*view);

@@ -84,8 +84,8 @@ void RegisterFileCommands(const ShellParts& parts) {
   parts.router.Register(kFileNew, [&files] { files.New(); });
   parts.router.Register(kFileOpen, [&files] { files.OpenByDialog(); });
   RegisterSaving(parts);
-  const auto anyDocument = [&documents = parts.documents] {
-    return CommandState::EnabledIf(!documents.All().empty(), StringId::kNoDocumentOpen);
+  const auto anyDocument = [&workspace = parts.workspace] {
+    return CommandState::EnabledIf(workspace.ActiveFrame() != nullptr, StringId::kNoDocumentOpen);
   };
   parts.router.Register(
       kFileClose, [&workspace = parts.workspace] { workspace.ActiveFrame()->close(); }, anyDocument);

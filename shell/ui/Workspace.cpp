@@ -1,6 +1,5 @@
 #include "shell/ui/Workspace.h"
 
-#include <QMouseEvent>
 #include <QTabBar>
 
 #include "intel/ui/QuillView.h"
@@ -25,7 +24,8 @@ Workspace::Workspace(ViewFactory makeView, AppProfile profile, QWidget* parent)
 CChildFrame& Workspace::AddWindow(CQuillDoc& document) {
   auto* frame = new CChildFrame(document, m_makeView());
   frame->SetCloseGuard([this, frame] { return !m_mayClose || m_mayClose(*frame); });
-  connect(frame, &CChildFrame::Closed, this, &Workspace::OnClosed);
+  // Not to a slot of this object: the base class cuts all of those off when the window closes.
+  connect(frame, &CChildFrame::Closed, frame, [this](CChildFrame* closed) { OnClosed(closed); });
   const bool first = subWindowList().isEmpty();
   addSubWindow(frame);
   for (CChildFrame* other : Frames()) {
@@ -118,21 +118,6 @@ void Workspace::SetUpTabs() {
   tabs->setExpanding(false);
   tabs->setElideMode(Qt::ElideMiddle);
   tabs->setUsesScrollButtons(true);
-  tabs->installEventFilter(this);
-}
-
-/// The middle mouse button closes a tab.
-bool Workspace::eventFilter(QObject* watched, QEvent* event) {
-  auto* tabs = qobject_cast<QTabBar*>(watched);
-  if (tabs != nullptr && event->type() == QEvent::MouseButtonRelease) {
-    const auto* mouse = static_cast<QMouseEvent*>(event);
-    const int tab = tabs->tabAt(mouse->position().toPoint());
-    if (mouse->button() == Qt::MiddleButton && tab >= 0) {
-      Q_EMIT tabs->tabCloseRequested(tab);
-      return true;
-    }
-  }
-  return QMdiArea::eventFilter(watched, event);
 }
 
 void Workspace::Tile(Qt::Orientation direction) {

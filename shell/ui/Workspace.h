@@ -48,9 +48,6 @@ class Workspace : public QMdiArea {
   /// The window is about to go, its view detached.
   void WindowClosed(CChildFrame* frame);
 
- protected:
-  bool eventFilter(QObject* watched, QEvent* event) override;
-
  private:
   void OnActivated();
   void OnClosed(CChildFrame* frame);
