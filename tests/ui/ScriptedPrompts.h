@@ -1,7 +1,9 @@
 #pragma once
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <deque>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -17,18 +19,23 @@ class ScriptedPrompts : public Prompts {
   ~ScriptedPrompts() override { EXPECT_TRUE(m_expected.empty()) << "not asked: " << m_expected.front().text; }
 
   /// `text` as the box shows it, without its detail.
-  void Expect(const std::string& text, Answer answer) { m_expected.push_back({text, answer, {}, {}}); }
+  void Expect(const std::string& text, Answer answer) {
+    m_expected.push_back({.text = text, .answer = answer});
+  }
   void ExpectSaveAll(const std::string& titles, Answer answer) { Expect("save all: " + titles, answer); }
   /// The answer of a dialog that asks for a file or files.
-  void ExpectFile(const std::string& path) { m_expected.push_back({"file", Answer::kOk, path, {}}); }
-  void ExpectLine(int32_t line) { m_expected.push_back({"line", Answer::kOk, std::to_string(line), {}}); }
-  void ExpectRecovery(RecoveryChoice choice) { m_expected.push_back({"recovery", Answer::kOk, {}, choice}); }
+  void ExpectFile(const std::string& path) { m_expected.push_back({.text = "file", .file = path}); }
+  void ExpectLine(int32_t line) { m_expected.push_back({.text = "line", .file = std::to_string(line)}); }
+  /// `names` are paths, or titles of documents without a file.
+  void ExpectRecovery(RecoveryAction action, const std::vector<std::string>& names = {}) {
+    m_expected.push_back({.text = "recovery", .recovery = action, .names = names});
+  }
   void ExpectAbout() { Expect("about", Answer::kOk); }
 
   /// Where the last file dialog would have begun.
   const std::string& LastSuggestion() const { return m_suggestion; }
-  /// What the last recovery dialog would have listed, a line a document.
-  const std::string& LastRecovery() const { return m_recovery; }
+  /// What the last recovery dialog would have listed.
+  const std::set<std::string>& LastRecovery() const { return m_recovery; }
 
   Answer Ask(const DocumentPrompt& prompt) override { return Next(prompt.text).answer; }
   Answer AskSaveAll(const std::vector<std::string>& titles) override {
@@ -49,27 +56,32 @@ class ScriptedPrompts : public Prompts {
   }
   std::optional<int32_t> ChooseLine(int32_t, int32_t) override { return std::stoi(Next("line").file); }
   RecoveryChoice ChooseRecovery(const std::vector<RecoverableDocument>& found) override {
+    const Expected expected = Next("recovery");
+    RecoveryChoice choice{expected.recovery, {}};
     m_recovery.clear();
-    for (const RecoverableDocument& document : found) {
-      m_recovery += (document.Path().empty() ? document.Title() : document.Path()) + "\n";
+    for (size_t i = 0; i < found.size(); ++i) {
+      const std::string& name = found[i].Path().empty() ? found[i].Title() : found[i].Path();
+      m_recovery.insert(name);
+      if (std::ranges::find(expected.names, name) != expected.names.end()) choice.chosen.push_back(i);
     }
-    return Next("recovery").recovery;
+    return choice;
   }
   void ShowAbout() override { Next("about"); }
 
  private:
   struct Expected {
-    std::string text;
-    Answer answer = Answer::kCancel;
-    std::string file;
-    RecoveryChoice recovery;
+    std::string text = {};
+    Answer answer = Answer::kOk;
+    std::string file = {};
+    RecoveryAction recovery = RecoveryAction::kLater;
+    std::vector<std::string> names = {};
   };
 
   Expected Next(const std::string& text) {
     if (m_expected.empty() || m_expected.front().text != text) {
       ADD_FAILURE() << "unexpected: " << text
                     << (m_expected.empty() ? "" : "\n  instead of: " + m_expected.front().text);
-      return {};
+      return {.answer = Answer::kCancel};
     }
     Expected expected = m_expected.front();
     m_expected.pop_front();
@@ -78,7 +90,7 @@ class ScriptedPrompts : public Prompts {
 
   std::deque<Expected> m_expected;
   std::string m_suggestion;
-  std::string m_recovery;
+  std::set<std::string> m_recovery;
 };
 
 }  // namespace quill

@@ -1,0 +1,61 @@
+#include <QScreen>
+#include <QToolBar>
+
+#include "shell/WindowPlacement.h"
+#include "shell/ui/CommandRouter.h"
+#include "shell/ui/DockBars.h"
+#include "ui/ShellFixture.h"
+
+namespace quill {
+namespace {
+
+class Layout : public ShellFixture {
+ protected:
+  CDockBar& Jumper() { return *Parts().bars.Bar(CommandId::kViewCodeJumper); }
+};
+
+TEST_F(Layout, BarsHideMoveAndFloatAndAreSoAgainInTheNextRun) {
+  Start();
+  EXPECT_TRUE(MenuAction("View > Code Jumper")->isChecked());
+  Choose("View > Command Help");
+  Choose("View > Toolbars > Debug");
+  Frame().addDockWidget(Qt::RightDockWidgetArea, &Jumper());
+  Frame().addToolBar(Qt::BottomToolBarArea, Parts().bars.ToolBarWidgets()[3]);
+  Quit();
+  Start();
+  EXPECT_TRUE(Parts().bars.Bar(CommandId::kViewCommandHelp)->isHidden());
+  EXPECT_FALSE(MenuAction("View > Toolbars > Debug")->isChecked());
+  EXPECT_EQ(Frame().dockWidgetArea(&Jumper()), Qt::RightDockWidgetArea);
+  EXPECT_EQ(Frame().toolBarArea(Parts().bars.ToolBarWidgets()[3]), Qt::BottomToolBarArea);
+  Choose("View > Command Help");
+  EXPECT_FALSE(Parts().bars.Bar(CommandId::kViewCommandHelp)->isHidden());
+  Jumper().setFloating(true);
+  Quit();
+  Start();
+  EXPECT_TRUE(Jumper().isFloating());
+  EXPECT_EQ(Jumper().allowedAreas(), Qt::AllDockWidgetAreas);
+}
+
+TEST_F(Layout, TheWindowComesBackToItsPlaceUnlessThatIsOnNoScreen) {
+  Start();
+  Frame().setGeometry(30, 40, 640, 480);
+  Quit();
+  Start();
+  EXPECT_EQ(Frame().geometry(), QRect(30, 40, 640, 480));
+  Quit();
+  AppProfile profile(m_settings);
+  WindowPlacement placement;
+  placement.left = placement.top = 100000;
+  placement.right = placement.bottom = 101000;
+  WriteBinary(profile, profile::kMainWndPos, placement.ToBytes());
+  Start();
+  EXPECT_TRUE(Frame().screen()->availableGeometry().contains(Frame().geometry().center()));
+  Quit();
+  WriteBinary(profile, profile::kMainWndPos, "damaged");
+  WriteBinary(profile, profile::kBarPositions, "damaged");
+  Start();
+  EXPECT_FALSE(Jumper().isHidden());
+}
+
+}  // namespace
+}  // namespace quill

@@ -1,0 +1,90 @@
+#include <filesystem>
+
+#include "intel/ui/QuillView.h"
+#include "shell/ui/Documents.h"
+#include "shell/ui/FileOperations.h"
+#include "shell/ui/QuillDoc.h"
+#include "shell/ui/TimerService.h"
+#include "shell/ui/Workspace.h"
+#include "ui/ShellFixture.h"
+
+namespace quill {
+namespace {
+
+using Action = Prompts::RecoveryAction;
+
+class Recovery : public ShellFixture {
+ protected:
+  bool AnythingKept() const {
+    const std::filesystem::path folder = m_folder.Path("recovery");
+    return std::filesystem::exists(folder) && !std::filesystem::is_empty(folder);
+  }
+};
+
+TEST_F(Recovery, TextThatWasNotSavedComesBackAtTheNextStart) {
+  Start();
+  Open("a.vsl", "old");
+  Type("typed ");
+  Press("Ctrl+N");
+  Type("unnamed");
+  Parts().documents.FlushJournals();
+  Crash();
+  EXPECT_EQ(m_folder.Read("a.vsl"), "old");
+
+  m_prompts.ExpectRecovery(Action::kRecover, {m_folder.Path("a.vsl"), "Untitled2"});
+  Start();
+  ASSERT_EQ(Parts().documents.All().size(), 2U);
+  std::set<std::string> texts;
+  for (CQuillDoc* document : Parts().documents.All()) texts.insert(TextOf(*document));
+  EXPECT_EQ(texts, (std::set<std::string>{"typed old", "unnamed"}));
+  EXPECT_EQ(Parts().documents.Modified().size(), 2U);
+
+  for (size_t i = 0; i < 2; ++i) {
+    CQuillDoc& document = *Parts().documents.All()[0];
+    if (document.File().IsModified()) {
+      m_prompts.Expect("Save the changes to \"" + document.File().Title() + "\"?", Prompts::Answer::kDiscard);
+    }
+    Parts().files.Close(document);
+    Pump();
+  }
+  Quit();
+  EXPECT_FALSE(AnythingKept()) << "the user has decided";
+  Start();
+}
+
+TEST_F(Recovery, WhatIsNotChosenIsOfferedAgainAndWhatIsDiscardedIsNot) {
+  Start();
+  for (const char* text : {"second", "third", "fourth"}) {
+    Press("Ctrl+N");
+    Type(text);
+  }
+  Parts().documents.FlushJournals();
+  m_prompts.ExpectRecovery(Action::kLater);
+  Start();
+  m_prompts.ExpectRecovery(Action::kDiscard, {"Untitled3"});
+  Start();
+  m_prompts.ExpectRecovery(Action::kRecover, {"Untitled4"});
+  Start();
+  EXPECT_EQ(m_prompts.LastRecovery(), (std::set<std::string>{"Untitled2", "Untitled4"}));
+  EXPECT_EQ(ActiveText(), "fourth");
+}
+
+TEST_F(Recovery, ABackupCopyIsNoSave) {
+  Start();
+  Open("a.vsl", "old");
+  Type("new ");
+  Parts().documents.FlushJournals();
+  Parts().timers.Fire(timer_id::kAutoSave);
+  EXPECT_TRUE(Parts().documents.Modified().empty());
+  Crash();
+  m_prompts.ExpectRecovery(Action::kRecover, {m_folder.Path("a.vsl")});
+  Start();
+  EXPECT_EQ(ActiveText(), "new old");
+  Press("Ctrl+S");
+  EXPECT_EQ(m_folder.Read("a.vsl"), "new old");
+  Crash();
+  EXPECT_FALSE(AnythingKept());
+}
+
+}  // namespace
+}  // namespace quill
