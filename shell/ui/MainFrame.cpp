@@ -30,6 +30,7 @@
 #include "shell/ui/TimerService.h"
 #include "shell/ui/ToolBarImages.h"
 #include "shell/ui/UiText.h"
+#include "shell/ui/ViewContextMenu.h"
 #include "shell/ui/ViewSettingsControl.h"
 #include "shell/ui/ViewStatus.h"
 #include "shell/ui/Workspace.h"
@@ -120,6 +121,7 @@ void CMainFrame::Connect() {
   connect(&m_parts->workspace, &Workspace::ActiveFrameChanged, this, &CMainFrame::OnActiveFrameChanged);
   connect(&m_parts->documents, &Documents::Created, this, &CMainFrame::OnDocumentCreated);
   connect(&m_parts->workspace, &Workspace::WindowAdded, this, [this](CChildFrame* frame) {
+    AttachContextMenu(frame->View(), m_parts->router);
     // After the event that gave the focus: a question within it would take the focus away again.
     connect(&frame->View(), &CCrystalTextView::GotFocus, frame, [this, frame] {
       QTimer::singleShot(0, frame, [this, frame] {
