@@ -83,7 +83,7 @@ bool ByteSearcher::Matches(const char* at) const {
   return std::equal(m_what.begin(), m_what.end(), at, [](char a, char b) { return a == cp1252::ToUpper(b); });
 }
 
-size_t ByteSearcher::FirstMatch(const char* text, uint32_t candidates) const {
+size_t ByteSearcher::FirstMatch(const char* text, uint64_t candidates) const {
   for (; candidates != 0; candidates &= candidates - 1) {
     const auto at = static_cast<size_t>(std::countr_zero(candidates));
     if (Matches(text + at)) return at;
@@ -125,6 +125,28 @@ size_t ByteSearcher::FindIn(const char* text, size_t places) const {
   }
 }
 
+size_t ByteSearcher::FindPadded(const char* text, size_t size, size_t from) const {
+  constexpr size_t kMostBytes = 64;
+  if (size < from || size - from < m_shortestText) return kNone;
+  if (size > kMostBytes) {
+    const size_t at = Find({text + from, size - from});
+    return at == kNone ? kNone : from + at;
+  }
+  const __m128i mask1 = _mm_set1_epi8(static_cast<char>(m_first.mask));
+  const __m128i value1 = _mm_set1_epi8(static_cast<char>(m_first.value));
+  const __m128i mask2 = _mm_set1_epi8(static_cast<char>(m_second.mask));
+  const __m128i value2 = _mm_set1_epi8(static_cast<char>(m_second.value));
+  uint64_t first = 0;  // a bit for each byte of the text
+  uint64_t second = 0;
+  for (size_t i = 0; i < size; i += kReadable) {
+    first |= uint64_t{Compare16(text + i, mask1, value1)} << i;
+    second |= uint64_t{Compare16(text + i, mask2, value2)} << i;
+  }
+  const size_t places = size - m_what.size() + 1;
+  const uint64_t allowed = (~uint64_t{0} >> (kMostBytes - places)) & (~uint64_t{0} << from);
+  return FirstMatch(text, (first >> m_first.offset) & (second >> m_second.offset) & allowed);
+}
+
 __attribute__((target("avx2"))) size_t ByteSearcher::FindBy32(const char* text, size_t places) const {
   constexpr size_t kBlock = 32;
   const __m256i mask1 = _mm256_set1_epi8(static_cast<char>(m_first.mask));
@@ -152,6 +174,11 @@ __attribute__((target("avx2"))) size_t ByteSearcher::FindBy32(const char* text, 
 
 size_t ByteSearcher::FindIn(const char* text, size_t places) const {
   return FindBytewise(text, places);
+}
+
+size_t ByteSearcher::FindPadded(const char* text, size_t size, size_t from) const {
+  const size_t at = size < from ? kNone : Find({text + from, size - from});
+  return at == kNone ? kNone : from + at;
 }
 
 #endif

@@ -16,22 +16,22 @@ struct LineEdit {
   std::string text;  ///< for the columns between
 };
 
-/// Collects the occurrences from column `at`, the first one, up to those that start before `limit`. False
-/// when the line would become too long for a buffer.
-bool CollectEdit(std::string_view line, const TextSearch& search, std::string_view with, int32_t at,
-                 int32_t limit, LineEdit& edit) {
+/// Collects the occurrences from `first` on that start before column `limit`. False when the line would
+/// become too long for a buffer.
+bool CollectEdit(const CCrystalTextBuffer& buffer, const TextSearch& search, std::string_view with,
+                 TextPosition first, int32_t limit, LineEdit& edit) {
+  const std::string_view line = buffer.Line(first.line);
+  int32_t at = first.character;
   edit.start = edit.end = at;
   edit.count = 0;
   edit.text.clear();
-  while (at < limit) {
+  while (at >= 0 && at < limit) {
     if (edit.text.size() + line.size() + with.size() > CCrystalTextBuffer::kLongestLine) return false;
     edit.text.append(line.substr(static_cast<size_t>(edit.end), static_cast<size_t>(at - edit.end)));
     edit.text.append(with);
     edit.end = at + search.Length();
     ++edit.count;
-    const int32_t distance = search.FindInLine(line.substr(static_cast<size_t>(edit.end)));
-    if (distance < 0) break;
-    at = edit.end + distance;
+    at = search.FindInBufferLine(buffer, first.line, edit.end);
   }
   return true;
 }
@@ -55,14 +55,13 @@ ReplaceAllOutcome ReplaceAllFrom(CCrystalTextBuffer& buffer, BufferView* source,
   buffer.OpenUndoGroup();
   TextPosition at = firstMatch;
   while (at.line <= std::min(limit.line, buffer.LineCount() - 1)) {
-    const std::string_view line = buffer.Line(at.line);
-    const int32_t column = at == firstMatch ? at.character : search.FindInLine(line);
+    const int32_t column = at == firstMatch ? at.character : search.FindInBufferLine(buffer, at.line, 0);
     const bool atLimit = at.line == limit.line;
-    const auto lineEnd = static_cast<int32_t>(line.size());
+    const int32_t lineEnd = buffer.LineLength(at.line);
     const int32_t columnLimit = atLimit ? std::min(limit.character, lineEnd) : lineEnd;
     int32_t added = 0;
     if (column >= 0 && column < columnLimit) {
-      outcome.refused = !CollectEdit(line, search, with, column, columnLimit, edit);
+      outcome.refused = !CollectEdit(buffer, search, with, {at.line, column}, columnLimit, edit);
       if (outcome.refused || !ApplyEdit(buffer, source, at.line, edit, outcome.lastEnd)) break;
       outcome.count += edit.count;
       added = outcome.lastEnd.line - at.line;

@@ -12,11 +12,6 @@ bool IsInWord(char c) {
   return cp1252::IsAsciiAlnum(c) || c == '_';
 }
 
-/// The part of a line from a column on; empty when the line ends before it.
-std::string_view From(std::string_view text, int32_t column) {
-  return text.substr(std::min(text.size(), static_cast<size_t>(column)));
-}
-
 }  // namespace
 
 TextSearch::TextSearch(std::string_view what, uint32_t flags)
@@ -44,6 +39,16 @@ int32_t TextSearch::FindWordInLine(std::string_view text) const {
   }
 }
 
+int32_t TextSearch::FindInBufferLine(const CCrystalTextBuffer& buffer, int32_t line, int32_t from) const {
+  const std::string_view text = buffer.Line(line);
+  const auto base = static_cast<size_t>(from);
+  if ((m_flags & search_flag::kWholeWord) == 0) {
+    return static_cast<int32_t>(m_searcher.FindPadded(text.data(), text.size(), base));
+  }
+  const int32_t column = base < text.size() ? FindWordInLine(text.substr(base)) : -1;
+  return column < 0 ? -1 : from + column;
+}
+
 int32_t TextSearch::NextOccurrence(std::string_view text, int32_t from) const {
   const bool wholeWord = (m_flags & search_flag::kWholeWord) != 0;
   for (size_t base = static_cast<size_t>(from); base < text.size();) {
@@ -63,9 +68,9 @@ bool TextSearch::FindDownwards(const CCrystalTextBuffer& buffer, TextPosition st
   const int32_t last = std::min(end.line, buffer.LineCount() - 1);
   for (int32_t line = start.line; line <= last; ++line) {
     const int32_t from = line == start.line ? start.character : 0;
-    const int32_t column = FindInLine(From(buffer.Line(line), from));
-    if (column < 0 || (line == end.line && from + column >= end.character)) continue;
-    found = {line, from + column};
+    const int32_t column = FindInBufferLine(buffer, line, from);
+    if (column < 0 || (line == end.line && column >= end.character)) continue;
+    found = {line, column};
     return true;
   }
   return false;
@@ -75,9 +80,9 @@ bool TextSearch::FindUpwards(const CCrystalTextBuffer& buffer, TextPosition star
                              TextPosition& found) const {
   for (int32_t line = std::min(start.line, buffer.LineCount() - 1); line >= 0; --line) {
     const int32_t from = line == start.line ? start.character : 0;
-    const int32_t column = FindInLine(From(buffer.Line(line), from));
+    const int32_t column = FindInBufferLine(buffer, line, from);
     if (column < 0) continue;
-    found = {line, from + column};
+    found = {line, column};
     return true;
   }
   return false;

@@ -34,6 +34,10 @@ class TextSearch {
   /// is how this search always was.
   int32_t FindInLine(std::string_view text) const;
 
+  /// The same in a line of the buffer from column `from` on, as if the line began there; the column is
+  /// the line's. -1 also when the line ends before `from`.
+  int32_t FindInBufferLine(const CCrystalTextBuffer& buffer, int32_t line, int32_t from) const;
+
   /// Searches from `start`, which is moved to the block's start when it lies before it. Downwards up to
   /// the block's end; once more from the block's start with `wrap`. Upwards takes the leftmost
   /// occurrence of a line (on the first line: at or after `start`) down to line 0 whatever the block,

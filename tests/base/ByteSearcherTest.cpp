@@ -37,6 +37,14 @@ TEST(ByteSearcher, FindsWhatANaiveSearchFinds) {
     EXPECT_EQ(ByteSearcher(what, matchCase).Find({exact.get(), text.size()}),
               NaiveFind(text, what, matchCase))
         << "\"" << what << "\" in \"" << text << "\"" << (matchCase ? ", case" : "");
+    // The bytes behind the text would complete a match.
+    const std::string padded = text + what + std::string(ByteSearcher::kReadable, 'a');
+    const size_t from = random() % (text.size() + 2);
+    const size_t naive =
+        from > text.size() ? ByteSearcher::kNone : NaiveFind(text.substr(from), what, matchCase);
+    EXPECT_EQ(ByteSearcher(what, matchCase).FindPadded(padded.data(), text.size(), from),
+              naive == ByteSearcher::kNone ? naive : from + naive)
+        << "\"" << what << "\" in \"" << text << "\" from " << from;
   }
 }
 
