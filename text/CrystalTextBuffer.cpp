@@ -10,6 +10,14 @@
 namespace quill {
 namespace {
 
+/// A byte at a time for short texts: they were just copied, and a read wider than the writes would wait
+/// for them to reach the cache.
+bool HasCr(std::string_view text) {
+  constexpr size_t kShort = 32;
+  if (text.size() > kShort) return text.find('\r') != std::string_view::npos;
+  return std::any_of(text.begin(), text.end(), [](char c) { return c == '\r'; });
+}
+
 /// Cuts a text at each CR; a CR directly followed by LF is one break.
 std::vector<std::string_view> SplitLines(std::string_view text) {
   std::vector<std::string_view> pieces;
@@ -41,7 +49,7 @@ class RecordPieces {
   explicit RecordPieces(const UndoRecord& record) : m_single(record.text) {
     if (record.pieceLengths != nullptr) {
       m_pieces = SplitAt(record.text, *record.pieceLengths);
-    } else if (m_single.find('\r') != std::string_view::npos) {
+    } else if (HasCr(m_single)) {
       m_pieces = SplitLines(record.text);
     }
   }
@@ -284,7 +292,7 @@ bool CCrystalTextBuffer::InsertLinesAt(BufferView* view, TextPosition at,
   for (size_t i = 0; i < lines.size(); ++i) {
     if (i != 0) record.text += "\r\n";
     record.text += lines[i];
-    anyCr = anyCr || lines[i].find('\r') != std::string_view::npos;
+    anyCr = anyCr || HasCr(lines[i]);
   }
   if (anyCr) record.pieceLengths = std::make_unique<std::vector<int32_t>>();
   for (size_t i = 0; anyCr && i < lines.size(); ++i) {
@@ -294,7 +302,7 @@ bool CCrystalTextBuffer::InsertLinesAt(BufferView* view, TextPosition at,
   return true;
 }
 
-void CCrystalTextBuffer::InsertRecorded(BufferView* view, UndoRecord record, TextPosition& end) {
+void CCrystalTextBuffer::InsertRecorded(BufferView* view, UndoRecord&& record, TextPosition& end) {
   if (static_cast<int64_t>(record.text.size()) > kLongestLine - LineLength(record.range.start.line)) {
     throw std::invalid_argument("text too long");
   }
@@ -321,7 +329,7 @@ bool CCrystalTextBuffer::DeleteRange(BufferView* view, TextRange range, int32_t 
   UndoRecord record{0, actionCode, range, {}, {}};
   CopyRange(range, record.text);
   if (m_readOnly) return false;
-  if (record.text.find('\r') != std::string::npos) record.pieceLengths = PieceLengthsOf(range);
+  if (HasCr(record.text)) record.pieceLengths = PieceLengthsOf(range);
   const bool ownGroup = m_groupDepth == 0;
   if (ownGroup) OpenUndoGroup();
   ApplyDelete(view, range);
@@ -338,7 +346,7 @@ std::unique_ptr<std::vector<int32_t>> CCrystalTextBuffer::PieceLengthsOf(TextRan
     if (line == range.end.line) piece = piece.substr(0, static_cast<size_t>(range.end.character));
     if (line == range.start.line) piece.remove_prefix(static_cast<size_t>(range.start.character));
     lengths->push_back(static_cast<int32_t>(piece.size()));
-    anyCr = anyCr || piece.find('\r') != std::string_view::npos;
+    anyCr = anyCr || HasCr(piece);
   }
   if (!anyCr) lengths.reset();
   return lengths;
@@ -395,7 +403,7 @@ void CCrystalTextBuffer::TextChanged(BufferView* source, const TextChange& chang
 
 // History
 
-void CCrystalTextBuffer::AddRecord(UndoRecord record) {
+void CCrystalTextBuffer::AddRecord(UndoRecord&& record) {
   if (m_nextRecordStartsGroup) record.flags |= UndoRecord::kGroupStart;
   m_nextRecordStartsGroup = false;
   m_history.Add(std::move(record));

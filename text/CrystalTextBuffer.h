@@ -172,8 +172,8 @@ class CCrystalTextBuffer {
                    TextPosition& end);
   bool ApplyDelete(BufferView* source, TextRange range);
   void TextChanged(BufferView* source, const TextChange& change, TextPosition lastChange);
-  void InsertRecorded(BufferView* view, UndoRecord record, TextPosition& end);
-  void AddRecord(UndoRecord record);
+  void InsertRecorded(BufferView* view, UndoRecord&& record, TextPosition& end);
+  void AddRecord(UndoRecord&& record);
   bool Reverse(const UndoRecord& record);
   bool Repeat(const UndoRecord& record);
   void FinishHistoryStep(TextPosition& position);

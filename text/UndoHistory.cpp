@@ -20,7 +20,7 @@ void UndoHistory::Clear(size_t limit) {
   m_limit = limit;
 }
 
-void UndoHistory::Add(UndoRecord record) {
+void UndoHistory::Add(UndoRecord&& record) {
   DropRedo();
   if (m_records.size() >= m_limit) DropOldestGroup();
   if (record.StartsGroup()) m_groupStarts.push_back(m_firstSerial + m_records.size());

@@ -54,7 +54,7 @@ class UndoHistory {
 
   void Clear(size_t limit = kDefaultLimit);
   /// Appends after the undo position; what could have been redone is gone.
-  void Add(UndoRecord record);
+  void Add(UndoRecord&& record);
 
   size_t Count() const { return m_records.size(); }
   /// Index of the next record to be redone.
