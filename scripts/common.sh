@@ -26,8 +26,8 @@ configure() {
 build() {
   local preset=$1 quiet=()
   shift
-  [[ -t 1 ]] || quiet=(-- --quiet)
+  [[ -t 2 ]] || quiet=(-- --quiet)
   say "building $preset"
-  NINJA_STATUS='[%f/%t] ' cmake --build --preset "$preset" "$@" "${quiet[@]}" ||
+  NINJA_STATUS='[%f/%t] ' cmake --build --preset "$preset" "$@" "${quiet[@]}" >&2 ||
     die "building '$preset' failed"
 }

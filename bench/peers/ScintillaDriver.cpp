@@ -69,7 +69,12 @@ class ScintillaDriver : public EditorDriver {
     const long start = Send(Sci::SCI_POSITIONFROMLINE, static_cast<size_t>(line));
     Send(Sci::SCI_GOTOPOS, static_cast<size_t>(start + column));
   }
-  void ColourAll() override { Send(Sci::SCI_COLOURISE, 0, -1); }
+  // Our own pass finds the foldable blocks too.
+  void ColourAll() override {
+    SetProperty("fold", "1");
+    Send(Sci::SCI_COLOURISE, 0, -1);
+    SetProperty("fold", "0");
+  }
 
   void InsertAt(int line, int column, const std::string& text) override {
     const long start = Send(Sci::SCI_POSITIONFROMLINE, static_cast<size_t>(line));
