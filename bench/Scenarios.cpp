@@ -2,7 +2,9 @@
 #include <malloc.h>
 #include <unistd.h>
 
-#include <QScrollBar>
+#include <QImage>
+#include <QPixmap>
+#include <QScreen>
 #include <fstream>
 #include <utility>
 
@@ -62,19 +64,28 @@ void Load100Mb(const std::string& folder) {
   Report("memory_100mb", ResidentMegabytes() - before, "MB");
 }
 
+/// What the last paint left on the screen; nothing is painted for it.
+QImage OnScreen(QAbstractScrollArea& view) {
+  return view.screen()->grabWindow(view.winId()).toImage();
+}
+
 void OpenComment(const std::string& folder) {
   Editor editor(MakeDriver());
   editor.Load(folder + "/10mb_open.vsl");
   editor.PaintPending();
   editor.Driver().GoTo(editor.Driver().LineCount() - 1, 0);
   editor.PaintPending();
+  QAbstractScrollArea& view = editor.Driver().View();
   std::vector<double> times;
   for (int i = 0; i < kRepeats; ++i) {
+    const QImage code = OnScreen(view);
     const Stopwatch watch;
-    editor.Driver().InsertAt(0, 0, "/*");
-    editor.Driver().View().viewport()->update();
+    editor.Driver().InsertAt(0, 0, "/* ");
+    view.viewport()->update();
     editor.PaintExpected("opening a comment above");
     times.push_back(watch.Milliseconds());
+    if (const QImage now = OnScreen(view); now.isNull() || now == code)
+      Fail("the text below an opened comment kept its colours");
     editor.Driver().Undo();
     editor.PaintPending();
     // Undo goes to the place of the change.
