@@ -1,0 +1,109 @@
+#include <gtest/gtest.h>
+
+#include "intel/CommandDatabase.h"
+#include "intel/Completion.h"
+#include "intel/OutlineScanner.h"
+#include "text/ScriptColouring.h"
+
+namespace quill {
+namespace {
+
+std::string Rows(const CompletionList& list) {
+  std::string rows;
+  for (size_t i = 0; i < list.Count(); ++i) {
+    const std::string_view icon = CompletionIcon(list.Kind(i));
+    rows += std::string(list.Name(i)) + ":" + std::string(icon.substr(icon.find('-') + 1)) + " ";
+  }
+  return rows;
+}
+
+std::shared_ptr<const CompletionNames> SomeNames() {
+  CommandDatabase commands;
+  commands.Append(std::vector<std::string>{"pan_show", "", "", "speed_up", "", "", "wait", "", ""});
+  NameSet keywords;
+  for (const char* word : {"while", "switch", "wait"}) keywords.Insert(word);
+  return std::make_shared<const CompletionNames>(
+      ScanOutlineText("var Ship_Speed;\nvar speed;\nvar SPEED;\nfunction stop_panel()\naction spin\n"
+                      "panel* my_pan;\nstarter wait()\ntext = \"junk\";\nvar " +
+                      std::string(2000, 'x') + ";\n"),
+      commands, keywords);
+}
+
+TEST(CompletionList, ShowsBeginningsThenContainedThenScattered) {
+  CompletionList list(SomeNames(), "SP");
+  EXPECT_EQ(Rows(list),
+            "speed:variable speed_up:command spin:action Ship_Speed:variable stop_panel:function ");
+  list.Narrow("spe");
+  EXPECT_EQ(Rows(list), "speed:variable speed_up:command Ship_Speed:variable stop_panel:function ");
+  list.Narrow("speedu");
+  EXPECT_EQ(Rows(list), "speed_up:command ");
+  EXPECT_EQ(list.Command(0), 1);
+  list.Narrow("spe");
+  EXPECT_EQ(list.Count(), 4u);
+  list.Narrow("w");
+  EXPECT_EQ(Rows(list), "wait:function while:keyword pan_show:command switch:keyword ")
+      << "the script's own name counts";
+  list.Narrow("zzz");
+  EXPECT_EQ(list.Count(), 0u);
+  list.Narrow("");
+  EXPECT_EQ(list.Count(), 10u);
+}
+
+TEST(CompletionList, NarrowedStepByStepIsTheSameAsOpenedAnew) {
+  const auto names = SomeNames();
+  CompletionList list(names, "");
+  for (const char* begun : {"s", "sp", "spn", "sp", "p", "pa", "an", "n", "_", "_s"}) {
+    list.Narrow(begun);
+    EXPECT_EQ(Rows(list), Rows(CompletionList(names, begun))) << begun;
+  }
+}
+
+TEST(CompletionAt, TellsWordsMembersAndPlacesThatAreNoCode) {
+  const Outline outline = ScanOutlineText("panel* Pan;\nvar number;\n");
+  const auto at = [&outline](std::string_view line, int32_t column, uint32_t state = 0) {
+    const auto request = CompletionAt(line, column, state, outline);
+    if (!request) return std::string("none");
+    return std::string(request->object == nullptr ? "" : request->object->prefix) +
+           std::string(request->begun) + "@" + std::to_string(request->start) + "-" +
+           std::to_string(request->end) + (request->inCode ? "" : " quiet");
+  };
+  EXPECT_EQ(at("x = pan_sh;", 7), "pan@4-10");
+  EXPECT_EQ(at("", 0), "@0-0");
+  EXPECT_EQ(at("pan.", 4), "panel.@4-4");
+  EXPECT_EQ(at("PAN.pos_x", 6), "panel.po@4-9");
+  EXPECT_EQ(at("camera.", 7), "view.@7-7");
+  EXPECT_EQ(at("me.sk", 5), "entity.sk@3-5");
+  EXPECT_EQ(at("number.", 7), "none");
+  EXPECT_EQ(at("unknown.", 8), "none");
+  EXPECT_EQ(at("1.", 2), "none");
+  EXPECT_EQ(at(".", 1), "none");
+  EXPECT_EQ(at("// pan.", 7), "panel.@7-7 quiet");
+  EXPECT_EQ(at("\"pan.", 5), "panel.@5-5 quiet");
+  EXPECT_EQ(at("pan.", 4, parse_state::kBlockComment), "panel.@4-4 quiet");
+  EXPECT_EQ(at("*/ pan.", 7, parse_state::kBlockComment), "panel.@7-7");
+}
+
+TEST(CompletionNames, HoldTheMembersOfAKind) {
+  const auto members = std::make_shared<const CompletionNames>(*FindObjectKind(OutlineRoot::kPanels));
+  EXPECT_EQ(Rows(CompletionList(members, "pos")), "pos_x:variable pos_y:variable ");
+  EXPECT_EQ(FindObjectKind(OutlineRoot::kSounds), nullptr);
+  for (const ObjectKind& kind : ObjectKinds()) EXPECT_EQ(CompletionNames(kind).Count(), kind.members.size());
+}
+
+TEST(CompletionKeys, LeaveEnterToTheTextUntilARowWasChosen) {
+  using enum CompletionKey;
+  CompletionKeys keys;
+  EXPECT_EQ(keys.On(kEnter), CompletionStep::kTypeAndClose);
+  EXPECT_EQ(keys.On(kTab), CompletionStep::kTake);
+  EXPECT_EQ(keys.On(kEscape), CompletionStep::kClose);
+  EXPECT_EQ(keys.On(kOther), CompletionStep::kTypeAndClose);
+  EXPECT_EQ(keys.On(kUpOrDown), CompletionStep::kMove);
+  EXPECT_EQ(keys.On(kEnter), CompletionStep::kTake);
+  EXPECT_EQ(keys.On(kWordCharacter), CompletionStep::kTypeAndNarrow);
+  EXPECT_EQ(keys.On(kEnter), CompletionStep::kTypeAndClose) << "typed on: the choice is void";
+  keys.Chose();
+  EXPECT_EQ(keys.On(kEnter), CompletionStep::kTake);
+}
+
+}  // namespace
+}  // namespace quill
