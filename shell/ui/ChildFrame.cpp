@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "intel/ui/QuillView.h"
+#include "res/ui/IconSet.h"
 #include "shell/Settings.h"
 #include "shell/WindowPlacement.h"
 #include "shell/ui/QuillDoc.h"
@@ -17,6 +18,7 @@ CChildFrame::CChildFrame(CQuillDoc& document, CQuillView* view) : m_document(doc
   setAttribute(Qt::WA_DeleteOnClose);
   // Its Close entry would dispute the key with the command of that key.
   for (QAction* action : systemMenu()->actions()) action->setShortcuts(QList<QKeySequence>());
+  setWindowIcon(LoadIcon("document-script"));
   view->setFrameShape(QFrame::NoFrame);
   setWidget(view);
   document.AttachView(*view);

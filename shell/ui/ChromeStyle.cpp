@@ -8,8 +8,7 @@
 #include <QStyleOption>
 #include <algorithm>
 
-#include "shell/ui/ChromeScrollBar.h"
-
+#include "res/ui/IconSet.h"
 #include "shell/ui/ChromeScrollBar.h"
 
 namespace quill {
@@ -80,6 +79,13 @@ QIcon ChromeStyle::standardIcon(StandardPixmap pixmap, const QStyleOption* optio
       return QIcon(new ShapeEngine(Shape::kSquare));
     case SP_TitleBarMinButton:
       return QIcon(new ShapeEngine(Shape::kLine));
+    case SP_MessageBoxQuestion:
+      return LoadIcon("help");
+    case SP_MessageBoxInformation:
+      return LoadIcon("about");
+    case SP_MessageBoxWarning:
+    case SP_MessageBoxCritical:
+      return LoadIcon("warning");
     default:
       return QProxyStyle::standardIcon(pixmap, option, widget);
   }
