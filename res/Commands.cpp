@@ -51,7 +51,6 @@ constexpr Missing kMissing[] = {
     {Feature::kPlugins, StringId::kReasonPlugins},
     {Feature::kOptionsPages, StringId::kReasonOptions},
     {Feature::kKeyboardPage, StringId::kReasonKeyboard},
-    {Feature::kOutline, StringId::kReasonOutline},
     {Feature::kHints, StringId::kReasonHints},
     {Feature::kCompletion, StringId::kReasonCompletion},
     {Feature::kScriptTools, StringId::kReasonScriptTools},

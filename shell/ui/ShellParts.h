@@ -41,5 +41,6 @@ void RegisterPrintCommands(const ShellParts& parts);
 void RegisterBookmarkCommands(const ShellParts& parts);
 void RegisterWindowCommands(const ShellParts& parts);
 void RegisterHelpCommands(const ShellParts& parts);
+void RegisterOutlineCommands(const ShellParts& parts);
 
 }  // namespace quill
