@@ -7,6 +7,7 @@ if(TARGET quill)
     ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/cKeywords.db
     ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/KVSTCommands.db
     DESTINATION bin)
+  install(DIRECTORY ${CMAKE_SOURCE_DIR}/data/qil_templates DESTINATION bin)
 endif()
 
 set(desktop ${CMAKE_SOURCE_DIR}/res/desktop)
