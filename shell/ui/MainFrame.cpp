@@ -42,9 +42,9 @@ constexpr int kMillisecondsAMinute = 60000;
 
 /// Every group of commands; a new group gets a line here.
 constexpr RegisterCommands kCommandGroups[] = {
-    RegisterFileCommands,   RegisterPrintCommands, RegisterEditCommands,
-    RegisterLineCommands,   RegisterViewCommands,  RegisterBookmarkCommands,
-    RegisterWindowCommands, RegisterHelpCommands,  RegisterOutlineCommands,
+    RegisterFileCommands,    RegisterPrintCommands,    RegisterEditCommands,   RegisterLineCommands,
+    RegisterViewCommands,    RegisterBookmarkCommands, RegisterWindowCommands, RegisterHelpCommands,
+    RegisterOutlineCommands, RegisterCommandHelp,
 };
 
 DocumentServices ServicesOfDocuments(AppServices& services) {
@@ -102,9 +102,9 @@ void CMainFrame::BuildParts() {
   setStatusBar(status);
   auto* timers = new TimerService(this);
   m_bars = std::make_unique<DockBars>(*this, *router);
-  m_parts =
-      std::make_unique<ShellParts>(ShellParts{m_services, *this, *router, *workspace, *documents, *files,
-                                              *viewSettings, *m_bars, *m_recent, *status, *timers});
+  m_parts = std::make_unique<ShellParts>(ShellParts{m_services, *this, *router, *workspace, *documents,
+                                                    *files, *viewSettings, *m_bars, *m_recent, *status,
+                                                    *timers, m_commands});
   new ViewStatus(*workspace, *status, *router, this);
 }
 

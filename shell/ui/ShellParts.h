@@ -5,6 +5,7 @@ class QMainWindow;
 namespace quill {
 
 class CStatusBar;
+class CommandDatabase;
 class CommandRouter;
 class Documents;
 class DockBars;
@@ -28,6 +29,7 @@ struct ShellParts {
   RecentFiles& recentFiles;
   CStatusBar& statusBar;
   TimerService& timers;
+  const CommandDatabase& commands;  ///< filled before the first document opens
 };
 
 /// A group of commands registers its handlers. The parts outlive the router's actions.
@@ -42,5 +44,6 @@ void RegisterBookmarkCommands(const ShellParts& parts);
 void RegisterWindowCommands(const ShellParts& parts);
 void RegisterHelpCommands(const ShellParts& parts);
 void RegisterOutlineCommands(const ShellParts& parts);
+void RegisterCommandHelp(const ShellParts& parts);
 
 }  // namespace quill

@@ -1,0 +1,39 @@
+#include "intel/ui/HTMLCtrl.h"
+
+#include <QFontDatabase>
+
+#include "intel/CommandDatabase.h"
+#include "intel/HelpText.h"
+#include "res/Strings.h"
+
+namespace quill {
+namespace {
+
+constexpr int kTextMargin = 8;  ///< pixels
+
+}  // namespace
+
+CHTMLCtrl::CHTMLCtrl(const CommandDatabase& commands, QWidget* parent)
+    : QTextBrowser(parent), m_commands(commands) {
+  setFrameShape(QFrame::NoFrame);
+  setOpenLinks(false);
+  document()->setDocumentMargin(kTextMargin);
+  const QString family = QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
+  document()->setDefaultStyleSheet(QStringLiteral("h1, h2, h3 { font-size: large; margin-bottom: 4px; }"
+                                                  "pre, code { font-family: '%1'; }")
+                                       .arg(family));
+  const std::string_view empty = Text(StringId::kEmptyCommandHelp);
+  setPlaceholderText(QString::fromLatin1(empty.data(), static_cast<qsizetype>(empty.size())));
+  connect(this, &QTextBrowser::anchorClicked, this, [this](const QUrl& url) {
+    const std::string link = url.toString().toStdString();
+    ShowCommand(m_commands.FindCommandIndex(std::string(LinkedCommand(link))));
+  });
+}
+
+void CHTMLCtrl::ShowCommand(int32_t index) {
+  if (index < 0 || index == m_shown) return;
+  m_shown = index;
+  setHtml(QString::fromStdString(CommandHelpHtml(m_commands, index)));
+}
+
+}  // namespace quill

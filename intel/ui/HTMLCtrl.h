@@ -1,0 +1,25 @@
+#pragma once
+#include <QTextBrowser>
+#include <cstdint>
+
+namespace quill {
+
+class CommandDatabase;
+
+/// The command-help pane: shows a command's help text; links in it lead to other commands.
+class CHTMLCtrl : public QTextBrowser {
+  Q_OBJECT
+
+ public:
+  /// The database outlives the pane.
+  explicit CHTMLCtrl(const CommandDatabase& commands, QWidget* parent = nullptr);
+
+  /// Nothing happens when the command is shown already; `index` of -1 leaves the pane as it is.
+  void ShowCommand(int32_t index);
+
+ private:
+  const CommandDatabase& m_commands;
+  int32_t m_shown = -1;
+};
+
+}  // namespace quill
