@@ -61,8 +61,8 @@ class CCrystalTextBuffer {
 
   int32_t LineCount() const { return static_cast<int32_t>(m_lines.Size()); }
   int32_t LineLength(int32_t line) const { return Record(line).length; }
-  /// Not zero-terminated; readable up to the next multiple of 16 characters, and the first byte after the
-  /// last character is always the buffer's to write. Valid until the next edit.
+  /// Not zero-terminated; 16 characters after the last one may be read, and the first byte after the last
+  /// character is always the buffer's to write. Valid until the next edit.
   const char* LineText(int32_t line) const { return Record(line).text; }
   std::string_view Line(int32_t line) const {
     const LineRecord& r = Record(line);

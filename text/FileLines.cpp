@@ -77,7 +77,7 @@ IoResult FileLines::Read(const std::string& path, int32_t style,
 /// stays in one piece.
 void FileLines::MakeRoom() {
   const auto used = static_cast<size_t>(m_fill - m_block.get());
-  if (m_block != nullptr && m_blockBytes - used >= kChunkBytes + LinePool::kStep) return;
+  if (m_block != nullptr && m_blockBytes - used >= kChunkBytes + LinePool::kReadAhead) return;
   const auto pending = static_cast<size_t>(m_fill - m_line);
   const size_t expected = m_fileBytes > m_bytesRead ? m_fileBytes - m_bytesRead : 0;
   const size_t wanted = pending + std::max(pending, std::min(expected, kLargestBlock)) + 2 * kChunkBytes;

@@ -15,7 +15,7 @@ void GrowBlock(ByteBlock& block, size_t bytes) {
 
 char* LinePool::Allocate(int32_t capacity) {
   if (IsLong(capacity)) {
-    void* bytes = std::malloc(static_cast<size_t>(capacity));
+    void* bytes = std::malloc(static_cast<size_t>(capacity) + kReadAhead);
     if (bytes == nullptr) throw std::bad_alloc();
     return static_cast<char*>(bytes);
   }
@@ -27,7 +27,7 @@ char* LinePool::Allocate(int32_t capacity) {
   }
   if (m_left < static_cast<size_t>(capacity)) {
     ByteBlock chunk;
-    GrowBlock(chunk, kChunkBytes);
+    GrowBlock(chunk, kChunkBytes + kReadAhead);
     m_next = chunk.get();
     Adopt(std::move(chunk));
     m_left = kChunkBytes;
@@ -50,7 +50,7 @@ void LinePool::Free(char* bytes, int32_t capacity) {
 
 char* LinePool::Reallocate(char* bytes, int32_t capacity, int32_t used, int32_t newCapacity) {
   if (IsLong(capacity) && IsLong(newCapacity)) {
-    void* moved = std::realloc(bytes, static_cast<size_t>(newCapacity));
+    void* moved = std::realloc(bytes, static_cast<size_t>(newCapacity) + kReadAhead);
     if (moved == nullptr) throw std::bad_alloc();
     return static_cast<char*>(moved);
   }

@@ -24,6 +24,9 @@ void GrowBlock(ByteBlock& block, size_t bytes);
 class LinePool {
  public:
   static constexpr int32_t kStep = 16;
+  /// So many bytes after an array may be read (what they hold is not defined): a scan that takes 16
+  /// characters at a time can begin at any character of a line.
+  static constexpr int32_t kReadAhead = 16;
   /// Capacity for `length` characters: at least one byte is always left over.
   static constexpr int64_t CapacityFor(int64_t length) { return (length / kStep + 1) * kStep; }
 
