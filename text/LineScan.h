@@ -21,16 +21,17 @@ struct ScanPoint {
 /// The point before the first character of a line that starts in `state`.
 ScanPoint StartOfLine(uint32_t state);
 
-/// Walks from `from` to column `to` and returns the point there. `text` must be readable up to the next
-/// multiple of 16 bytes after `to`, as the lines of a buffer are.
+/// Walks from `from` to column `to` and returns the point there. 16 bytes after the text must be readable,
+/// as they are after the lines of a buffer.
 ScanPoint Skim(const char* text, const ScanPoint& from, int32_t to);
 
 /// The block marks (line_flag::kBlockStart, kBlockEnd) of a line whose walk ended at `end`.
 uint32_t BlockMarksOf(std::string_view line, const ScanPoint& end);
 
-/// Walks from `from` to column `to` and appends the text blocks on the way. A word that begins before
-/// `from` or ends after `to` is classified whole, so the first block may begin before `from` and the
-/// returned point may lie after `to`. `from` must be the start of the line or a point from `Skim`.
+/// Walks from `from` to column `to` and appends the text blocks on the way. A word or a comment marker
+/// that begins before `from` or ends after `to` is classified whole, so the first block may begin before
+/// `from` and the returned point may lie after `to`. `from` must be the start of the line or a point from
+/// `Skim`. 16 bytes after the line must be readable.
 ScanPoint ColourColumns(std::string_view line, const WordSets& words, const ScanPoint& from, int32_t to,
                         TextBlock* blocks, int32_t* count);
 

@@ -75,17 +75,51 @@ struct TestWords {
       keywords.Insert(word);
     for (const char* word : {"wait", "vec_set", "str_cpy", "player"}) commands.Insert(word);
     for (const char* word : {"lander_move", "x"}) functions.Insert(word);
-    for (const char* word : {"speed", "wait", "gr\xFC\xDF"}) variables.Insert(word);
+    for (const char* word : {"speed", "wait", "gr\xFC\xDF", "sixteen_letters_", "more_than_sixteen_letters"})
+      variables.Insert(word);
   }
   WordSets Sets() const { return {&keywords, &commands, &functions, &variables}; }
 };
 
 /// Text of `length` pieces that lexers stumble over.
 inline std::string RandomScript(std::mt19937& random, int length, bool lines) {
-  static const std::vector<std::string> kPieces = {
-      "/", "*",  "//",  "/*",    "*/",   "\"",   "'",    "\\",    "#",     "{",      "}",
-      "(", ")",  "<",   "if",    "x",    "wait", " ",    "\t",    "0x1f",  "12",     "5e",
-      ".", "+=", "_a1", "WhIlE", "\xFC", "\xA0", "\x80", "ifdef", "endif", "ifndef", "speed"};
+  static const std::vector<std::string> kPieces = {"/",
+                                                   "*",
+                                                   "//",
+                                                   "/*",
+                                                   "*/",
+                                                   "\"",
+                                                   "'",
+                                                   "\\",
+                                                   "#",
+                                                   "{",
+                                                   "}",
+                                                   "(",
+                                                   ")",
+                                                   "<",
+                                                   "if",
+                                                   "x",
+                                                   "wait",
+                                                   " ",
+                                                   "\t",
+                                                   "0x1f",
+                                                   "12",
+                                                   "5e",
+                                                   ".",
+                                                   "+=",
+                                                   "_a1",
+                                                   "WhIlE",
+                                                   "\xFC",
+                                                   "\xA0",
+                                                   "\x80",
+                                                   "ifdef",
+                                                   "endif",
+                                                   "ifndef",
+                                                   "speed",
+                                                   "gr\xFC\xDF",
+                                                   "Sixteen_letters_",
+                                                   "more_than_sixteen_letters",
+                                                   "GR\xDC\xDF"};
   std::string text;
   for (int i = 0; i < length; ++i) {
     if (lines && random() % 5 == 0) text += '\n';
