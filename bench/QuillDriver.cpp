@@ -42,7 +42,8 @@ class QuillDriver : public EditorDriver {
   void ColourAll() override {
     uint32_t state = 0;
     for (int32_t line = 0; line < m_buffer.LineCount(); ++line) {
-      m_blocks.resize(static_cast<size_t>(MostBlocks(m_buffer.LineLength(line))));
+      const auto most = static_cast<size_t>(MostBlocks(m_buffer.LineLength(line)));
+      if (m_blocks.size() < most) m_blocks.resize(most);
       int32_t count = 0;
       state = m_view->ColourLine(state, line, m_blocks.data(), &count);
     }

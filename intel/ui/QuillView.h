@@ -35,6 +35,7 @@ class CQuillView : public CCrystalEditView {
  private:
   const KeywordDatabase& m_keywords;
   const CommandDatabase& m_commands;
+  const NameSet* m_keywordSet;  ///< of the file; asked for each line that is coloured
   NameSet m_functions;
   NameSet m_variables;
   std::string m_path;
