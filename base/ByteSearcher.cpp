@@ -34,8 +34,6 @@ uint8_t Commonness(char c) {
 }
 
 #if defined(__SSE2__)
-constexpr bool kHasSse2 = true;
-
 /// Bit n is set when `text[n]` fits the value; sixteen bytes are read.
 inline uint32_t Compare16(const char* text, __m128i mask, __m128i value) {
   const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
