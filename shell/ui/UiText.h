@@ -1,5 +1,4 @@
 #pragma once
-#include <QFile>
 #include <QString>
 #include <initializer_list>
 #include <string>
@@ -21,12 +20,9 @@ inline QString UiText(StringId id) {
 /// A row of the string table with its placeholders filled in; the arguments may be any text.
 QString UiText(StringId id, std::initializer_list<QString> args);
 
-/// A sentence that the core made, or a path: bytes in the encoding of file names.
-inline QString FromBytes(const std::string& bytes) {
-  return QFile::decodeName(QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size())));
-}
-inline std::string ToBytes(const QString& text) {
-  return QFile::encodeName(text).toStdString();
-}
+/// A sentence that the core made, or a path: UTF-8 as a rule. A byte that is none becomes a character of
+/// its own (U+DC00 plus the byte), so that a file name of any bytes can be shown, and comes back whole.
+QString FromBytes(std::string_view bytes);
+std::string ToBytes(const QString& text);
 
 }  // namespace quill
