@@ -17,6 +17,13 @@ inline constexpr uint32_t kWholeWord = 0x02;
 inline constexpr uint32_t kUpwards = 0x10;
 }  // namespace search_flag
 
+/// A search as it is asked for, and as a view remembers its last one.
+struct SearchRequest {
+  std::string what;
+  uint32_t flags = 0;  ///< `search_flag`
+  friend bool operator==(const SearchRequest&, const SearchRequest&) = default;
+};
+
 /// One search, prepared once and used on many lines. The empty string is found nowhere.
 ///
 /// A character of a word is an ASCII letter, an ASCII digit or "_".

@@ -40,6 +40,7 @@ void CCrystalTextView::SetBuffer(CCrystalTextBuffer* buffer) {
   m_model.SetBuffer(buffer);
   verticalScrollBar()->setValue(0);
   horizontalScrollBar()->setValue(0);
+  Q_EMIT BufferReplaced();
   AfterCaretMove(m_font != nullptr);
 }
 

@@ -13,6 +13,7 @@
 #include "text/CommentMarkers.h"
 #include "text/MouseSelection.h"
 #include "text/Navigation.h"
+#include "text/Search.h"
 #include "text/TextViewModel.h"
 #include "text/ViewSettings.h"
 #include "text/ui/EditorFont.h"
@@ -78,9 +79,15 @@ class CCrystalTextView : public QAbstractScrollArea {
   static constexpr int kSmallestZoom = 30;
   static constexpr int kLargestZoom = 400;
 
-  /// Found text to be marked softly in the visible lines; called while painting. Empty for none.
-  using MatchFinder = std::function<void(int32_t line, std::vector<ColumnRange>& matches)>;
+  /// Found text to be marked softly in the visible lines; called while painting, with the columns that
+  /// are shown. Empty for none.
+  using MatchFinder =
+      std::function<void(int32_t line, ColumnRange visible, std::vector<ColumnRange>& matches)>;
   void SetMatchFinder(MatchFinder finder);
+
+  /// The last search that was made in this view, for repeating it; nothing when there was none.
+  const std::optional<SearchRequest>& LastSearch() const { return m_lastSearch; }
+  void SetLastSearch(SearchRequest search) { m_lastSearch = std::move(search); }
 
   bool OverwriteMode() const { return m_overwrite; }
   void SetOverwriteMode(bool overwrite);
@@ -104,6 +111,8 @@ class CCrystalTextView : public QAbstractScrollArea {
   virtual CommentMarkers GetCommentMarkers() const { return {}; }
 
  Q_SIGNALS:
+  /// Another buffer, or none, is shown from now on.
+  void BufferReplaced();
   void CaretMoved();
   void SelectionChanged();
   void OverwriteModeChanged();
@@ -179,6 +188,7 @@ class CCrystalTextView : public QAbstractScrollArea {
   std::unique_ptr<GlyphBatch> m_batch;
   MarginLayout m_margin;
   MatchFinder m_matchFinder;
+  std::optional<SearchRequest> m_lastSearch;
   Navigator m_navigator{m_model};
   MouseSelection m_mouse;
   QElapsedTimer m_doubleClick;

@@ -116,7 +116,7 @@ LinePicture CCrystalTextView::PictureOf(int32_t line) {
   }
   m_matches.clear();
   if (m_matchFinder) {
-    m_matchFinder(line, m_matches);
+    m_matchFinder(line, picture.visible, m_matches);
     picture.matches = m_matches;
   }
   return picture;
