@@ -9,7 +9,6 @@
 namespace quill::frame_geometry {
 namespace {
 
-constexpr QSize kDefaultSize{1100, 760};
 /// As much of the window must be on a screen for it to be found and moved.
 constexpr int kVisiblePart = 64;
 
@@ -21,9 +20,9 @@ bool IsReachable(const QRect& rectangle) {
   return false;
 }
 
-void PlaceInTheMiddle(QWidget& window) {
+void PlaceInTheMiddle(QWidget& window, QSize usualSize) {
   const QRect screen = window.screen()->availableGeometry();
-  const QSize size = kDefaultSize.boundedTo(screen.size());
+  const QSize size = usualSize.boundedTo(screen.size());
   window.setGeometry(QRect(screen.center() - QPoint(size.width(), size.height()) / 2, size));
 }
 
@@ -41,10 +40,10 @@ std::string Save(const QWidget& window) {
   return placement.ToBytes();
 }
 
-bool Restore(QWidget& window, const std::string& bytes) {
+bool Restore(QWidget& window, const std::string& bytes, QSize usualSize) {
   const auto placement = WindowPlacement::FromBytes(bytes);
   if (!placement) {
-    PlaceInTheMiddle(window);
+    PlaceInTheMiddle(window, usualSize);
     return false;
   }
   const QRect rectangle(QPoint(placement->left, placement->top),
@@ -52,7 +51,7 @@ bool Restore(QWidget& window, const std::string& bytes) {
   if (IsReachable(rectangle)) {
     window.setGeometry(rectangle);
   } else {
-    PlaceInTheMiddle(window);
+    PlaceInTheMiddle(window, usualSize);
   }
   return placement->showState == WindowPlacement::kMaximised;
 }
