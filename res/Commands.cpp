@@ -42,8 +42,6 @@ struct Missing {
 
 /// What is not built yet. The row of a feature leaves this table when the feature arrives.
 constexpr Missing kMissing[] = {
-    {Feature::kFind, StringId::kReasonFind},
-    {Feature::kFindInFiles, StringId::kReasonFindInFiles},
     {Feature::kProjects, StringId::kReasonProjects},
     {Feature::kDebugging, StringId::kReasonDebugging},
     {Feature::kWatches, StringId::kReasonWatches},

@@ -42,9 +42,9 @@ constexpr int kMillisecondsAMinute = 60000;
 
 /// Every group of commands; a new group gets a line here.
 constexpr RegisterCommands kCommandGroups[] = {
-    RegisterFileCommands,    RegisterPrintCommands,    RegisterEditCommands,   RegisterLineCommands,
-    RegisterViewCommands,    RegisterBookmarkCommands, RegisterWindowCommands, RegisterHelpCommands,
-    RegisterOutlineCommands, RegisterCommandHelp,
+    RegisterFileCommands, RegisterPrintCommands,   RegisterEditCommands,     RegisterLineCommands,
+    RegisterFindCommands, RegisterViewCommands,    RegisterBookmarkCommands, RegisterWindowCommands,
+    RegisterHelpCommands, RegisterOutlineCommands, RegisterCommandHelp,
 };
 
 DocumentServices ServicesOfDocuments(AppServices& services) {

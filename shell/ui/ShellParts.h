@@ -38,6 +38,7 @@ using RegisterCommands = void (*)(const ShellParts& parts);
 void RegisterFileCommands(const ShellParts& parts);
 void RegisterEditCommands(const ShellParts& parts);
 void RegisterLineCommands(const ShellParts& parts);
+void RegisterFindCommands(const ShellParts& parts);
 void RegisterViewCommands(const ShellParts& parts);
 void RegisterPrintCommands(const ShellParts& parts);
 void RegisterBookmarkCommands(const ShellParts& parts);

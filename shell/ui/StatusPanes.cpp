@@ -18,6 +18,7 @@ constexpr int kTopPadding = 3;
 constexpr const char* kWideLine = "00000000";
 constexpr const char* kWideColumn = "00000";
 constexpr const char* kWideZoom = "000";
+constexpr const char* kWideMatches = "000 of 000";
 
 QString LineEndName(int style) {
   constexpr StringId kNames[] = {StringId::kLineEndCrLf, StringId::kLineEndLfCr, StringId::kLineEndLf};
@@ -68,12 +69,14 @@ CStatusBar::CStatusBar(QWidget* parent) : QStatusBar(parent) {
   m_ready = new QLabel(UiText(StringId::kReady), this);
   m_ready->setContentsMargins(4, 0, 0, 0);
   addWidget(m_ready, 1);
+  m_matches = AddPane(kWideMatches);
   m_caret = AddPane(UiText(StringId::kCaretPane, {kWideLine, kWideColumn}));
   m_lineEnd = AddPane(UiText(StringId::kLineEndLfCr));
   m_insert = AddPane(UiText(StringId::kOverwritePane));
   m_readOnly = AddPane(UiText(StringId::kReadOnlyPane));
   m_zoom = AddPane(UiText(StringId::kZoomPane, {kWideZoom}));
   Show(nullptr);
+  ShowMatches({});
 }
 
 StatusPane* CStatusBar::AddPane(const QString& widest) {
@@ -94,6 +97,11 @@ void CStatusBar::Show(const StatusFacts* facts) {
   m_insert->SetText(UiText(facts->overwrite ? StringId::kOverwritePane : StringId::kInsertPane));
   m_readOnly->SetText(facts->readOnly ? UiText(StringId::kReadOnlyPane) : QString());
   m_zoom->SetText(UiText(StringId::kZoomPane, {QString::number(facts->zoom)}));
+}
+
+void CStatusBar::ShowMatches(const QString& text) {
+  m_matches->SetText(text);
+  m_matches->setVisible(!text.isEmpty());
 }
 
 QStringList CStatusBar::PaneTexts() const {

@@ -45,6 +45,9 @@ class CStatusBar : public QStatusBar {
 
   /// Null while there is no buffer: the panes are empty or disabled then.
   void Show(const StatusFacts* facts);
+  /// How many matches the last search has, "3 of 41"; the pane is there only with a text.
+  void ShowMatches(const QString& text);
+  const QString& Matches() const { return m_matches->Text(); }
 
   /// As they stand, from left to right; empty ones included.
   QStringList PaneTexts() const;
@@ -54,6 +57,7 @@ class CStatusBar : public QStatusBar {
   StatusPane* AddPane(const QString& widest);
 
   QLabel* m_ready;
+  StatusPane* m_matches;
   StatusPane* m_caret;
   StatusPane* m_lineEnd;
   StatusPane* m_insert;
