@@ -16,6 +16,8 @@ class CHTMLCtrl : public QTextBrowser {
 
   /// Nothing happens when the command is shown already; `index` of -1 leaves the pane as it is.
   void ShowCommand(int32_t index);
+  /// A few lines: the text above it is what the window is for.
+  QSize sizeHint() const override { return {400, 120}; }
 
  private:
   const CommandDatabase& m_commands;
