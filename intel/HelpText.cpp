@@ -1,8 +1,5 @@
 #include "intel/HelpText.h"
 
-#include <algorithm>
-#include <vector>
-
 #include "base/CodePage1252.h"
 #include "intel/CommandDatabase.h"
 
@@ -10,18 +7,7 @@ namespace quill {
 namespace {
 
 constexpr std::string_view kLinkScheme = "command:";
-constexpr std::string_view kExampleLine = "Example:";
-
-std::vector<std::string_view> Lines(std::string_view help) {
-  std::vector<std::string_view> lines;
-  const std::string_view lineBreak = kHelpLineBreak;
-  for (size_t end; (end = help.find(lineBreak)) != std::string_view::npos;) {
-    lines.push_back(help.substr(0, end));
-    help.remove_prefix(end + lineBreak.size());
-  }
-  lines.push_back(help);
-  return lines;
-}
+constexpr std::string_view kExampleLine = "Example:\n";
 
 }  // namespace
 
@@ -81,24 +67,31 @@ std::string HtmlWithLinks(std::string_view text, const CommandDatabase& commands
   return html;
 }
 
+HelpParts SplitHelp(std::string_view help) {
+  const std::string_view lineBreak = kHelpLineBreak;
+  std::string text;
+  for (size_t end; (end = help.find(lineBreak)) != std::string_view::npos;) {
+    text.append(help.substr(0, end)) += '\n';
+    help.remove_prefix(end + lineBreak.size());
+  }
+  text += help;
+  const size_t example = text.starts_with(kExampleLine) ? 0 : text.find('\n' + std::string(kExampleLine));
+  if (example == std::string::npos) return {text, {}};
+  return {text.substr(0, example), text.substr(text.find(kExampleLine, example) + kExampleLine.size())};
+}
+
 std::string CommandHelpHtml(const CommandDatabase& commands, int32_t index, const HelpLink& link) {
   const std::string& name = commands.GetCommandName(index);
   const std::string& parameters = commands.GetCommandParameters(index);
   std::string html = "<h2>" + EscapeHtml(parameters.empty() ? name : parameters) + "</h2>\n";
-  const std::vector<std::string_view> lines = Lines(commands.GetCommandHelp(index));
-  const auto example = std::find(lines.begin(), lines.end(), kExampleLine);
+  const HelpParts help = SplitHelp(commands.GetCommandHelp(index));
   html += "<p>";
-  for (auto line = lines.begin(); line != example; ++line) {
-    if (line != lines.begin()) html += "<br>\n";
-    html += HtmlWithLinks(*line, commands, name, link);
+  for (const char c : HtmlWithLinks(help.text, commands, name, link)) {
+    html += c == '\n' ? std::string("<br>\n") : std::string(1, c);
   }
   html += "</p>\n";
-  if (example == lines.end()) return html;
-  html += "<h3>Example</h3>\n<pre>";
-  for (auto line = example + 1; line != lines.end(); ++line) {
-    html += HtmlWithLinks(*line, commands, name, link) + '\n';
-  }
-  return html + "</pre>\n";
+  if (help.example.empty()) return html;
+  return html + "<h3>Example</h3>\n<pre>" + HtmlWithLinks(help.example, commands, name, link) + "</pre>\n";
 }
 
 }  // namespace quill

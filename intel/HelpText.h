@@ -22,6 +22,13 @@ std::string_view LinkedCommand(std::string_view link);
 std::string HtmlWithLinks(std::string_view text, const CommandDatabase& commands, std::string_view except,
                           const HelpLink& link);
 
+/// A help text in its two parts, with "\n" for line breaks.
+struct HelpParts {
+  std::string text;
+  std::string example;  ///< what follows a line "Example:"
+};
+HelpParts SplitHelp(std::string_view help);
+
 /// The help of a command as the content of an HTML body: its parameters as heading, its text, and the
 /// example, which follows a line "Example:", as a code block. Nothing of the text is taken as markup.
 /// Throws std::invalid_argument for a position that the database does not have.

@@ -22,7 +22,7 @@ TEST(CommandHelpHtml, ShowsMarkupAsTextAndLinksTheOtherCommands) {
             "<p>Moves &amp; &lt;b&gt;turns&lt;/b&gt;.<br>\n"
             "Use <a href=\"command:turn\">Turn</a>, not &lt;script&gt;.</p>\n"
             "<h3>Example</h3>\n"
-            "<pre>move(&quot;a&quot;);\n<a href=\"command:turn\">turn</a>(b);\n</pre>\n");
+            "<pre>move(&quot;a&quot;);\n<a href=\"command:turn\">turn</a>(b);</pre>\n");
   EXPECT_EQ(CommandHelpHtml(commands, 1), "<h2>turn</h2>\n<p>Gr&#252;&#223;&#8364;<br>\n<br>\n#10</p>\n")
       << "without parameters the name is the heading";
   EXPECT_EQ(CommandHelpHtml(commands, 2, [](std::string_view name) { return std::string(name) + "\".html"; }),

@@ -1,0 +1,237 @@
+#include "tools/manual/Manual.h"
+
+#include <algorithm>
+
+#include "base/CodePage1252.h"
+#include "intel/CommandDatabase.h"
+#include "intel/KeywordDatabase.h"
+#include "res/Commands.h"
+#include "res/Menus.h"
+
+namespace quill::manual {
+namespace {
+
+constexpr char kProjectName[] = "quill.qhp";
+constexpr char kCollectionProjectName[] = "quill.qhcp";
+constexpr char kStyleSheet[] = "manual.css";
+constexpr char kDarkStyleSheet[] = "manual-dark.css";
+constexpr std::string_view kTableOpen =
+    "<table class=\"grid\" border=\"0\" cellspacing=\"0\" cellpadding=\"5\">\n";
+
+std::string PageShell(std::string_view title, std::string_view body) {
+  return "<!DOCTYPE html>\n<html><head><meta charset=\"utf-8\"><title>" + EscapeHtml(title) +
+         "</title>\n<link rel=\"stylesheet\" type=\"text/css\" href=\"" + kStyleSheet +
+         "\">\n</head>\n<body>\n" + std::string(body) + "</body></html>\n";
+}
+
+std::string CommandPageLink(std::string_view command) {
+  return CommandPageName(cp1252::ToLower(command));
+}
+
+std::string Link(std::string_view target, std::string_view text) {
+  return "<a href=\"" + EscapeHtml(target) + "\">" + EscapeHtml(text) + "</a>";
+}
+
+/// The first sentence of a help text.
+std::string_view Summary(std::string_view help) {
+  help = help.substr(0, help.find(kHelpLineBreak));
+  return help.substr(0, std::min(help.find(". "), help.size() - 1) + 1);
+}
+
+std::string FieldAnchor(std::string_view field) {
+  std::string anchor;
+  for (const char c : field) anchor += cp1252::IsAsciiAlnum(c) ? cp1252::ToLower(c) : '-';
+  return anchor;
+}
+
+/// The commands of each field, fields in the order of the sources.
+std::vector<std::pair<std::string, std::vector<const CommandEntry*>>> ByField(
+    const std::vector<CommandEntry>& commands) {
+  std::vector<std::pair<std::string, std::vector<const CommandEntry*>>> fields;
+  for (const CommandEntry& command : commands) {
+    auto at =
+        std::find_if(fields.begin(), fields.end(), [&](const auto& f) { return f.first == command.field; });
+    if (at == fields.end()) at = fields.insert(at, {command.field, {}});
+    at->second.push_back(&command);
+  }
+  return fields;
+}
+
+std::string KeyTexts(const Command& command) {
+  std::string keys;
+  for (const std::string_view shortcut : ShortcutsOf(command)) {
+    if (!keys.empty()) keys += ", ";
+    keys += shortcut;
+  }
+  return keys;
+}
+
+}  // namespace
+
+std::string CommandPageName(std::string_view command) {
+  return "command-" + std::string(command) + ".html";
+}
+
+Manual::Manual(const Vocabulary& vocabulary, const std::vector<CommandEntry>& commands)
+    : m_vocabulary(vocabulary), m_commands(commands) {}
+
+void Manual::AddPage(const std::string& name, std::string_view markdown) {
+  m_pages[name] = ReadMarkdown(markdown, m_vocabulary, CommandPageLink);
+}
+
+void Manual::Finish() {
+  MakeCommandPages();
+  MakeCommandList();
+  MakeKeyList();
+  CheckLinks();
+  CheckKeywords();
+  for (const auto& [name, page] : m_pages) m_files[HtmlName(name)] = PageShell(page.title, page.html);
+  MakeProject();
+}
+
+void Manual::MakeCommandPages() {
+  for (const auto& [field, commands] : ByField(m_commands)) {
+    for (const CommandEntry* command : commands) {
+      const HelpParts help = SplitHelp(command->help);
+      std::string others;
+      for (const CommandEntry* other : commands) {
+        if (other == command) continue;
+        if (!others.empty()) others += ", ";
+        others += Link(CommandPageName(other->name), other->name);
+      }
+      m_files[CommandPageName(command->name)] = PageShell(
+          command->name, "<p>" + Link(HtmlName(kCommandsPage) + "#" + FieldAnchor(field), field) +
+                             "</p>\n<h1>" + EscapeHtml(command->parameters) + "</h1>\n<p>" +
+                             HtmlWithLinks(help.text, m_vocabulary.commands, command->name, CommandPageLink) +
+                             "</p>\n<h3>Example</h3>\n" +
+                             CodeBox(CodeHtml(help.example, m_vocabulary, CommandPageLink)) +
+                             "<h3>In the same field</h3>\n<p>" + others + "</p>\n");
+    }
+  }
+}
+
+void Manual::MakeCommandList() {
+  MarkdownPage page;
+  page.title = "Commands";
+  page.headings.push_back({1, "", page.title, {}});
+  page.html = "<h1>Commands</h1>\n<p>Each name leads to the command's own page.</p>\n";
+  for (const auto& [field, commands] : ByField(m_commands)) {
+    page.headings.push_back({2, FieldAnchor(field), field, {}});
+    page.html += "<h2><a name=\"" + FieldAnchor(field) + "\"></a>" + EscapeHtml(field) + "</h2>\n";
+    page.html += kTableOpen;
+    for (const CommandEntry* command : commands) {
+      page.html += "<tr><td><a href=\"" + CommandPageName(command->name) + "\">" + EscapeHtml(command->name) +
+                   "</a>" + EscapeHtml(std::string_view(command->parameters).substr(command->name.size())) +
+                   "</td><td>" + EscapeHtml(Summary(command->help)) + "</td></tr>\n";
+    }
+    page.html += "</table>\n";
+  }
+  m_pages[kCommandsPage] = page;
+}
+
+void Manual::MakeKeyList() {
+  MarkdownPage page;
+  page.title = "Keys";
+  page.headings.push_back({1, "", page.title, {}});
+  page.html =
+      "<h1>Keys</h1>\n<p>The keys of the menu commands as they are set at first. Those that move the caret "
+      "are on "
+      "the page about editing.</p>\n";
+  for (const Menu& menu : MenuBar()) {
+    const std::string title = PlainLabel(menu.text);
+    std::string rows;
+    for (const Command& command : Commands()) {
+      const std::string path = MenuPath(command.id);
+      if ((path != title && !path.starts_with(title + " > ")) || ShortcutsOf(command).empty()) continue;
+      rows += "<tr><td>" + EscapeHtml(KeyTexts(command)) + "</td><td>" +
+              EscapeHtml(PlainLabel(command.menuText)) + "</td><td>" + EscapeHtml(command.help) +
+              "</td></tr>\n";
+    }
+    if (rows.empty()) continue;
+    page.headings.push_back({2, FieldAnchor(title), title, {}});
+    page.html += "<h2><a name=\"" + FieldAnchor(title) + "\"></a>" + EscapeHtml(title) + "</h2>\n";
+    (page.html += kTableOpen) += rows + "</table>\n";
+  }
+  m_pages[kKeysPage] = page;
+}
+
+void Manual::CheckLinks() {
+  if (!m_pages.contains(kStartPage))
+    return m_problems.emplace_back("there is no start page index.md"), void();
+  std::set<std::string> linked{kStartPage};
+  for (const auto& [name, page] : m_pages) {
+    for (const std::string& link : page.links) {
+      const size_t hash = std::min(link.find('#'), link.size());
+      const auto target = m_pages.find(link.substr(0, hash));
+      const std::string anchor = hash < link.size() ? link.substr(hash + 1) : std::string();
+      const bool found =
+          target != m_pages.end() &&
+          (anchor.empty() || std::any_of(target->second.headings.begin(), target->second.headings.end(),
+                                         [&](const Heading& h) { return h.anchor == anchor; }));
+      if (!found) m_problems.push_back(name + ": the link to " + link + " leads nowhere");
+      if (name == kStartPage) linked.insert(link.substr(0, hash));
+    }
+    for (const std::string& image : page.images) {
+      if (!m_images.contains(image)) m_problems.push_back(name + ": there is no picture " + image);
+    }
+  }
+  for (const auto& [name, page] : m_pages) {
+    if (!linked.contains(name)) m_problems.push_back(name + ": the start page does not lead there");
+  }
+}
+
+void Manual::CheckKeywords() {
+  std::set<std::string> explained;
+  for (const auto& [name, page] : m_pages) {
+    for (const Heading& heading : page.headings) explained.insert(heading.words.begin(), heading.words.end());
+  }
+  for (const std::string& keyword : m_vocabulary.keywords.ScriptKeywords().Words()) {
+    if (!explained.contains(keyword)) m_problems.push_back("no heading explains the keyword " + keyword);
+  }
+}
+
+Section Manual::SectionOf(const std::string& name) const {
+  const MarkdownPage& page = m_pages.at(name);
+  Section section{page.title, HtmlName(name), {}};
+  for (const Heading& heading : page.headings) {
+    if (heading.level != 2) continue;
+    Section part{heading.text, HtmlName(name) + "#" + heading.anchor, {}};
+    if (name == kCommandsPage) {
+      for (const CommandEntry& command : m_commands) {
+        if (command.field == heading.text)
+          part.sections.push_back({command.name, CommandPageName(command.name), {}});
+      }
+    }
+    section.sections.push_back(std::move(part));
+  }
+  return section;
+}
+
+void Manual::MakeProject() {
+  HelpProject project;
+  if (m_pages.contains(kStartPage)) {
+    const MarkdownPage& start = m_pages.at(kStartPage);
+    Section root{start.title, HtmlName(kStartPage), {}};
+    std::set<std::string> listed;
+    for (const std::string& link : start.links) {
+      const std::string name = link.substr(0, link.find('#'));
+      if (m_pages.contains(name) && listed.insert(name).second) root.sections.push_back(SectionOf(name));
+    }
+    project.contents.push_back(std::move(root));
+  }
+  for (const auto& [name, page] : m_pages) {
+    for (const Heading& heading : page.headings) {
+      for (const std::string& word : heading.words)
+        project.index.push_back({word, HtmlName(name) + "#" + heading.anchor});
+    }
+  }
+  for (const CommandEntry& command : m_commands)
+    project.index.push_back({command.name, CommandPageName(command.name)});
+  for (const auto& [name, content] : m_files) project.files.push_back(name);
+  project.files.insert(project.files.end(), {kStyleSheet, kDarkStyleSheet});
+  project.files.insert(project.files.end(), m_images.begin(), m_images.end());
+  m_files[kProjectName] = ProjectXml(project);
+  m_files[kCollectionProjectName] = CollectionXml(kProjectName);
+}
+
+}  // namespace quill::manual

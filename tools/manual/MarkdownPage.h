@@ -1,0 +1,32 @@
+#pragma once
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tools/manual/CodeHtml.h"
+
+namespace quill::manual {
+
+struct Heading {
+  int level = 1;
+  std::string anchor;
+  std::string text;                ///< without markup, not escaped
+  std::vector<std::string> words;  ///< set as code in the heading: what the index lists
+};
+
+/// A page written in Markdown (with tables, without HTML), as the content of an HTML body.
+struct MarkdownPage {
+  std::string title;  ///< of the first heading
+  std::string html;
+  std::vector<Heading> headings;
+  std::vector<std::string> links;   ///< to other pages, as written: "page.md#anchor"
+  std::vector<std::string> images;  ///< as written
+};
+
+/// Links to "page.md" become links to "page.html"; code in fences marked "vesper" is coloured.
+MarkdownPage ReadMarkdown(std::string_view text, const Vocabulary& vocabulary, const HelpLink& link);
+
+/// "page.html" of "page.md", with the anchor behind it kept.
+std::string HtmlName(std::string_view link);
+
+}  // namespace quill::manual
