@@ -99,8 +99,8 @@ void GrepResultDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
   painter->setFont(option.font);
   const QFontMetrics& metrics = option.fontMetrics;
   const QRect area = option.rect.adjusted(kSidePadding, 0, -kSidePadding, 0);
-  const int widest = std::min(m_model.LongestPlace() * metrics.horizontalAdvance(u'0') + 1,
-                              area.width() * kWidestPlace / 100);
+  const QString longest(m_model.LongestPlace(), u'0');
+  const int widest = std::min(metrics.horizontalAdvance(longest) + 1, area.width() * kWidestPlace / 100);
   const GrepResultModel::Parts parts = m_model.PartsOf(index.row());
   painter->setPen(selected ? colour : faint);
   painter->drawText(QRect(area.left(), area.top(), widest, area.height()), Qt::AlignVCenter | Qt::AlignLeft,
@@ -109,40 +109,36 @@ void GrepResultDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
   painter->restore();
 }
 
-/// The font is a fixed one, so places are counted in characters.
 void GrepResultDelegate::PaintText(QPainter& painter, const QRect& area, std::string_view text,
                                    const QColor& colour) const {
   const QFont plain = painter.font();
   QFont bold = plain;
   bold.setBold(true);
-  const int advance = std::max(1, QFontMetrics(plain).horizontalAdvance(u'0'));
-  const int room = area.width() / advance;
-  const auto length = static_cast<int>(text.size());
+  const TextSearch& search = m_model.Search();
+  // The font is a fixed one: what fits can be counted.
+  const double advance = std::max(1.0, QFontMetricsF(plain).horizontalAdvance(u'0'));
+  const auto room = static_cast<int>(area.width() / advance);
   int start = static_cast<int>(std::min(text.find_first_not_of(' '), text.size()));
-  const int hit = m_model.Search().NextOccurrence(text, 0);
-  int x = area.left();
+  double x = area.left();
+  const auto draw = [&](const QString& piece, const QFont& font) {
+    painter.setFont(font);
+    painter.drawText(QRectF(x, area.top(), area.right() + 1 - x, area.height()),
+                     Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, piece);
+    x += QFontMetricsF(font).horizontalAdvance(piece);
+  };
   painter.setPen(colour);
-  if (hit >= 0 && hit + m_model.Search().Length() - start > room) {
-    start = std::max(start, hit - kContext);
-    painter.drawText(QRect(x, area.top(), advance, area.height()), Qt::AlignCenter, Ellipsis());
-    x += advance;
+  int match = search.NextOccurrence(text, start);
+  if (match >= 0 && match + search.Length() - start > room) {
+    start = std::max(start, match - kContext);
+    draw(Ellipsis(), plain);
   }
-  const int end = std::min(length, start + room + 1);
-  int match = m_model.Search().NextOccurrence(text, start);
+  const int end = std::min(static_cast<int>(text.size()), start + room + 1);
   for (int at = start; at < end;) {
     const bool inMatch = at == match;
-    int stop = end;
-    if (inMatch) {
-      stop = match + m_model.Search().Length();
-      match = m_model.Search().NextOccurrence(text, stop);
-    } else if (match >= 0) {
-      stop = std::min(match, end);
-    }
-    const auto piece = text.substr(static_cast<size_t>(at), static_cast<size_t>(stop - at));
-    painter.setFont(inMatch ? bold : plain);
-    const QRect place(x, area.top(), area.right() + 1 - x, area.height());
-    painter.drawText(place, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, FromCodePage(piece));
-    x += static_cast<int>(piece.size()) * advance;
+    const int stop = inMatch ? match + search.Length() : match >= 0 ? std::min(match, end) : end;
+    draw(FromCodePage(text.substr(static_cast<size_t>(at), static_cast<size_t>(stop - at))),
+         inMatch ? bold : plain);
+    if (inMatch) match = search.NextOccurrence(text, stop);
     at = stop;
   }
 }

@@ -22,7 +22,6 @@
 #include "text/ui/CodePageText.h"
 #include "text/ui/EditReplaceDlg.h"
 #include "text/ui/FindTextDlg.h"
-#include "text/ui/SearchMarks.h"
 
 namespace quill {
 namespace {
@@ -44,12 +43,10 @@ FindHost FindWindows::HostOf() {
 // The active view
 
 void FindWindows::Follow(CChildFrame* frame) {
-  delete m_connections;
-  if (frame != nullptr) {
-    auto* context = new QObject(this);
-    m_connections = context;
-    connect(&SearchMarks::Of(frame->View()), &SearchMarks::StatusChanged, context,
-            [this] { ShowMatchCount(); });
+  if (m_marks != nullptr) disconnect(m_marks, nullptr, this, nullptr);
+  m_marks = frame == nullptr ? nullptr : &SearchMarks::Of(frame->View());
+  if (m_marks != nullptr) {
+    connect(m_marks, &SearchMarks::StatusChanged, this, &FindWindows::ShowMatchCount);
   }
   ShowMatchCount();
   if (m_find != nullptr) m_find->UpdateButtons();
@@ -57,12 +54,11 @@ void FindWindows::Follow(CChildFrame* frame) {
 }
 
 void FindWindows::ShowMatchCount() {
-  CQuillView* view = m_parts.workspace.ActiveView();
-  m_parts.statusBar.ShowMatches(view == nullptr ? QString() : SearchMarks::Of(*view).StatusText());
+  m_parts.statusBar.ShowMatches(m_marks == nullptr ? QString() : m_marks->StatusText());
 }
 
 void FindWindows::HideMarks() {
-  if (CQuillView* view = m_parts.workspace.ActiveView()) SearchMarks::Of(*view).Hide();
+  if (m_marks != nullptr) m_marks->Hide();
 }
 
 // Dialogs

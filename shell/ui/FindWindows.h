@@ -4,6 +4,7 @@
 
 #include "text/Search.h"
 #include "text/ui/FindHost.h"
+#include "text/ui/SearchMarks.h"
 
 namespace quill {
 
@@ -44,7 +45,7 @@ class FindWindows : public QObject {
   CFindTextDlg* m_find = nullptr;
   CEditReplaceDlg* m_replace = nullptr;
   CGrep* m_grep = nullptr;
-  QPointer<QObject> m_connections;  ///< context of the connections to the active view
+  QPointer<SearchMarks> m_marks;  ///< of the active view
 };
 
 }  // namespace quill
