@@ -50,6 +50,14 @@ void ApplyAppearance() {
     QApplication::setPalette(DarkPalette());
   } else if (scheme == "light") {
     QApplication::setPalette(QApplication::style()->standardPalette());
+  } else {
+    // Some dark desktops leave this role at the light default, where nobody can read it.
+    const QPalette desktop = QApplication::palette();
+    QColor faint = desktop.color(QPalette::Text);
+    faint.setAlpha(150);
+    QPalette palette;
+    palette.setColor(QPalette::PlaceholderText, faint);
+    QApplication::setPalette(palette);
   }
 }
 
