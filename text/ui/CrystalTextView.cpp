@@ -174,10 +174,15 @@ void CCrystalTextView::UpdateScrollBars() {
 
 // Damage
 
+QEvent::Type CCrystalTextView::DamageEvent() {
+  static const auto type = static_cast<QEvent::Type>(QEvent::registerEventType());
+  return type;
+}
+
 void CCrystalTextView::ScheduleDamage() {
   if (m_damagePosted) return;
   m_damagePosted = true;
-  QCoreApplication::postEvent(this, new QEvent(QEvent::UpdateLater), Qt::HighEventPriority);
+  QCoreApplication::postEvent(this, new QEvent(DamageEvent()), Qt::HighEventPriority);
 }
 
 void CCrystalTextView::ApplyDamage() {

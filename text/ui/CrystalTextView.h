@@ -2,6 +2,7 @@
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
 #include <QElapsedTimer>
+#include <QEvent>
 #include <QPoint>
 #include <functional>
 #include <memory>
@@ -154,6 +155,8 @@ class CCrystalTextView : public QAbstractScrollArea {
   void UpdateMargin();
   void UpdateRows(int32_t firstLine, int32_t lastLine);
   void RestartBlink();
+  /// Posted to itself while damage gathers.
+  static QEvent::Type DamageEvent();
   void ScheduleDamage();
   void UpdateBraceMatch();
 

@@ -43,7 +43,7 @@ std::optional<Motion> MotionOf(const QKeyEvent& event) {
 }  // namespace
 
 bool CCrystalTextView::event(QEvent* event) {
-  if (event->type() == QEvent::UpdateLater) {
+  if (event->type() == DamageEvent()) {
     m_damagePosted = false;
     ApplyDamage();
     return true;
