@@ -31,4 +31,7 @@ class InputFile {
   int m_descriptor = -1;
 };
 
+/// Reads a file whole into `text`. Refuses one of more than `mostBytes` before memory is taken.
+IoResult ReadWholeFile(const std::string& path, uint64_t mostBytes, std::string& text);
+
 }  // namespace quill

@@ -47,4 +47,15 @@ IoResult InputFile::Read(char* target, size_t size, size_t& got) {
   return IoResult::Success();
 }
 
+IoResult ReadWholeFile(const std::string& path, uint64_t mostBytes, std::string& text) {
+  InputFile file;
+  if (IoResult open = file.Open(path); !open) return open;
+  if (file.Size() > mostBytes) return IoResult::Failure("\"" + path + "\" is too large");
+  text.resize(static_cast<size_t>(file.Size()));
+  size_t got = 0;
+  IoResult read = file.Read(text.data(), text.size(), got);
+  text.resize(got);
+  return read;
+}
+
 }  // namespace quill

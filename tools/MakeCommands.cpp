@@ -15,17 +15,6 @@ namespace {
 
 constexpr uint64_t kLargestSource = 16u << 20;  ///< bytes
 
-quill::IoResult ReadWhole(const std::string& path, std::string& text) {
-  quill::InputFile file;
-  if (quill::IoResult open = file.Open(path); !open) return open;
-  if (file.Size() > kLargestSource) return quill::IoResult::Failure("\"" + path + "\" is too large");
-  text.resize(static_cast<size_t>(file.Size()));
-  size_t got = 0;
-  quill::IoResult read = file.Read(text.data(), text.size(), got);
-  text.resize(got);
-  return read;
-}
-
 int Fail(const std::string& message) {
   std::fprintf(stderr, "%s\n", message.c_str());
   return 1;
@@ -39,7 +28,8 @@ int main(int argc, char** argv) {
   quill::CommandSource source;
   for (size_t i = 1; i < arguments.size(); ++i) {
     std::string text;
-    if (const quill::IoResult read = ReadWhole(arguments[i], text); !read) return Fail(read.Message());
+    if (const quill::IoResult read = quill::ReadWholeFile(arguments[i], kLargestSource, text); !read)
+      return Fail(read.Message());
     source.AddFile(arguments[i], text);
   }
   for (const std::string& problem : source.Problems()) Fail(problem);

@@ -29,17 +29,6 @@ int Fail(const std::string& message) {
   return 1;
 }
 
-quill::IoResult ReadWhole(const std::string& path, std::string& text) {
-  quill::InputFile file;
-  if (quill::IoResult open = file.Open(path); !open) return open;
-  if (file.Size() > kLargestSource) return quill::IoResult::Failure("\"" + path + "\" is too large");
-  text.resize(static_cast<size_t>(file.Size()));
-  size_t got = 0;
-  quill::IoResult read = file.Read(text.data(), text.size(), got);
-  text.resize(got);
-  return read;
-}
-
 quill::IoResult WriteWhole(const std::string& path, std::string_view text) {
   quill::AtomicFile file(path);
   if (quill::IoResult open = file.Open(); !open) return open;
@@ -58,7 +47,8 @@ quill::IoResult ReadFolder(const fs::path& folder, const fs::path& output, quill
     const fs::path name = path.lexically_relative(folder);
     if (path.extension() == ".md") {
       std::string text;
-      if (quill::IoResult read = ReadWhole(path.string(), text); !read) return read;
+      if (quill::IoResult read = quill::ReadWholeFile(path.string(), kLargestSource, text); !read)
+        return read;
       manual.AddPage(name.generic_string(), text);
     } else {
       fs::create_directories((output / name).parent_path());
@@ -73,7 +63,8 @@ int Make(const std::vector<std::string>& arguments) {
   quill::CommandSource source;
   for (size_t i = 3; i < arguments.size(); ++i) {
     std::string text;
-    if (const quill::IoResult read = ReadWhole(arguments[i], text); !read) return Fail(read.Message());
+    if (const quill::IoResult read = quill::ReadWholeFile(arguments[i], kLargestSource, text); !read)
+      return Fail(read.Message());
     source.AddFile(arguments[i], text);
   }
   quill::CommandDatabase commands;
