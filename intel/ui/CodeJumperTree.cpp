@@ -48,8 +48,8 @@ void CCodeJumperTree::LoadIcons() {
     m_icons[i] = LoadIcon(IconNameOf(static_cast<OutlineRoot>(i)));
 }
 
-void CCodeJumperTree::Show(const Outline& outline) {
-  m_outline = outline;
+void CCodeJumperTree::Show(std::shared_ptr<const Outline> outline) {
+  m_outline = std::move(outline);
   m_function.reset();
   Rebuild();
 }
@@ -70,7 +70,7 @@ void CCodeJumperTree::Rebuild() {
   m_showsFiltered = !filter.IsEmpty();
   m_marked = nullptr;
   clear();
-  const auto fitting = FilterOutline(m_outline, filter);
+  const auto fitting = FilterOutline(*m_outline, filter);
   QList<QTreeWidgetItem*> rows;
   for (size_t i = 0; i < kOutlineRootCount; ++i) {
     const auto root = static_cast<OutlineRoot>(i);
@@ -85,7 +85,7 @@ void CCodeJumperTree::Rebuild() {
     QList<QTreeWidgetItem*> children;
     for (const uint32_t index : fitting[i]) {
       auto* child = new QTreeWidgetItem;
-      child->setText(0, FromText(m_outline.Items(root)[index].text));
+      child->setText(0, FromText(m_outline->Items(root)[index].text));
       child->setIcon(0, icon);
       child->setData(0, kRootRole, static_cast<int>(i));
       child->setData(0, kIndexRole, index);
@@ -136,9 +136,9 @@ void CCodeJumperTree::CollapseRoots() {
 void CCodeJumperTree::JumpTo(QTreeWidgetItem* item) {
   if (item == nullptr || !item->data(0, kIndexRole).isValid()) return;
   const auto root = static_cast<OutlineRoot>(item->data(0, kRootRole).toInt());
-  const auto& items = m_outline.Items(root);
+  const auto& items = m_outline->Items(root);
   const auto index = static_cast<size_t>(item->data(0, kIndexRole).toULongLong());
-  if (index < items.size()) Q_EMIT Jump(items[index].file, items[index].at);
+  if (index < items.size()) Q_EMIT Jump(items[index], root);
 }
 
 void CCodeJumperTree::keyPressEvent(QKeyEvent* event) {

@@ -1,6 +1,7 @@
 #pragma once
 #include <QTreeWidget>
 #include <array>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -18,7 +19,7 @@ class CCodeJumperTree : public QTreeWidget {
   explicit CCodeJumperTree(QWidget* parent = nullptr);
 
   /// Rebuilds the tree; which rows are expanded stays as it was.
-  void Show(const Outline& outline);
+  void Show(std::shared_ptr<const Outline> outline);
   /// Shows only what fits; an empty text shows everything.
   void SetFilter(const std::string& typed);
   /// Marks the item of the function around the caret; null for none.
@@ -27,8 +28,7 @@ class CCodeJumperTree : public QTreeWidget {
   void CollapseRoots();
 
  Q_SIGNALS:
-  /// `file` is 0 for the script itself, n for its n-th included file.
-  void Jump(int file, quill::TextPosition at);
+  void Jump(const quill::OutlineItem& item, quill::OutlineRoot root);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
@@ -40,7 +40,7 @@ class CCodeJumperTree : public QTreeWidget {
   void JumpTo(QTreeWidgetItem* item);
   void LoadIcons();
 
-  Outline m_outline;
+  std::shared_ptr<const Outline> m_outline = std::make_shared<Outline>();
   std::string m_filter;
   std::array<bool, kOutlineRootCount> m_expanded{};  ///< without a filter
   std::array<QIcon, kOutlineRootCount> m_icons;

@@ -16,6 +16,7 @@
 #include "shell/KeyBindings.h"
 #include "shell/RecentFiles.h"
 #include "shell/Settings.h"
+#include "shell/ui/ActiveScript.h"
 #include "shell/ui/AppServices.h"
 #include "shell/ui/ChildFrame.h"
 #include "shell/ui/CommandRouter.h"
@@ -102,9 +103,10 @@ void CMainFrame::BuildParts() {
   setStatusBar(status);
   auto* timers = new TimerService(this);
   m_bars = std::make_unique<DockBars>(*this, *router);
+  auto* script = new ActiveScript(m_services, *workspace, *documents, this);
   m_parts = std::make_unique<ShellParts>(ShellParts{m_services, *this, *router, *workspace, *documents,
                                                     *files, *viewSettings, *m_bars, *m_recent, *status,
-                                                    *timers, m_commands});
+                                                    *timers, *script, m_commands});
   new ViewStatus(*workspace, *status, *router, this);
 }
 

@@ -4,6 +4,7 @@ class QMainWindow;
 
 namespace quill {
 
+class ActiveScript;
 class CStatusBar;
 class CommandDatabase;
 class CommandRouter;
@@ -29,6 +30,7 @@ struct ShellParts {
   RecentFiles& recentFiles;
   CStatusBar& statusBar;
   TimerService& timers;
+  ActiveScript& script;
   const CommandDatabase& commands;  ///< filled before the first document opens
 };
 

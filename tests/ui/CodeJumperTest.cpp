@@ -4,6 +4,7 @@
 #include "intel/ui/CodeJumperPane.h"
 #include "intel/ui/CodeJumperTree.h"
 #include "intel/ui/QuillView.h"
+#include "shell/Settings.h"
 #include "shell/ui/UiText.h"
 #include "ui/ShellFixture.h"
 
@@ -59,6 +60,45 @@ TEST_F(CodeJumper, ShowsTheActiveScriptMarksTheFunctionAndJumps) {
   EXPECT_TRUE(Choose("Edit > Script > Refresh Code Jumper"));
   EXPECT_NE(Shown().find("late()"), std::string::npos);
   EXPECT_TRUE(View().Functions().Contains("late"));
+}
+
+TEST_F(CodeJumper, FindsItsPlacesInATextThatHasChangedSince) {
+  WriteFlag(m_settings, settings::kLoadIncluded, true);
+  m_folder.Write("part.vsl", "function part()\r\n{\r\n}\r\n");
+  Start();
+  Open("a.vsl",
+       "include <part.vsl>;\r\nfunction zeta()\r\n{\r\n}\r\nfunction main()\r\n{\r\n\tzeta();\r\n}\r\n");
+  View().SetCaretPos({1, 0});
+  for (int i = 0; i < 3; ++i) Press("Return");
+  Press("Up");
+  Type("var fresh;");
+  const auto jumpTo = [this](const QString& name) {
+    for (QTreeWidgetItem* item : Tree().findItems(name, Qt::MatchExactly | Qt::MatchRecursive))
+      Q_EMIT Tree().itemClicked(item, 0);
+    Pump();
+  };
+  jumpTo("zeta()");
+  EXPECT_EQ(View().CaretPos(), (TextPosition{4, 9})) << "three lines further down than when it was read";
+  EXPECT_TRUE(Tree().findItems("fresh", Qt::MatchExactly | Qt::MatchRecursive).isEmpty()) << "not asked to";
+
+  View().SetCaretPos({9, 3});
+  Press("F12");
+  EXPECT_EQ(View().CaretPos().line, 4);
+  Press("Alt+Left");
+  EXPECT_EQ(View().CaretPos(), (TextPosition{9, 3}));
+
+  jumpTo("part()");
+  EXPECT_TRUE(View().FilePath().ends_with("part.vsl"));
+  View().SetCaretPos({0, 0});
+  Type("function unsaved() ");
+  Press("Alt+Left");
+  EXPECT_TRUE(View().FilePath().ends_with("a.vsl"));
+  EXPECT_FALSE(Tree().findItems("unsaved()", Qt::MatchExactly | Qt::MatchRecursive).isEmpty());
+
+  WriteFlag(m_settings, settings::kAutoRefresh, true);
+  View().SetCaretPos({0, 0});
+  Type("var typed; ");
+  EXPECT_TRUE(QTest::qWaitFor([this] { return Shown().find("typed") != std::string::npos; }));
 }
 
 }  // namespace
