@@ -10,11 +10,6 @@ namespace {
 
 constexpr size_t kBannerWidth = 30;
 
-constexpr FileFilter kImageFilters[] = {
-    {"Image Files (*.jpg;*.jpeg;*.bmp;*.ico;*.emf;*.wmf)", "*.jpg;*.jpeg;*.bmp;*.ico;*.emf;*.wmf;"},
-    {"All Files (*.*)", "*.*"},
-};
-
 constexpr std::string_view kVariableTypes[] = {"var",   "var_nsave", "var_info", "string",   "bmap",  "sound",
                                                "font",  "define",    "entity*",  "panel*",   "text*", "view*",
                                                "bmap*", "sky*",      "sound*",   "material*"};
@@ -58,10 +53,6 @@ std::string ValueText(std::string_view type, std::string_view value) {
 std::string CommentBanner(std::string_view comment) {
   const std::string slashes(kBannerWidth, '/');
   return slashes + "\r\n// " + std::string(comment) + "\r\n" + slashes;
-}
-
-std::span<const FileFilter> ImageFilters() {
-  return kImageFilters;
 }
 
 std::string ImageDefinition(std::string_view path) {

@@ -9,12 +9,6 @@ namespace quill {
 /// A comment between two lines of slashes; no line break at its end.
 std::string CommentBanner(std::string_view comment);
 
-/// What the open-file box for images offers.
-struct FileFilter {
-  std::string_view label;
-  std::string_view patterns;  ///< separated by ";"
-};
-std::span<const FileFilter> ImageFilters();
 /// The definition of an image: the file's name without its folder, in upper case. `path` may use either
 /// separator.
 std::string ImageDefinition(std::string_view path);

@@ -80,9 +80,13 @@ CCrystalTextBuffer::~CCrystalTextBuffer() {
   ReleaseAllText();
 }
 
-void CCrystalTextBuffer::NewBuffer(int32_t style) {
+void CCrystalTextBuffer::NewBuffer(int32_t style, std::string_view text) {
   ClearBuffer();
-  m_lines.PushBack(MakeLine({}));
+  for (size_t end = text.find('\n'); end != std::string_view::npos; end = text.find('\n')) {
+    m_lines.PushBack(MakeLine(text.substr(0, end)));
+    text.remove_prefix(end + 1);
+  }
+  m_lines.PushBack(MakeLine(text));
   m_style = style == line_end::kAutomatic ? static_cast<int32_t>(line_end::kCrLf) : style;
   m_initialised = true;
   SetModified(false);

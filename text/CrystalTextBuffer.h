@@ -47,8 +47,9 @@ class CCrystalTextBuffer {
   CCrystalTextBuffer& operator=(const CCrystalTextBuffer&) = delete;
   virtual ~CCrystalTextBuffer();
 
-  /// One empty line, no name, nothing to undo.
-  void NewBuffer(int32_t style = line_end::kCrLf);
+  /// A text without a name and with nothing to undo: one empty line, or the lines of `text`, between which
+  /// stands "\n".
+  void NewBuffer(int32_t style = line_end::kCrLf, std::string_view text = {});
   /// Reads a file of any bytes. After a failure the buffer is uninitialised and has no line at all; the
   /// views get the reset hint then, too.
   IoResult LoadFile(const std::string& path, int32_t style = line_end::kAutomatic);

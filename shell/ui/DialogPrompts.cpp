@@ -2,18 +2,29 @@
 
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 
 #include "shell/ui/AboutBox.h"
 #include "shell/ui/RecoveryDialog.h"
 #include "shell/ui/UiText.h"
+#include "text/ui/CodePageText.h"
 
 namespace quill {
 namespace {
 
+constexpr int kLineBoxWidth = 460;
+
 QString ScriptFilters() {
   return UiText(StringId::kScriptFilter) + ";;" + UiText(StringId::kAllFilesFilter);
+}
+
+/// A filter that is shown by its label alone. "*.*" stands for every file, also for those without a dot.
+QString LabelledFilter(StringId label, StringId patterns) {
+  const QString text = UiText(patterns);
+  const QString list = text == "*.*" ? QStringLiteral("*") : QString(text).replace(u';', u' ').trimmed();
+  return UiText(label) + " (" + list + u')';
 }
 
 QMessageBox::Icon IconOf(DocumentPrompt::Icon icon) {
@@ -94,6 +105,26 @@ std::string DialogPrompts::ChooseFileToSave(const std::string& suggestedPath) {
 std::string DialogPrompts::ChoosePdfFile(const std::string& suggestedPath) {
   return ToBytes(QFileDialog::getSaveFileName(m_parent, UiText(StringId::kPrintToPdfTitle),
                                               FromBytes(suggestedPath), UiText(StringId::kPdfFilter)));
+}
+
+std::string DialogPrompts::ChooseImage(const std::string& folder) {
+  const QString filters = LabelledFilter(StringId::kImageFilter, StringId::kImagePattern) + ";;" +
+                          LabelledFilter(StringId::kAnyFileFilter, StringId::kAnyFilePattern);
+  return ToBytes(QFileDialog::getOpenFileName(m_parent, UiText(StringId::kInsertImageTitle),
+                                              FromBytes(folder), filters, nullptr,
+                                              QFileDialog::HideNameFilterDetails));
+}
+
+std::optional<std::string> DialogPrompts::AskForScriptLine(StringId title, StringId prompt) {
+  QInputDialog box(m_parent);
+  box.setInputMode(QInputDialog::TextInput);
+  box.setWindowTitle(UiText(title));
+  box.setLabelText(UiText(prompt));
+  box.resize(kLineBoxWidth, box.sizeHint().height());
+  auto* field = box.findChild<QLineEdit*>();
+  field->setValidator(new CodePageValidator(field));
+  if (box.exec() != QDialog::Accepted) return std::nullopt;
+  return ToCodePage(box.textValue());
 }
 
 std::optional<int32_t> DialogPrompts::ChooseLine(int32_t current, int32_t count) {

@@ -16,7 +16,9 @@ class DialogPrompts : public Prompts {
   std::vector<std::string> ChooseFilesToOpen(const std::string& folder) override;
   std::string ChooseFileToSave(const std::string& suggestedPath) override;
   std::string ChoosePdfFile(const std::string& suggestedPath) override;
+  std::string ChooseImage(const std::string& folder) override;
   std::optional<int32_t> ChooseLine(int32_t current, int32_t count) override;
+  std::optional<std::string> AskForScriptLine(StringId title, StringId prompt) override;
   RecoveryChoice ChooseRecovery(const std::vector<RecoverableDocument>& found) override;
   void ShowAbout() override;
 

@@ -38,10 +38,6 @@ CommandState NeedsSelection(const CQuillView& view) {
   return CommandState::EnabledIf(view.Model().HasSelection(), StringId::kNoTextSelected);
 }
 
-CommandState NeedsWriting(const CQuillView& view) {
-  return CommandState::EnabledIf(view.CanEdit(), StringId::kDocumentIsReadOnly);
-}
-
 CommandState NeedsWritableSelection(const CQuillView& view) {
   return view.CanEdit() ? NeedsSelection(view) : NeedsWriting(view);
 }

@@ -85,7 +85,6 @@ void FileOperations::OpenByDialog() {
   for (const std::string& path : m_services.prompts.ChooseFilesToOpen(Folder())) Open(path);
 }
 
-/// Where file dialogs begin: beside the active document, else where the user was last.
 std::string FileOperations::Folder() const {
   const CQuillDoc* active = m_workspace.ActiveDocument();
   if (active != nullptr && active->File().HasPath()) {

@@ -40,6 +40,8 @@ class FileOperations : public QObject {
   /// Asks once about all documents. False, and nothing closed, when the user changed his mind.
   bool CloseAll();
 
+  /// Where file dialogs begin: beside the active document, else where the user was last.
+  std::string Folder() const;
   /// For a window that got the focus: asks whether a file that was changed on disk is to be read again.
   void CheckOnDisk(CChildFrame& frame);
   /// The periodic copy of the active document.
@@ -57,7 +59,6 @@ class FileOperations : public QObject {
   CQuillDoc* PristineDocument() const;
   bool KeepsBak() const;
   bool Report(const IoResult& saved);
-  std::string Folder() const;
 
   AppServices& m_services;
   Documents& m_documents;

@@ -45,7 +45,7 @@ constexpr int kMillisecondsAMinute = 60000;
 constexpr RegisterCommands kCommandGroups[] = {
     RegisterFileCommands, RegisterPrintCommands,   RegisterEditCommands,     RegisterLineCommands,
     RegisterFindCommands, RegisterViewCommands,    RegisterBookmarkCommands, RegisterWindowCommands,
-    RegisterHelpCommands, RegisterOutlineCommands, RegisterCommandHelp,
+    RegisterHelpCommands, RegisterOutlineCommands, RegisterCommandHelp,      RegisterScriptTools,
 };
 
 DocumentServices ServicesOfDocuments(AppServices& services) {

@@ -48,5 +48,6 @@ void RegisterWindowCommands(const ShellParts& parts);
 void RegisterHelpCommands(const ShellParts& parts);
 void RegisterOutlineCommands(const ShellParts& parts);
 void RegisterCommandHelp(const ShellParts& parts);
+void RegisterScriptTools(const ShellParts& parts);
 
 }  // namespace quill

@@ -23,13 +23,15 @@ inline void OnView(const ShellParts& parts, CommandId id, const ViewHandler& run
       });
 }
 
+/// Disabled while the text is read-only.
+inline CommandState NeedsWriting(const CQuillView& view) {
+  return CommandState::EnabledIf(view.CanEdit(), StringId::kDocumentIsReadOnly);
+}
+
 /// Registers an editing operation, disabled also while the text is read-only.
 inline void OnWritableView(const ShellParts& parts, CommandId id, const CQuillView::Operation& operation) {
   OnView(
-      parts, id, [operation](CQuillView& view) { view.Edit(operation); },
-      [](const CQuillView& view) {
-        return CommandState::EnabledIf(view.CanEdit(), StringId::kDocumentIsReadOnly);
-      });
+      parts, id, [operation](CQuillView& view) { view.Edit(operation); }, NeedsWriting);
 }
 
 }  // namespace quill

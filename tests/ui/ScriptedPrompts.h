@@ -25,6 +25,12 @@ class ScriptedPrompts : public Prompts {
   void ExpectSaveAll(const std::string& titles, Answer answer) { Expect("save all: " + titles, answer); }
   /// The answer of a dialog that asks for a file or files.
   void ExpectFile(const std::string& path) { m_expected.push_back({.text = "file", .file = path}); }
+  /// Nothing is the answer Cancel.
+  void ExpectScriptLine(const std::string& title, const std::optional<std::string>& line) {
+    m_expected.push_back({.text = title,
+                          .answer = line ? Answer::kOk : Answer::kCancel,
+                          .file = line.value_or(std::string())});
+  }
   void ExpectLine(int32_t line) { m_expected.push_back({.text = "line", .file = std::to_string(line)}); }
   /// `names` are paths, or titles of documents without a file.
   void ExpectRecovery(RecoveryAction action, const std::vector<std::string>& names = {}) {
@@ -53,6 +59,11 @@ class ScriptedPrompts : public Prompts {
   }
   std::string ChoosePdfFile(const std::string& suggestedPath) override {
     return ChooseFileToSave(suggestedPath);
+  }
+  std::string ChooseImage(const std::string& folder) override { return ChooseFileToSave(folder); }
+  std::optional<std::string> AskForScriptLine(StringId title, StringId) override {
+    const Expected expected = Next(std::string(Text(title)));
+    return expected.answer == Answer::kOk ? std::optional(expected.file) : std::nullopt;
   }
   std::optional<int32_t> ChooseLine(int32_t, int32_t) override { return std::stoi(Next("line").file); }
   RecoveryChoice ChooseRecovery(const std::vector<RecoverableDocument>& found) override {

@@ -1,0 +1,30 @@
+#pragma once
+#include <QDialog>
+#include <string>
+
+#include "intel/ToDoList.h"
+#include "shell/AppProfile.h"
+
+namespace quill {
+
+class PlainTextField;
+
+/// Shows the to-do list and lets the user edit it; OK keeps it.
+class CToDoDlg : public QDialog {
+  Q_OBJECT
+
+ public:
+  CToDoDlg(const std::string& programFolder, AppProfile profile, QWidget* parent = nullptr);
+
+  void accept() override;
+  void done(int result) override;
+
+ private:
+  void Build();
+
+  ToDoList m_list;
+  AppProfile m_profile;
+  PlainTextField* m_field;
+};
+
+}  // namespace quill
