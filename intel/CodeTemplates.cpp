@@ -193,15 +193,19 @@ TemplateText CodeTemplates::Expand(std::string_view name, const TemplateIndent& 
 
 std::optional<Identifier> CodeTemplates::NameBefore(std::string_view line, int32_t column) const {
   const Identifier word = IdentifierAt(line, column);
-  if (word.end != column || !Has(word.In(line))) return std::nullopt;
+  const bool isMember = word.start > 0 && line[static_cast<size_t>(word.start) - 1] == '.';
+  if (word.end != column || isMember || !Has(word.In(line))) return std::nullopt;
   return word;
 }
 
 TemplateSession::TemplateSession(TextPosition place, const TemplateText& inserted) {
-  for (const TextPosition stop : inserted.stops) {
-    m_stops.push_back(
-        {place.line + stop.line, stop.line == 0 ? place.character + stop.character : stop.character});
-  }
+  const auto inText = [place](TextPosition at) {
+    return TextPosition{place.line + at.line, at.line == 0 ? place.character + at.character : at.character};
+  };
+  const auto lines = static_cast<int32_t>(std::count(inserted.text.begin(), inserted.text.end(), '\n'));
+  const size_t lastLine = inserted.text.rfind('\n') + 1;  // 0 when there is one line
+  m_range = {place, inText({lines, static_cast<int32_t>(inserted.text.size() - lastLine)})};
+  for (const TextPosition stop : inserted.stops) m_stops.push_back(inText(stop));
 }
 
 TextPosition TemplateSession::Next() {
@@ -210,10 +214,17 @@ TextPosition TemplateSession::Next() {
 }
 
 void TemplateSession::OnTextChange(const TextChange& change) {
-  for (TextPosition& stop : m_stops) {
-    stop =
-        change.inserted ? PositionAfterInsert(stop, change.range) : PositionAfterDelete(stop, change.range);
-  }
+  const auto move = [&change](TextPosition& at) {
+    at = change.inserted ? PositionAfterInsert(at, change.range) : PositionAfterDelete(at, change.range);
+  };
+  for (TextPosition& stop : m_stops) move(stop);
+  move(m_range.start);
+  move(m_range.end);
+  if (!change.inserted && m_range.IsEmpty()) End();
+}
+
+void TemplateSession::OnCaretMoved(TextPosition caret) {
+  if (caret.line < m_range.start.line || caret.line > m_range.end.line) End();
 }
 
 }  // namespace quill

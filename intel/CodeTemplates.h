@@ -50,7 +50,8 @@ class CodeTemplates {
   bool Has(std::string_view name) const { return Find(name) != nullptr; }
   /// Throws std::invalid_argument when there is no such template. Whatever includes itself is left out.
   TemplateText Expand(std::string_view name, const TemplateIndent& indent = {}) const;
-  /// The template name that ends at the caret, for the key Tab; nothing when there is none.
+  /// The template name that ends at the caret, for the key Tab; nothing when there is none. A member, the
+  /// name behind a ".", is none.
   std::optional<Identifier> NameBefore(std::string_view line, int32_t column) const;
 
  private:
@@ -71,10 +72,14 @@ class TemplateSession {
   bool IsActive() const { return m_next < m_stops.size(); }
   /// The next stop; throws std::invalid_argument when there is none.
   TextPosition Next();
+  /// Ends the session when nothing of the template is left, as after an undo.
   void OnTextChange(const TextChange& change);
+  /// Ends the session when the caret has left the template's lines.
+  void OnCaretMoved(TextPosition caret);
   void End() { m_stops.clear(); }
 
  private:
+  TextRange m_range;  ///< the template's text and what was written into it
   std::vector<TextPosition> m_stops;
   size_t m_next = 0;
 };

@@ -1,6 +1,7 @@
 #pragma once
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "base/CodePage1252.h"
@@ -42,6 +43,15 @@ uint32_t WalkCode(std::string_view line, uint32_t state, Visit visit) {
     }
   }
   return state & kAcrossLines;
+}
+
+/// Whether what is typed behind the line's last character is code, see `WalkCode`.
+inline bool EndsInCode(std::string_view line, uint32_t state) {
+  bool seen = false;
+  std::string probe(line);
+  probe += ' ';  // visited exactly when it is code
+  WalkCode(probe, state, [&seen, &line](size_t column, char) { seen = column == line.size(); });
+  return seen;
 }
 
 }  // namespace quill

@@ -28,15 +28,6 @@ Fit FitOf(std::string_view name, std::string_view begun) {
   return name.find(begun) != std::string_view::npos ? kContains : kInOrder;
 }
 
-/// Whether the character after the line's last one would be code.
-bool EndsInCode(std::string_view line, uint32_t state) {
-  bool seen = false;
-  std::string probe(line);
-  probe += ' ';  // WalkCode visits it exactly when it is code
-  WalkCode(probe, state, [&seen, &line](size_t column, char) { seen = column == line.size(); });
-  return seen;
-}
-
 }  // namespace
 
 std::optional<CompletionRequest> CompletionAt(std::string_view line, int32_t column, uint32_t state,

@@ -19,6 +19,10 @@ void CQuillView::SetFilePath(const std::string& path) {
   VocabularyChanged();
 }
 
+bool CQuillView::HandleEditKey(QKeyEvent* event) {
+  return (m_editKeyHook && m_editKeyHook(*event)) || CCrystalEditView::HandleEditKey(event);
+}
+
 WordSets CQuillView::Words() const {
   return {m_keywordSet, &m_commands.Names(), &m_functions, &m_variables};
 }

@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include <string>
 
 #include "base/NameSet.h"
@@ -28,9 +29,17 @@ class CQuillView : public CCrystalEditView {
   NameSet& Variables() { return m_variables; }
   void VocabularyChanged() { viewport()->update(); }
 
+  /// Gets each editing key before the view does, and whatever lists and tips have left of it; true keeps
+  /// it from the view.
+  using KeyHook = std::function<bool(const QKeyEvent& key)>;
+  void SetEditKeyHook(KeyHook hook) { m_editKeyHook = std::move(hook); }
+
   uint32_t ColourLine(uint32_t state, int32_t line, TextBlock* blocks, int32_t* count) override;
   WordSets Words() const override;
   CommentMarkers GetCommentMarkers() const override { return kScriptCommentMarkers; }
+
+ protected:
+  bool HandleEditKey(QKeyEvent* event) override;
 
  private:
   const KeywordDatabase& m_keywords;
@@ -38,6 +47,7 @@ class CQuillView : public CCrystalEditView {
   const NameSet* m_keywordSet;  ///< of the file; asked for each line that is coloured
   NameSet m_functions;
   NameSet m_variables;
+  KeyHook m_editKeyHook;
   std::string m_path;
   std::string m_folder;
 };

@@ -68,11 +68,17 @@ void CommandRouter::Register(CommandId id, Run run, StateOf state) {
 }
 
 void CommandRouter::RegisterSeries(CommandId first, CommandId last, const RunNumbered& run,
-                                   const StateOfNumbered& state) {
+                                   const StateOfNumbered& state, const Run& prepare) {
   for (int i = 0; i <= last - first; ++i) {
     Register(
         first + i, [run, i] { run(i); }, [state, i] { return state(i); });
   }
+  EntryOf(first).prepare = prepare;
+}
+
+void CommandRouter::PrepareSeries(CommandId first) {
+  const Entry& entry = EntryOf(first);
+  if (entry.prepare) entry.prepare();
 }
 
 bool CommandRouter::HasHandler(CommandId id) const {

@@ -47,14 +47,18 @@ class CommandRouter : public QObject {
 
   /// Without `state` the command can always be used.
   void Register(CommandId id, Run run, StateOf state = {});
-  /// The commands first..last, told apart by their distance from the first.
-  void RegisterSeries(CommandId first, CommandId last, const RunNumbered& run, const StateOfNumbered& state);
+  /// The commands first..last, told apart by their distance from the first. `prepare` is called each time
+  /// that a menu is about to show them.
+  void RegisterSeries(CommandId first, CommandId last, const RunNumbered& run, const StateOfNumbered& state,
+                      const Run& prepare = {});
   bool HasHandler(CommandId id) const;
 
   QAction* Action(CommandId id);
   /// Carries a command out as if it had been chosen; false when it is disabled at this moment.
   bool Execute(CommandId id);
 
+  /// Before the states of the series that begins with `first` are asked for a menu.
+  void PrepareSeries(CommandId first);
   /// Brings an action's text, check mark and usability up to date.
   void Refresh(CommandId id);
   void RefreshAll();
@@ -77,6 +81,7 @@ class CommandRouter : public QObject {
     QAction* action = nullptr;
     Run run;
     StateOf state;
+    Run prepare;  ///< of the series that begins here
     bool hasIcon = false;
   };
   Entry& EntryOf(CommandId id);

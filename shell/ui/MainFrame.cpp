@@ -46,6 +46,7 @@ constexpr RegisterCommands kCommandGroups[] = {
     RegisterFileCommands, RegisterPrintCommands,   RegisterEditCommands,     RegisterLineCommands,
     RegisterFindCommands, RegisterViewCommands,    RegisterBookmarkCommands, RegisterWindowCommands,
     RegisterHelpCommands, RegisterOutlineCommands, RegisterCommandHelp,      RegisterScriptTools,
+    RegisterTemplates,
 };
 
 DocumentServices ServicesOfDocuments(AppServices& services) {

@@ -13,17 +13,16 @@
 namespace quill {
 namespace {
 
-/// What stands in for the entries of a series while there are none.
-struct EmptySeries {
+struct SeriesInMenu {
   CommandId first;
   CommandId last;
-  QAction* placeholder;
+  QAction* placeholder;  ///< stands in for the entries while there are none; null for nothing
 };
 
 void PrepareMenu(QMenu& menu, const Menu& table, CommandRouter& router);
 
 void AddEntry(QMenu& menu, const MenuEntry& entry, CommandRouter& router, std::vector<CommandId>& ids,
-              std::vector<EmptySeries>& series) {
+              std::vector<SeriesInMenu>& series) {
   switch (entry.kind) {
     case MenuEntry::Kind::kSeparator:
       menu.addSeparator();
@@ -41,25 +40,27 @@ void AddEntry(QMenu& menu, const MenuEntry& entry, CommandRouter& router, std::v
         menu.addAction(router.Action(id));
       }
   }
-  if (entry.kind == MenuEntry::Kind::kSeries && entry.emptyText != StringId{}) {
-    QAction* placeholder = menu.addAction(UiText(entry.emptyText));
-    placeholder->setEnabled(false);
-    series.push_back({entry.first, entry.last, placeholder});
-  }
+  if (entry.kind != MenuEntry::Kind::kSeries) return;
+  series.push_back({entry.first, entry.last, nullptr});
+  if (entry.emptyText == StringId{}) return;
+  series.back().placeholder = menu.addAction(UiText(entry.emptyText));
+  series.back().placeholder->setEnabled(false);
 }
 
 /// What has to be looked after each time that a menu opens.
 struct MenuContents {
   std::vector<CommandId> ids;
-  std::vector<EmptySeries> series;
+  std::vector<SeriesInMenu> series;
 };
 
 void Update(const MenuContents& contents, CommandRouter& router) {
+  for (const SeriesInMenu& s : contents.series) router.PrepareSeries(s.first);
   for (CommandId id : contents.ids) {
     router.Refresh(id);
     router.EnsureIcon(id);
   }
-  for (const EmptySeries& s : contents.series) {
+  for (const SeriesInMenu& s : contents.series) {
+    if (s.placeholder == nullptr) continue;
     bool any = false;
     for (int i = 0; i <= s.last - s.first && !any; ++i) any = router.Action(s.first + i)->isVisible();
     s.placeholder->setVisible(!any);

@@ -49,5 +49,6 @@ void RegisterHelpCommands(const ShellParts& parts);
 void RegisterOutlineCommands(const ShellParts& parts);
 void RegisterCommandHelp(const ShellParts& parts);
 void RegisterScriptTools(const ShellParts& parts);
+void RegisterTemplates(const ShellParts& parts);
 
 }  // namespace quill

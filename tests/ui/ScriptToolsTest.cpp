@@ -7,6 +7,7 @@
 
 #include "intel/ui/QuillView.h"
 #include "shell/ui/QuillDoc.h"
+#include "shell/ui/StatusPanes.h"
 #include "shell/ui/UiText.h"
 #include "ui/ShellFixture.h"
 
@@ -161,6 +162,78 @@ TEST_F(ScriptTools, ToDoListKeepsItsBytes) {
   Click("OK");
   Pump();
   EXPECT_EQ(Dialog(), nullptr) << "cannot be written, and no word about it";
+}
+
+class Templates : public ScriptTools {
+ protected:
+  void Write(const std::string& name, const std::string& text) {
+    std::filesystem::create_directory(m_folder.Path("bin/qil_templates"));
+    m_folder.Write("bin/qil_templates/" + name + ".txt", text);
+  }
+  std::string Message() { return ToBytes(Parts().statusBar.currentMessage()); }
+};
+
+TEST_F(Templates, KeysGoFromStopToStop) {
+  Write("loop", "while ($1)\r\n{\r\n\t$2;\r\n\t$0\r\n}\r\n");
+  Write("self", "a${self}b");
+  const struct {
+    const char* begin;
+    const char* keys;
+    const char* shown;
+  } cases[] = {
+      {"\t^", "Loop<Tab>", "\twhile (^)|\t{|\t\t;|\t\t|\t}"},
+      {"x ^ y", "loop<Tab>a<Tab>b", "x while (a)|{|\tb^;|\t|} y"},
+      {"^", "loop<Tab>f(a<Tab>b<Tab>c<Tab>d", "while (f(a)|{|\tb;|\tc\td^|}"},
+      {"^", "loop<Tab><Left><Left><Tab>b", "while ()|{|\tb^;|\t|}"},
+      {"^", "loop<Tab>a<Escape><Tab>b", "while (a\tb^)|{|\t;|\t|}"},
+      {"|^|", "loop<Tab><Up><Tab>", "\t^|while ()|{|\t;|\t|}|"},
+      {"^", "loop<Tab>a<Shift+Left><Tab>", "\twhile (^a)|{|\t;|\t|}"},
+      {"^", "loop<Tab><Ctrl+Z>", "loop^"},
+      {"^", "loop<Tab><Ctrl+Z><Escape> <Tab>", "loop \t^"},
+      {"^x", "loop<Tab>", "loop\t^x"},
+      {"a.^", "loop<Tab>", "a.loop\t^"},
+      {"// ^", "loop<Tab>", "// loop\t^"},
+      {"^", "none<Tab>", "none\t^"},
+      {"^", "self<Tab>", "ab^"},
+  };
+  for (const auto& c : cases) {
+    std::string text = c.begin;
+    for (size_t at = text.find('|'); at != std::string::npos; at = text.find('|'))
+      text.replace(at, 1, "\r\n");
+    Begin(text);
+    TypeKeys(c.keys);
+    EXPECT_EQ(Shown(), c.shown) << c.begin << "   " << c.keys;
+  }
+  EXPECT_EQ(Message(), "The template \"self\" includes itself.");
+}
+
+TEST_F(Templates, MenuShowsTheFolderAsItIsNow) {
+  Begin("  a^b");
+  EXPECT_FALSE(MenuAction("Edit > Insert > Code Templates > No templates found")->isEnabled());
+  Write("p & q", "1\n\t2$1 $2");
+  WriteFlag(m_settings, settings::kKeepSpaces, true);
+  Frame().ApplySettingsToViews();
+  View().SetSelection({0, 2}, {0, 3});
+  ASSERT_TRUE(Choose("Edit > Insert > Code Templates > p & q"));
+  EXPECT_EQ(Shown(), "  1|     2^ b");
+  EXPECT_EQ(Message(), "Tab goes to the next place to fill in, Escape leaves the template.");
+  Press("Ctrl+Z");
+  EXPECT_EQ(ActiveText(), "  ab");
+  EXPECT_FALSE(View().CanUndo());
+  View().SetCaretPos({0, 4});
+  Press("Tab");
+  EXPECT_EQ(ActiveText(), "  ab  ") << "what was undone has no stops";
+
+  Write("new", "1");
+  TypeKeys("new<Tab>");
+  EXPECT_EQ(ActiveText(), "  ab  1");
+  Document().Buffer().SetReadOnly(true);
+  EXPECT_FALSE(Choose("Edit > Insert > Code Templates > new"));
+  Press("Tab");
+  EXPECT_EQ(ActiveText(), "  ab  1");
+  m_prompts.Expect("Save the changes to \"1.vsl\"?", Prompts::Answer::kDiscard);
+  ASSERT_TRUE(Choose("File > Close"));
+  EXPECT_FALSE(MenuAction("Edit > Insert > Code Templates > new")->isEnabled());
 }
 
 }  // namespace

@@ -1,0 +1,73 @@
+#include "intel/ui/TemplateKeys.h"
+
+#include <QKeyEvent>
+
+#include "intel/CodeWalk.h"
+#include "intel/TemplateInsertion.h"
+#include "intel/ui/QuillView.h"
+#include "shell/ui/UiText.h"
+#include "text/ui/CodePageText.h"
+
+namespace quill {
+
+TemplateKeys::TemplateKeys(CQuillView& view, Source templates)
+    : QObject(&view),
+      m_view(view),
+      m_templates(std::move(templates)),
+      m_watch(view, {[this](const TextChange* change, uint32_t hints, int32_t) {
+                       if (change != nullptr) m_session.OnTextChange(*change);
+                       if ((hints & hint::kReset) != 0) m_session.End();
+                     },
+                     [this] { m_session.End(); }}) {
+  connect(&view, &CCrystalTextView::CaretMoved, this, [this] { m_session.OnCaretMoved(m_view.CaretPos()); });
+  view.SetEditKeyHook([this](const QKeyEvent& key) { return OnKey(key); });
+}
+
+void TemplateKeys::Insert(const CodeTemplates& templates, const std::string& name) {
+  std::optional<InsertedTemplate> inserted;
+  m_view.Edit([&](EditTarget& target) {
+    inserted = edit::InsertTemplate(target, templates, name);
+    return inserted.has_value();
+  });
+  if (!inserted) return;
+  m_session = std::move(inserted->session);
+  if (!inserted->problem.empty()) {
+    Q_EMIT m_view.Hint(FromCodePage(inserted->problem) + u'.');
+  } else if (m_session.IsActive()) {
+    Q_EMIT m_view.Hint(UiText(StringId::kTemplateKeysHint));
+  }
+}
+
+bool TemplateKeys::OnKey(const QKeyEvent& key) {
+  if (key.modifiers() != Qt::NoModifier) return false;
+  if (key.key() == Qt::Key_Escape && m_session.IsActive()) {
+    m_session.End();
+    return true;
+  }
+  if (key.key() != Qt::Key_Tab || m_view.Model().HasSelection() || m_view.Model().IsColumnSelection()) {
+    return false;
+  }
+  if (!m_session.IsActive()) return ExpandName();
+  m_view.SetCaretPos(m_session.Next());
+  return true;
+}
+
+/// False when no name of a template stands before the caret, or where it would be no code.
+bool TemplateKeys::ExpandName() {
+  if (!m_view.CanEdit()) return false;
+  const TextPosition caret = m_view.CaretPos();
+  const std::string_view line = m_view.Buffer()->Line(caret.line);
+  const Identifier word = IdentifierAt(line, caret.character);
+  if (word.start == word.end || word.end != caret.character) return false;
+  const uint32_t state = m_view.Model().States().StateAt(caret.line);
+  if (!EndsInCode(line.substr(0, static_cast<size_t>(caret.character)), state)) return false;
+  const CodeTemplates& templates = m_templates();
+  const std::optional<Identifier> name = templates.NameBefore(line, caret.character);
+  if (!name) return false;
+  const std::string text(name->In(line));
+  m_view.SetSelection({caret.line, name->start}, caret);
+  Insert(templates, text);
+  return true;
+}
+
+}  // namespace quill

@@ -1,0 +1,40 @@
+#pragma once
+#include <QObject>
+#include <functional>
+#include <string>
+
+#include "intel/CodeTemplates.h"
+#include "text/ui/TextWatch.h"
+
+class QKeyEvent;
+
+namespace quill {
+
+class CQuillView;
+
+/// Code templates in one view: Tab behind a template's name puts the template there, Tab in a template
+/// goes to its next stop, Escape leaves it.
+class TemplateKeys : public QObject {
+  Q_OBJECT
+
+ public:
+  /// Gives the templates as they are at this moment.
+  using Source = std::function<const CodeTemplates&()>;
+
+  /// Lives as long as the view.
+  TemplateKeys(CQuillView& view, Source templates);
+
+  /// In the place of the selection, if any. A refusal (read-only text) beeps and says why.
+  void Insert(const CodeTemplates& templates, const std::string& name);
+
+ private:
+  bool OnKey(const QKeyEvent& key);
+  bool ExpandName();
+
+  CQuillView& m_view;
+  Source m_templates;
+  TemplateSession m_session;
+  TextWatch m_watch;
+};
+
+}  // namespace quill
