@@ -16,6 +16,7 @@
 #include "intel/CommandDatabase.h"
 #include "intel/CommandSource.h"
 #include "intel/KeywordDatabase.h"
+#include "intel/ObjectMembers.h"
 #include "tools/manual/Manual.h"
 
 namespace {
@@ -45,16 +46,16 @@ quill::IoResult ReadFolder(const fs::path& folder, const fs::path& output, quill
   std::sort(paths.begin(), paths.end());
   for (const fs::path& path : paths) {
     const fs::path name = path.lexically_relative(folder);
+    std::string content;
+    if (quill::IoResult read = quill::ReadWholeFile(path.string(), kLargestSource, content); !read)
+      return read;
     if (path.extension() == ".md") {
-      std::string text;
-      if (quill::IoResult read = quill::ReadWholeFile(path.string(), kLargestSource, text); !read)
-        return read;
-      manual.AddPage(name.generic_string(), text);
-    } else {
-      fs::create_directories((output / name).parent_path());
-      fs::copy_file(path, output / name, fs::copy_options::overwrite_existing);
-      if (path.extension() != ".css") manual.AddImage(name.generic_string());
+      manual.AddPage(name.generic_string(), content);
+      continue;
     }
+    fs::create_directories((output / name).parent_path());
+    fs::copy_file(path, output / name, fs::copy_options::overwrite_existing);
+    if (path.extension() != ".css") manual.AddPicture(name.generic_string(), content);
   }
   return quill::IoResult::Success();
 }
@@ -74,7 +75,7 @@ int Make(const std::vector<std::string>& arguments) {
 
   const fs::path output = arguments[0];
   fs::create_directories(output);
-  quill::manual::Manual manual({keywords, commands}, source.Commands());
+  quill::manual::Manual manual({keywords, commands, quill::ObjectKinds()}, source.Commands());
   if (const quill::IoResult read = ReadFolder(arguments[1], output, manual); !read)
     return Fail(read.Message());
   manual.Finish();

@@ -2,6 +2,7 @@
 
 #include "intel/CommandDatabase.h"
 #include "intel/KeywordDatabase.h"
+#include "intel/ObjectMembers.h"
 #include "support/TempFolder.h"
 #include "tools/manual/Manual.h"
 
@@ -21,15 +22,23 @@ class ManualTest : public testing::Test {
     m_folder.Write("cKeywords.db", "");
     ASSERT_TRUE(m_keywords.Load(m_folder.Folder().string()));
   }
-  std::string Markdown(std::string_view text) {
-    return ReadMarkdown(text, {m_keywords, m_commands}, CommandPageName).html;
-  }
+  Vocabulary Words() { return {m_keywords, m_commands, m_kinds}; }
+  std::string Markdown(std::string_view text) { return ReadMarkdown(text, Words(), CommandPageName).html; }
 
   TempFolder m_folder;
   CommandSource m_source;
   CommandDatabase m_commands;
   KeywordDatabase m_keywords;
+  std::vector<ObjectKind> m_kinds;
 };
+
+/// The beginning of a PNG file of this size, with `more` bytes behind it.
+std::string Png(unsigned char width, unsigned char height, size_t more = 0) {
+  std::string png("\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR\0\0\1\0\0\0\0\0", 24);
+  png[19] = static_cast<char>(width);
+  png[23] = static_cast<char>(height);
+  return png + std::string(more, 'x');
+}
 
 TEST_F(ManualTest, ColoursCodeAndLinksPagesAndCommands) {
   EXPECT_EQ(Markdown("## `while` and \"x\"\n[p](page.md#a-b) `move` `<b>` <i>\n"),
@@ -47,10 +56,10 @@ TEST_F(ManualTest, ColoursCodeAndLinksPagesAndCommands) {
 }
 
 TEST_F(ManualTest, HasAPageForEachCommandAndAnIndexOfAllWords) {
-  Manual manual({m_keywords, m_commands}, m_source.Commands());
+  Manual manual(Words(), m_source.Commands());
   manual.AddPage("index.md", "# Start\n[w](words.md) [c](commands.md) [k](keys.md)\n");
   manual.AddPage("words.md", "# Words\n## `while`\n## `var` & more\n![p](images/p.png)\n");
-  manual.AddImage("images/p.png");
+  manual.AddPicture("images/p.png", Png(44, 100));
   manual.Finish();
   EXPECT_EQ(manual.Problems(), std::vector<std::string>{});
   const std::string& page = manual.Files().at("command-move.html");
@@ -68,19 +77,52 @@ TEST_F(ManualTest, HasAPageForEachCommandAndAnIndexOfAllWords) {
         "<file>images/p.png</file>", "<file>manual.css</file>"}) {
     EXPECT_NE(project.find(part), std::string::npos) << part;
   }
+  EXPECT_NE(manual.Files()
+                .at("words.html")
+                .find("<img src=\"images/p.png\" width=\"150\" height=\"50\" alt=\"p\">"),
+            std::string::npos);
   EXPECT_NE(manual.Files().at("keys.html").find("<td>Ctrl+S</td><td>Save</td>"), std::string::npos);
 }
 
+TEST_F(ManualTest, MembersAreIndexedUnderTheirKindByTheTablesThatExplainThem) {
+  const MarkdownPage page = ReadMarkdown(
+      "| `panel.` | |\n|---|---|\n| `x`, `y` | `no` |\n| `s1` to `s4` | |\n| `string[0]` | |\n| plain | |\n\n"
+      "| `other` | |\n|---|---|\n| `z` | |\n",
+      Words(), CommandPageName);
+  std::string rows;
+  for (const MemberRow& row : page.members) {
+    rows += row.anchor + ":";
+    for (const std::string& word : row.words) rows += " " + word;
+    rows += "\n";
+  }
+  EXPECT_EQ(rows,
+            "panel-x: panel.x panel.y\npanel-s1: panel.s1 panel.s2 panel.s3 panel.s4\n"
+            "panel-string: panel.string\n");
+  EXPECT_NE(page.html.find("<td><a name=\"panel-x\"></a><code>x</code>"), std::string::npos) << page.html;
+}
+
 TEST_F(ManualTest, ReportsWhatLeadsNowhereAndWhatIsMissing) {
-  Manual manual({m_keywords, m_commands}, m_source.Commands());
-  manual.AddPage("index.md", "# S\n[c](commands.md) [k](keys.md#file) [x](none.md) [y](index.md#no)\n");
-  manual.AddPage("lost.md", "# `while`\n![p](p.png)\n");
+  static constexpr std::string_view kMembers[] = {"x", "y"};
+  m_kinds = {{OutlineRoot::kPanels, "panel.", kMembers}};
+  Manual manual(Words(), m_source.Commands());
+  manual.AddPage("index.md",
+                 "# S\n[c](commands.md) [k](keys.md#file) [x](none.md) [y](index.md#no) [z](http://a.b/)\n");
+  manual.AddPage(
+      "lost.md",
+      "# `while` and `While`\n![p](p.png)\n![p](big.png)\n\n| `panel.` | |\n|---|---|\n| `y` | |\n");
+  manual.AddPicture("big.png", Png(1, 1, 70000));
+  manual.AddPicture("unused.png", Png(1, 1));
+  manual.AddPicture("no.png", "GIF89a");
   manual.Finish();
-  EXPECT_EQ(manual.Problems(),
-            (std::vector<std::string>{
-                "index.md: the link to none.md leads nowhere",
-                "index.md: the link to index.md#no leads nowhere", "lost.md: there is no picture p.png",
-                "lost.md: the start page does not lead there", "no heading explains the keyword var"}));
+  EXPECT_EQ(
+      manual.Problems(),
+      (std::vector<std::string>{
+          "big.png: the picture is too large", "no.png: this is no PNG file",
+          "index.md: the link to none.md leads nowhere", "index.md: the link to index.md#no leads nowhere",
+          "index.md: the link to http://a.b/ leads nowhere", "lost.md: the start page does not lead there",
+          "lost.md: there is no picture p.png", "no page shows the picture unused.png",
+          "two places explain While", "no heading explains the keyword var",
+          "no table explains the member panel.x"}));
 }
 
 }  // namespace

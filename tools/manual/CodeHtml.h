@@ -1,4 +1,5 @@
 #pragma once
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -7,6 +8,7 @@
 namespace quill {
 class CommandDatabase;
 class KeywordDatabase;
+struct ObjectKind;
 }  // namespace quill
 
 namespace quill::manual {
@@ -15,6 +17,7 @@ namespace quill::manual {
 struct Vocabulary {
   const KeywordDatabase& keywords;
   const CommandDatabase& commands;
+  std::span<const ObjectKind> kinds;  ///< whose members the manual must explain
 };
 
 /// A piece of Vesper as the content of a <pre>, coloured as the editor does: spans with the classes

@@ -1,5 +1,7 @@
 #include "tools/manual/HelpProject.h"
 
+#include "base/CodePage1252.h"
+
 namespace quill::manual {
 namespace {
 
@@ -47,7 +49,7 @@ std::string ProjectXml(const HelpProject& project) {
   AppendSections(xml, project.contents, "  ");
   xml += "</toc>\n<keywords>\n";
   for (const IndexWord& entry : project.index) {
-    xml += "  <keyword" + Attribute("name", entry.word) + Attribute("id", entry.word) +
+    xml += "  <keyword" + Attribute("name", entry.word) + Attribute("id", cp1252::ToLower(entry.word)) +
            Attribute("ref", entry.target) + "/>\n";
   }
   xml += "</keywords>\n<files>\n";

@@ -3,6 +3,8 @@
 #include <string_view>
 #include <vector>
 
+#include "intel/ManualNames.h"
+
 namespace quill::manual {
 
 /// One line of the table of contents.
@@ -12,7 +14,7 @@ struct Section {
   std::vector<Section> sections;
 };
 
-/// One entry of the index. The viewer opens an entry's page by its word.
+/// One entry of the index. The viewer finds an entry's page by its word in lower case.
 struct IndexWord {
   std::string word;
   std::string target;
@@ -24,10 +26,6 @@ struct HelpProject {
   std::vector<IndexWord> index;
   std::vector<std::string> files;
 };
-
-inline constexpr char kHelpNamespace[] = "quill.manual";
-inline constexpr char kHelpFolder[] = "manual";
-inline constexpr char kCompiledName[] = "quill.qch";
 
 /// The project file (.qhp), from which the compiled help (.qch) is generated.
 std::string ProjectXml(const HelpProject& project);

@@ -5,6 +5,7 @@
 #include "base/CodePage1252.h"
 #include "intel/CommandDatabase.h"
 #include "intel/KeywordDatabase.h"
+#include "intel/ObjectMembers.h"
 #include "res/Commands.h"
 #include "res/Menus.h"
 
@@ -13,10 +14,15 @@ namespace {
 
 constexpr char kProjectName[] = "quill.qhp";
 constexpr char kCollectionProjectName[] = "quill.qhcp";
-constexpr char kStyleSheet[] = "manual.css";
-constexpr char kDarkStyleSheet[] = "manual-dark.css";
+constexpr size_t kLargestPicture = 60 * 1024;  ///< bytes
+constexpr uint32_t kWidestPicture = 1440;      ///< pixels of the file
+constexpr uint32_t kPictureScale = 2;          ///< pixels of the file for one of the page
 constexpr std::string_view kTableOpen =
     "<table class=\"grid\" border=\"0\" cellspacing=\"0\" cellpadding=\"5\">\n";
+
+/// Around what only leads elsewhere, so that a search leaves it out.
+const std::string kRelatedOpen = "<div class=\"related\">";
+const std::string kRelatedClose = "</div>\n";
 
 std::string PageShell(std::string_view title, std::string_view body) {
   return "<!DOCTYPE html>\n<html><head><meta charset=\"utf-8\"><title>" + EscapeHtml(title) +
@@ -79,13 +85,24 @@ void Manual::AddPage(const std::string& name, std::string_view markdown) {
   m_pages[name] = ReadMarkdown(markdown, m_vocabulary, CommandPageLink);
 }
 
+void Manual::AddPicture(const std::string& name, std::string_view png) {
+  const std::optional<PictureSize> size = PngSize(png);
+  if (!size) return m_problems.push_back(name + ": this is no PNG file"), void();
+  if (png.size() > kLargestPicture || size->width > kWidestPicture)
+    m_problems.push_back(name + ": the picture is too large");
+  m_pictures[name] = *size;
+}
+
 void Manual::Finish() {
   MakeCommandPages();
   MakeCommandList();
   MakeKeyList();
   CheckLinks();
-  CheckKeywords();
-  for (const auto& [name, page] : m_pages) m_files[HtmlName(name)] = PageShell(page.title, page.html);
+  CheckPictures();
+  CheckWords();
+  for (const auto& [name, page] : m_pages) {
+    m_files[HtmlName(name)] = PageShell(page.title, WithPictureSizes(page));
+  }
   MakeProject();
 }
 
@@ -100,12 +117,12 @@ void Manual::MakeCommandPages() {
         others += Link(CommandPageName(other->name), other->name);
       }
       m_files[CommandPageName(command->name)] = PageShell(
-          command->name, "<p>" + Link(HtmlName(kCommandsPage) + "#" + FieldAnchor(field), field) +
-                             "</p>\n<h1>" + EscapeHtml(command->parameters) + "</h1>\n<p>" +
+          command->name, kRelatedOpen + Link(HtmlName(kCommandsPage) + "#" + FieldAnchor(field), field) +
+                             kRelatedClose + "<h1>" + EscapeHtml(command->parameters) + "</h1>\n<p>" +
                              HtmlWithLinks(help.text, m_vocabulary.commands, command->name, CommandPageLink) +
                              "</p>\n<h3>Example</h3>\n" +
-                             CodeBox(CodeHtml(help.example, m_vocabulary, CommandPageLink)) +
-                             "<h3>In the same field</h3>\n<p>" + others + "</p>\n");
+                             CodeBox(CodeHtml(help.example, m_vocabulary, CommandPageLink)) + kRelatedOpen +
+                             "<h3>In the same field</h3>\n<p>" + others + "</p>" + kRelatedClose);
     }
   }
 }
@@ -161,18 +178,8 @@ void Manual::CheckLinks() {
   std::set<std::string> linked{kStartPage};
   for (const auto& [name, page] : m_pages) {
     for (const std::string& link : page.links) {
-      const size_t hash = std::min(link.find('#'), link.size());
-      const auto target = m_pages.find(link.substr(0, hash));
-      const std::string anchor = hash < link.size() ? link.substr(hash + 1) : std::string();
-      const bool found =
-          target != m_pages.end() &&
-          (anchor.empty() || std::any_of(target->second.headings.begin(), target->second.headings.end(),
-                                         [&](const Heading& h) { return h.anchor == anchor; }));
-      if (!found) m_problems.push_back(name + ": the link to " + link + " leads nowhere");
-      if (name == kStartPage) linked.insert(link.substr(0, hash));
-    }
-    for (const std::string& image : page.images) {
-      if (!m_images.contains(image)) m_problems.push_back(name + ": there is no picture " + image);
+      CheckLink(name, link);
+      if (name == kStartPage) linked.insert(link.substr(0, link.find('#')));
     }
   }
   for (const auto& [name, page] : m_pages) {
@@ -180,14 +187,60 @@ void Manual::CheckLinks() {
   }
 }
 
-void Manual::CheckKeywords() {
-  std::set<std::string> explained;
+void Manual::CheckLink(const std::string& page, const std::string& link) {
+  const size_t hash = std::min(link.find('#'), link.size());
+  const auto target = m_pages.find(link.substr(0, hash));
+  const std::string anchor = hash < link.size() ? link.substr(hash + 1) : std::string();
+  const bool found =
+      target != m_pages.end() &&
+      (anchor.empty() || std::any_of(target->second.headings.begin(), target->second.headings.end(),
+                                     [&](const Heading& h) { return h.anchor == anchor; }));
+  if (!found) m_problems.push_back(page + ": the link to " + link + " leads nowhere");
+}
+
+void Manual::CheckPictures() {
+  std::set<std::string> shown;
   for (const auto& [name, page] : m_pages) {
-    for (const Heading& heading : page.headings) explained.insert(heading.words.begin(), heading.words.end());
+    for (const std::string& image : page.images) {
+      shown.insert(image);
+      if (!m_pictures.contains(image)) m_problems.push_back(name + ": there is no picture " + image);
+    }
+  }
+  for (const auto& [name, size] : m_pictures) {
+    if (!shown.contains(name)) m_problems.push_back("no page shows the picture " + name);
+  }
+}
+
+void Manual::CheckWords() {
+  std::set<std::string> explained;
+  for (const IndexWord& entry : MakeIndex()) {
+    if (!explained.insert(cp1252::ToLower(entry.word)).second)
+      m_problems.push_back("two places explain " + entry.word);
   }
   for (const std::string& keyword : m_vocabulary.keywords.ScriptKeywords().Words()) {
     if (!explained.contains(keyword)) m_problems.push_back("no heading explains the keyword " + keyword);
   }
+  for (const ObjectKind& kind : m_vocabulary.kinds) {
+    for (const std::string_view member : kind.members) {
+      const std::string word = std::string(kind.prefix).append(member);
+      if (!explained.contains(word)) m_problems.push_back("no table explains the member " + word);
+    }
+  }
+}
+
+/// Every picture gets the size that it has on the page.
+std::string Manual::WithPictureSizes(const MarkdownPage& page) const {
+  std::string html = page.html;
+  for (const std::string& image : page.images) {
+    const auto picture = m_pictures.find(image);
+    const std::string tag = "<img src=\"" + image + "\"";
+    const size_t at = html.find(tag);
+    if (picture == m_pictures.end() || at == std::string::npos) continue;
+    html.insert(at + tag.size(), " width=\"" + std::to_string(picture->second.width / kPictureScale) +
+                                     "\" height=\"" + std::to_string(picture->second.height / kPictureScale) +
+                                     "\"");
+  }
+  return html;
 }
 
 Section Manual::SectionOf(const std::string& name) const {
@@ -207,6 +260,22 @@ Section Manual::SectionOf(const std::string& name) const {
   return section;
 }
 
+std::vector<IndexWord> Manual::MakeIndex() const {
+  std::vector<IndexWord> index;
+  for (const auto& [name, page] : m_pages) {
+    for (const Heading& heading : page.headings) {
+      for (const std::string& word : heading.words)
+        index.push_back({word, HtmlName(name) + "#" + heading.anchor});
+    }
+    for (const MemberRow& row : page.members) {
+      for (const std::string& word : row.words) index.push_back({word, HtmlName(name) + "#" + row.anchor});
+    }
+  }
+  for (const CommandEntry& command : m_commands)
+    index.push_back({command.name, CommandPageName(command.name)});
+  return index;
+}
+
 void Manual::MakeProject() {
   HelpProject project;
   if (m_pages.contains(kStartPage)) {
@@ -219,17 +288,10 @@ void Manual::MakeProject() {
     }
     project.contents.push_back(std::move(root));
   }
-  for (const auto& [name, page] : m_pages) {
-    for (const Heading& heading : page.headings) {
-      for (const std::string& word : heading.words)
-        project.index.push_back({word, HtmlName(name) + "#" + heading.anchor});
-    }
-  }
-  for (const CommandEntry& command : m_commands)
-    project.index.push_back({command.name, CommandPageName(command.name)});
+  project.index = MakeIndex();
   for (const auto& [name, content] : m_files) project.files.push_back(name);
   project.files.insert(project.files.end(), {kStyleSheet, kDarkStyleSheet});
-  project.files.insert(project.files.end(), m_images.begin(), m_images.end());
+  for (const auto& [name, size] : m_pictures) project.files.push_back(name);
   m_files[kProjectName] = ProjectXml(project);
   m_files[kCollectionProjectName] = CollectionXml(kProjectName);
 }

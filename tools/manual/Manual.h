@@ -8,6 +8,7 @@
 #include "intel/CommandSource.h"
 #include "tools/manual/HelpProject.h"
 #include "tools/manual/MarkdownPage.h"
+#include "tools/manual/Picture.h"
 
 namespace quill::manual {
 
@@ -25,14 +26,16 @@ class Manual {
 
   /// `name` is "page.md".
   void AddPage(const std::string& name, std::string_view markdown);
-  /// A file below the manual's folder that pages show, as they name it: "images/window.png".
-  void AddImage(const std::string& name) { m_images.insert(name); }
+  /// A file below the manual's folder that pages show, as they name it: "images/window.png". It has two
+  /// pixels for each one of a page.
+  void AddPicture(const std::string& name, std::string_view png);
   /// Makes all pages. `Problems` is complete afterwards.
   void Finish();
 
   /// HTML pages and help projects by file name.
   const std::map<std::string, std::string>& Files() const { return m_files; }
-  /// Links that lead nowhere, pages that nothing leads to, keywords that nothing explains.
+  /// Links that lead nowhere, pages that nothing leads to, keywords and members that nothing explains,
+  /// pictures that do not fit.
   const std::vector<std::string>& Problems() const { return m_problems; }
 
  private:
@@ -40,14 +43,18 @@ class Manual {
   void MakeCommandList();
   void MakeKeyList();
   void CheckLinks();
-  void CheckKeywords();
+  void CheckLink(const std::string& page, const std::string& link);
+  void CheckPictures();
+  void CheckWords();
+  std::string WithPictureSizes(const MarkdownPage& page) const;
   Section SectionOf(const std::string& page) const;
+  std::vector<IndexWord> MakeIndex() const;
   void MakeProject();
 
   Vocabulary m_vocabulary;
   const std::vector<CommandEntry>& m_commands;
   std::map<std::string, MarkdownPage> m_pages;  ///< by Markdown name, made ones included
-  std::set<std::string> m_images;
+  std::map<std::string, PictureSize> m_pictures;
   std::map<std::string, std::string> m_files;
   std::vector<std::string> m_problems;
 };

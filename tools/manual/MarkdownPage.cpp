@@ -3,6 +3,7 @@
 #include <md4c-html.h>
 
 #include <algorithm>
+#include <charconv>
 #include <stdexcept>
 #include <utility>
 
@@ -69,6 +70,33 @@ std::vector<std::string> CodeWords(std::string_view html) {
   return words;
 }
 
+/// What `word` and a number end in: "skill" and 12 of "skill12". The number is 0 when there is none.
+std::pair<std::string_view, int> NumberedWord(std::string_view word) {
+  size_t digits = word.size();
+  while (digits > 0 && cp1252::IsAsciiDigit(word[digits - 1])) --digits;
+  int number = 0;
+  std::from_chars(word.data() + digits, word.data() + word.size(), number);
+  return {word.substr(0, digits), number};
+}
+
+/// The members that the first cell of a row names.
+std::vector<std::string> MembersOf(std::string_view cell, std::string_view prefix) {
+  constexpr int kMostInARow = 100;
+  std::vector<std::string> members;
+  const std::vector<std::string> words = CodeWords(cell);
+  for (size_t i = 0; i < words.size(); ++i) {
+    // An index in brackets is no part of the name.
+    const std::string word = words[i].substr(0, words[i].find('['));
+    const auto [name, number] = NumberedWord(word);
+    const bool isRange = i > 0 && cell.find("</code> to <code>" + words[i]) != std::string_view::npos;
+    const int first = isRange ? NumberedWord(words[i - 1]).second + 1 : number;
+    for (int n = first; isRange && n < number && number - n < kMostInARow; ++n)
+      members.push_back(std::string(prefix).append(name) + std::to_string(n));
+    members.push_back(std::string(prefix) + word);
+  }
+  return members;
+}
+
 /// Copies HTML and changes some of its tags on the way.
 class Rewriter {
  public:
@@ -96,6 +124,16 @@ class Rewriter {
       } else if (m_rest.starts_with("<table>")) {
         m_page.html += "<table class=\"grid\" border=\"0\" cellspacing=\"0\" cellpadding=\"5\">";
         m_rest.remove_prefix(7);
+      } else if (m_rest.starts_with("</table>")) {
+        m_memberPrefix.clear();
+        Copy(1);
+      } else if (m_rest.starts_with("<th>")) {
+        NoteTableHead();
+      } else if (m_rest.starts_with("<tr>")) {
+        m_inFirstCell = true;
+        Copy(4);
+      } else if (m_rest.starts_with("<td>") && m_inFirstCell) {
+        CopyFirstCell();
       } else {
         Copy(std::min(m_rest.find('<', 1), m_rest.size()));
       }
@@ -134,16 +172,34 @@ class Rewriter {
     m_page.html += "<code>" + content + "</code>";
     if (isCommand) m_page.html += "</a>";
   }
+  void NoteTableHead() {
+    const std::vector<std::string> words = CodeWords(m_rest.substr(0, m_rest.find("</th>")));
+    if (words.size() == 1 && words.front().ends_with('.')) m_memberPrefix = words.front();
+    Copy(4);
+  }
+  /// The row of a member is a place that the index leads to.
+  void CopyFirstCell() {
+    m_inFirstCell = false;
+    Copy(4);
+    if (m_memberPrefix.empty()) return;
+    MemberRow row{"", MembersOf(m_rest.substr(0, m_rest.find("</td>")), m_memberPrefix)};
+    if (row.words.empty()) return;
+    row.anchor = AnchorOf(row.words.front());
+    m_page.html += "<a name=\"" + row.anchor + "\"></a>";
+    m_page.members.push_back(std::move(row));
+  }
   void CopyLink() {
     const std::string link(Between("<a href=\"", "\""));
     m_page.html += "<a href=\"" + HtmlName(link) + "\"";
-    if (HtmlName(link) != link) m_page.links.push_back(link);
+    m_page.links.push_back(link);
   }
 
   std::string_view m_rest;
   const Vocabulary& m_vocabulary;
   const HelpLink& m_link;
   MarkdownPage m_page;
+  std::string m_memberPrefix;  ///< of the table, "panel."; empty when it does not list members
+  bool m_inFirstCell = false;
 };
 
 }  // namespace

@@ -14,12 +14,20 @@ struct Heading {
   std::vector<std::string> words;  ///< set as code in the heading: what the index lists
 };
 
+/// A row of a table of members. The table's head names their kind as code that ends in a dot, "panel.", and
+/// their names are the code in the first column; code like `skill1` to `skill20` stands for all between.
+struct MemberRow {
+  std::string anchor;
+  std::vector<std::string> words;  ///< "panel.pos_x" and so on
+};
+
 /// A page written in Markdown (with tables, without HTML), as the content of an HTML body.
 struct MarkdownPage {
   std::string title;  ///< of the first heading
   std::string html;
   std::vector<Heading> headings;
-  std::vector<std::string> links;   ///< to other pages, as written: "page.md#anchor"
+  std::vector<MemberRow> members;
+  std::vector<std::string> links;   ///< as written: "page.md#anchor"
   std::vector<std::string> images;  ///< as written
 };
 
