@@ -1,9 +1,9 @@
 #include "run/ui/GrepResults.h"
 
-#include <QApplication>
 #include <QPainter>
 #include <algorithm>
 
+#include "shell/ui/ItemPanel.h"
 #include "shell/ui/UiText.h"
 #include "text/ui/CodePageText.h"
 
@@ -83,15 +83,8 @@ QSize GrepResultDelegate::sizeHint(const QStyleOptionViewItem& option, const QMo
 
 void GrepResultDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                                const QModelIndex& index) const {
-  QStyleOptionViewItem row = option;
-  row.showDecorationSelected = true;
-  const QWidget* view = option.widget;
-  (view == nullptr ? QApplication::style() : view->style())
-      ->drawPrimitive(QStyle::PE_PanelItemViewItem, &row, painter, view);
+  const QColor colour = PaintItemPanel(*painter, option);
   const bool selected = (option.state & QStyle::State_Selected) != 0;
-  const QPalette::ColorGroup group =
-      (option.state & QStyle::State_Active) != 0 ? QPalette::Active : QPalette::Inactive;
-  const QColor colour = option.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text);
   QColor faint = colour;
   faint.setAlphaF(kFaint);
 
