@@ -29,5 +29,6 @@ add_custom_command(
   COMMENT "Making the manual")
 add_custom_target(quill_compiled_manual ALL DEPENDS ${compiled_manual})
 if(TARGET quill)
+  add_dependencies(quill quill_compiled_manual)
   install(FILES ${compiled_manual} DESTINATION bin)
 endif()

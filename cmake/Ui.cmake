@@ -1,5 +1,5 @@
 # The windows: every ui/ folder, in one library, and the program itself.
-find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets PrintSupport Svg Network)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets PrintSupport Svg Network Help)
 foreach(folder text intel run shell res)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${folder}/ui/*.cpp ${CMAKE_SOURCE_DIR}/${folder}/ui/*.h)
   list(APPEND ui_sources ${sources})
@@ -11,7 +11,7 @@ if(ui_sources)
   target_include_directories(quill_ui PUBLIC ${CMAKE_SOURCE_DIR})
   target_compile_definitions(quill_ui PUBLIC QT_NO_KEYWORDS QT_NO_FOREACH)
   target_link_libraries(quill_ui PUBLIC quill_run quill_shell quill_intel quill_text quill_res quill_base
-    Qt6::Widgets Qt6::PrintSupport Qt6::Svg Qt6::Network)
+    Qt6::Widgets Qt6::PrintSupport Qt6::Svg Qt6::Network Qt6::Help)
 endif()
 if(EXISTS ${CMAKE_SOURCE_DIR}/shell/ui/main.cpp)
   add_executable(quill ${CMAKE_SOURCE_DIR}/shell/ui/main.cpp)

@@ -52,7 +52,6 @@ constexpr Missing kMissing[] = {
     {Feature::kKeyboardPage, StringId::kReasonKeyboard},
     {Feature::kHints, StringId::kReasonHints},
     {Feature::kCompletion, StringId::kReasonCompletion},
-    {Feature::kManual, StringId::kReasonManual},
 };
 // clang-format on
 

@@ -193,6 +193,10 @@ inline constexpr ProfileInteger kRightMargin{kPageSetupSection, "RightMargin", 1
 inline constexpr ProfileInteger kTopMargin{kPageSetupSection, "TopMargin", 1000};
 inline constexpr ProfileInteger kBottomMargin{kPageSetupSection, "BottomMargin", 1000};
 
+/// Percent; pixels of the contents beside the page.
+inline constexpr ProfileInteger kManualZoom{"Quill\\Manual", "Zoom", 100};
+inline constexpr ProfileInteger kManualSideWidth{"Quill\\Manual", "SideWidth", 260};
+
 /// A WindowPlacement under a section named by a child window's title.
 inline constexpr std::string_view kChildPlacementName = "WP";
 

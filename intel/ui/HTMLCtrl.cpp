@@ -10,6 +10,7 @@ namespace quill {
 namespace {
 
 constexpr int kTextMargin = 8;  ///< pixels
+constexpr char kManualLink[] = "manual:";
 
 }  // namespace
 
@@ -24,16 +25,21 @@ CHTMLCtrl::CHTMLCtrl(const CommandDatabase& commands, QWidget* parent)
                                        .arg(family));
   const std::string_view empty = Text(StringId::kEmptyCommandHelp);
   setPlaceholderText(QString::fromLatin1(empty.data(), static_cast<qsizetype>(empty.size())));
-  connect(this, &QTextBrowser::anchorClicked, this, [this](const QUrl& url) {
-    const std::string link = url.toString().toStdString();
-    ShowCommand(m_commands.FindCommandIndex(std::string(LinkedCommand(link))));
-  });
+  connect(this, &QTextBrowser::anchorClicked, this,
+          [this](const QUrl& url) { Follow(url.toString().toStdString()); });
+}
+
+void CHTMLCtrl::Follow(const std::string& link) {
+  if (link == kManualLink) return Q_EMIT ManualWanted(m_commands.GetCommandName(m_shown));
+  ShowCommand(m_commands.FindCommandIndex(std::string(LinkedCommand(link))));
 }
 
 void CHTMLCtrl::ShowCommand(int32_t index) {
   if (index < 0 || index == m_shown) return;
   m_shown = index;
-  setHtml(QString::fromStdString(CommandHelpHtml(m_commands, index)));
+  std::string html = CommandHelpHtml(m_commands, index);
+  html.append("<p><a href=\"").append(kManualLink).append("\">").append(Text(StringId::kOpenInManual));
+  setHtml(QString::fromStdString(html.append("</a></p>")));
 }
 
 }  // namespace quill

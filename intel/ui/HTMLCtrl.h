@@ -1,6 +1,7 @@
 #pragma once
 #include <QTextBrowser>
 #include <cstdint>
+#include <string>
 
 namespace quill {
 
@@ -16,10 +17,18 @@ class CHTMLCtrl : public QTextBrowser {
 
   /// Nothing happens when the command is shown already; `index` of -1 leaves the pane as it is.
   void ShowCommand(int32_t index);
+  /// Position of the command in the database; -1 while none is shown.
+  int32_t ShownCommand() const { return m_shown; }
   /// A few lines: the text above it is what the window is for.
   QSize sizeHint() const override { return {400, 120}; }
 
+ Q_SIGNALS:
+  /// The user wants to read on about a command.
+  void ManualWanted(const std::string& command);
+
  private:
+  void Follow(const std::string& link);
+
   const CommandDatabase& m_commands;
   int32_t m_shown = -1;
 };

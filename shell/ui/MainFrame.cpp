@@ -46,7 +46,7 @@ constexpr RegisterCommands kCommandGroups[] = {
     RegisterFileCommands, RegisterPrintCommands,   RegisterEditCommands,     RegisterLineCommands,
     RegisterFindCommands, RegisterViewCommands,    RegisterBookmarkCommands, RegisterWindowCommands,
     RegisterHelpCommands, RegisterOutlineCommands, RegisterCommandHelp,      RegisterScriptTools,
-    RegisterTemplates,
+    RegisterTemplates,    RegisterManual,
 };
 
 DocumentServices ServicesOfDocuments(AppServices& services) {

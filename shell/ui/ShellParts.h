@@ -50,5 +50,7 @@ void RegisterOutlineCommands(const ShellParts& parts);
 void RegisterCommandHelp(const ShellParts& parts);
 void RegisterScriptTools(const ShellParts& parts);
 void RegisterTemplates(const ShellParts& parts);
+/// After the command help, whose link to the manual it answers.
+void RegisterManual(const ShellParts& parts);
 
 }  // namespace quill
