@@ -7,6 +7,7 @@
 
 #include "base/CodePage1252.h"
 #include "text/CrystalTextBuffer.h"
+#include "text/FileLines.h"
 
 namespace quill {
 namespace {
@@ -215,14 +216,12 @@ Outline ScanOutline(const CCrystalTextBuffer& buffer, std::string_view onlyEleme
 
 Outline ScanOutlineText(std::string_view text, std::string_view onlyElements) {
   OutlineScanner scanner(onlyElements);
-  for (int32_t number = 0; !text.empty(); ++number) {
-    const size_t end = text.find('\n');
-    std::string_view line = text.substr(0, end);
-    if (line.starts_with('\r')) line.remove_prefix(1);  // line ends LF CR
-    if (line.ends_with('\r')) line.remove_suffix(1);
-    scanner.ScanLine(line, number);
+  const std::string_view lineEnd = line_end::Bytes(DetectLineEndStyle(text));
+  for (int32_t number = 0;; ++number) {
+    const size_t end = text.find(lineEnd);
+    scanner.ScanLine(text.substr(0, end), number);
     if (end == std::string_view::npos) break;
-    text.remove_prefix(end + 1);
+    text.remove_prefix(end + lineEnd.size());
   }
   return scanner.Finish();
 }

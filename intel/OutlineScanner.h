@@ -40,7 +40,7 @@ class OutlineScanner {
 };
 
 Outline ScanOutline(const CCrystalTextBuffer& buffer, std::string_view onlyElements = {});
-/// The same for the bytes of a file, with line ends of any kind.
+/// The same for the bytes of a file, in the lines that a buffer would have.
 Outline ScanOutlineText(std::string_view text, std::string_view onlyElements = {});
 
 }  // namespace quill

@@ -31,7 +31,8 @@ ssize_t ReadChunk(int descriptor, char* chunk) {
 
 }  // namespace
 
-int32_t DetectLineEndStyle(std::string_view chunk) {
+int32_t DetectLineEndStyle(std::string_view bytes) {
+  const std::string_view chunk = bytes.substr(0, kChunkBytes);
   const size_t lf = chunk.find('\n');
   if (lf == std::string_view::npos) return line_end::kCrLf;
   if (lf > 0 && chunk[lf - 1] == '\r') return line_end::kCrLf;

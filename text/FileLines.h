@@ -38,7 +38,7 @@ class FileLines {
   char* m_fill = nullptr;  ///< where the next chunk goes
 };
 
-/// The line-end style that a file's first chunk shows.
-int32_t DetectLineEndStyle(std::string_view chunk);
+/// The line-end style that the first chunk of a file's bytes shows.
+int32_t DetectLineEndStyle(std::string_view bytes);
 
 }  // namespace quill
