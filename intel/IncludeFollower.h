@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "intel/Outline.h"
@@ -20,6 +21,7 @@ std::optional<std::string> ReadScriptFile(const std::string& path, size_t mostBy
 struct IncludeLimits {
   int32_t depth = 32;  ///< of files that include one another
   size_t files = 1000;
+  size_t attempts = 10000;   ///< places that are looked at, whether or not there is a file
   size_t bytes = 64u << 20;  ///< of all files together
 };
 
@@ -46,6 +48,17 @@ struct IncludedFiles {
 /// `scriptPath` may be empty for a text without a file: then only absolute names are found.
 IncludedFiles FollowIncludes(const Outline& script, const std::string& scriptPath, const ScriptReader& read,
                              const IncludeLimits& limits = {});
+
+/// Where a file that a script names may be: beside the file that names it, then in the folders, which are
+/// relative to the script. Scripts are written for a system whose separator is the backslash. `fromPath` and
+/// `scriptPath` may be empty for a text without a file. Calls `visit` with one place after the other until
+/// it returns true; false when it never did.
+bool VisitPlacesOfFile(std::string_view name, const std::string& fromPath, const std::string& scriptPath,
+                       const std::vector<std::string>& folders,
+                       const std::function<bool(const std::string& path)>& visit);
+
+/// Whether the name has the extension of a script or of a file that scripts include, in any case.
+bool IsScriptName(std::string_view name);
 
 /// Adds what the files define to the script's outline: roots, elements and paths. Item file n is
 /// `included.files[n - 1]`.
