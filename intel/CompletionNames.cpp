@@ -6,10 +6,9 @@
 #include "intel/CommandDatabase.h"
 
 namespace quill {
-namespace {
 
-CompletionKind KindOf(const OutlineElement& element) {
-  switch (element.root) {
+CompletionKind KindOfRoot(OutlineRoot root) {
+  switch (root) {
     case OutlineRoot::kFunctions:
     case OutlineRoot::kStarters:
       return CompletionKind::kFunction;
@@ -24,8 +23,6 @@ CompletionKind KindOf(const OutlineElement& element) {
       return CompletionKind::kObject;
   }
 }
-
-}  // namespace
 
 std::string_view CompletionIcon(CompletionKind kind) {
   switch (kind) {
@@ -46,7 +43,8 @@ std::string_view CompletionIcon(CompletionKind kind) {
 
 CompletionNames::CompletionNames(const Outline& outline, const CommandDatabase& commands,
                                  const NameSet& keywords) {
-  for (const OutlineElement& element : outline.elements) Add(DefinedWord(element.name), KindOf(element));
+  for (const OutlineElement& element : outline.elements)
+    Add(DefinedWord(element.name), KindOfRoot(element.root));
   for (int32_t i = 0; i < commands.Count(); ++i) {
     Add(commands.GetCommandName(i), CompletionKind::kCommand, i);
   }

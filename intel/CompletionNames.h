@@ -17,6 +17,8 @@ class CommandDatabase;
 enum class CompletionKind : uint8_t { kVariable, kObject, kFunction, kAction, kMember, kCommand, kKeyword };
 /// The base name of the kind's icon in res/icons.
 std::string_view CompletionIcon(CompletionKind kind);
+/// Of what the script defines.
+CompletionKind KindOfRoot(OutlineRoot root);
 
 /// Names to complete from, in alphabetical order, each once, ignoring case. Does not change any more.
 class CompletionNames {

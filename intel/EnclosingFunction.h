@@ -16,6 +16,7 @@ class EnclosingFunction {
     OutlineRoot root = OutlineRoot::kFunctions;
     size_t index = 0;  ///< among the root's items
     TextPosition at;
+    friend bool operator==(const Entry&, const Entry&) = default;
   };
 
   EnclosingFunction() = default;

@@ -1,10 +1,10 @@
 #include "intel/Outline.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "base/CodePage1252.h"
 #include "base/NameSet.h"
+#include "intel/AlphabeticalOrder.h"
 
 namespace quill {
 namespace {
@@ -25,15 +25,10 @@ std::string_view CutBehindFirst(std::string_view text, char c) {
   return at == std::string_view::npos || at == 0 ? text : text.substr(0, at);
 }
 
-/// The first eight characters as a number that sorts like them.
-uint64_t LeadingCharacters(std::string_view text) {
-  uint64_t key = 0;
-  for (size_t i = 0; i < 8; ++i) key = key << 8 | (i < text.size() ? static_cast<uint8_t>(text[i]) : 0u);
-  return key;
-}
-
-void AppendPlace(std::string& text, TextPosition at) {
-  text += "  " + std::to_string(at.line + 1) + ':' + std::to_string(at.character + 1) + '\n';
+void AppendPlace(std::string& text, TextPosition at, int32_t file = 0) {
+  text += "  " + std::to_string(at.line + 1) + ':' + std::to_string(at.character + 1);
+  if (file != 0) text += " in file " + std::to_string(file);
+  text += '\n';
 }
 
 void AppendFiles(std::string& text, std::string_view heading, const std::vector<NamedFile>& files) {
@@ -81,31 +76,12 @@ std::string_view DefinedWord(std::string_view text) {
 }
 
 void SortItems(std::vector<OutlineItem>& items) {
-  struct Keyed {
-    uint64_t leading;
-    std::string_view lower;
-    uint32_t index;
-  };
-  std::string lower;  // all texts in one piece: views into it must not move
-  size_t length = 0;
-  for (const OutlineItem& item : items) length += item.text.size();
-  lower.reserve(length);
-  std::vector<Keyed> order;
-  order.reserve(items.size());
-  for (uint32_t i = 0; i < items.size(); ++i) {
-    const size_t start = lower.size();
-    for (const char c : items[i].text) lower.push_back(cp1252::ToLower(c));
-    const std::string_view text = std::string_view(lower).substr(start);
-    order.push_back({LeadingCharacters(text), text, i});
-  }
-  std::sort(order.begin(), order.end(), [](const Keyed& a, const Keyed& b) {
-    if (a.leading != b.leading) return a.leading < b.leading;
-    const int compared = a.lower.compare(b.lower);
-    return compared != 0 ? compared < 0 : a.index < b.index;
-  });
+  std::vector<std::string_view> texts;
+  texts.reserve(items.size());
+  for (const OutlineItem& item : items) texts.push_back(item.text);
   std::vector<OutlineItem> sorted;
   sorted.reserve(items.size());
-  for (const Keyed& keyed : order) sorted.push_back(std::move(items[keyed.index]));
+  for (const uint32_t index : AlphabeticalOrder(texts)) sorted.push_back(std::move(items[index]));
   items = std::move(sorted);
 }
 
@@ -124,13 +100,13 @@ std::string DescribeOutline(const Outline& outline) {
     if (!outline.roots[root].empty()) text.append(kRootNames[root]).append("\n");
     for (const OutlineItem& item : outline.roots[root]) {
       text.append("  ").append(item.text);
-      AppendPlace(text, item.at);
+      AppendPlace(text, item.at, item.file);
     }
   }
   if (!outline.elements.empty()) text += "elements\n";
   for (const OutlineElement& element : outline.elements) {
     text += "  " + std::to_string(element.kind) + ' ' + element.name;
-    AppendPlace(text, element.at);
+    AppendPlace(text, element.at, element.file);
   }
   if (!outline.paths.empty()) text += "path list\n";
   for (const std::string& path : outline.paths) text += "  " + path + '\n';

@@ -104,7 +104,8 @@ void SortItems(std::vector<OutlineItem>& items);
 void CollectNames(const Outline& outline, NameSet& functions, NameSet& variables);
 
 /// For people and tests: each root that has children, and below it a line "text  line:column" each, then
-/// elements, paths, named files and includes. Lines and columns count from 1.
+/// elements, paths, named files and includes. Lines and columns count from 1; of an included file its number
+/// is told.
 std::string DescribeOutline(const Outline& outline);
 
 }  // namespace quill

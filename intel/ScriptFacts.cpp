@@ -8,14 +8,13 @@
 namespace quill {
 namespace {
 
-/// The nearest item for which `fits` is true; null when there is none.
-template <typename Fits>
-const OutlineItem* Nearest(const std::vector<OutlineItem>& items, TextPosition place, const Fits& fits) {
-  const OutlineItem* nearest = nullptr;
-  const auto distance = [place](const OutlineItem& item) { return std::abs(item.at.line - place.line); };
-  for (const OutlineItem& item : items) {
-    if (item.file != 0 || !fits(item)) continue;
-    if (nearest == nullptr || distance(item) < distance(*nearest)) nearest = &item;
+/// The nearest one for which `fits` is true; null when there is none.
+template <typename Placed, typename Fits>
+const Placed* Nearest(const std::vector<Placed>& all, TextPosition place, const Fits& fits) {
+  const Placed* nearest = nullptr;
+  const auto distance = [place](const Placed& one) { return std::abs(one.at.line - place.line); };
+  for (const Placed& one : all) {
+    if (fits(one) && (nearest == nullptr || distance(one) < distance(*nearest))) nearest = &one;
   }
   return nearest;
 }
@@ -39,15 +38,22 @@ std::shared_ptr<const ScriptFacts> ReadScriptFacts(const CCrystalTextBuffer& buf
 TextPosition PlaceNow(const OutlineItem& item, OutlineRoot root, const Outline& now) {
   if (item.file != 0) return item.at;
   const auto& items = now.Items(root);
-  const OutlineItem* found =
-      Nearest(items, item.at, [&item](const OutlineItem& other) { return other.text == item.text; });
-  if (found == nullptr) {
-    const std::string_view name = BareName(root, item.text);
-    found = Nearest(items, item.at, [root, name](const OutlineItem& other) {
-      return cp1252::EqualNoCase(BareName(root, other.text), name);
+  const OutlineItem* found = Nearest(items, item.at, [&item](const OutlineItem& other) {
+    return other.file == 0 && other.text == item.text;
+  });
+  const std::string_view word = DefinedWord(item.text);
+  if (found == nullptr && !word.empty()) {
+    found = Nearest(items, item.at, [word](const OutlineItem& other) {
+      return other.file == 0 && cp1252::EqualNoCase(DefinedWord(other.text), word);
     });
   }
   return found == nullptr ? item.at : found->at;
+}
+
+TextPosition PlaceNow(const NamedFile& file, const Outline& now) {
+  const NamedFile* found =
+      Nearest(now.namedFiles, file.at, [&file](const NamedFile& other) { return other.name == file.name; });
+  return found == nullptr ? file.at : found->at;
 }
 
 }  // namespace quill

@@ -27,8 +27,10 @@ std::shared_ptr<const ScriptFacts> ReadScriptFacts(const CCrystalTextBuffer& buf
                                                    std::string_view onlyElements, const ScriptReader& reader);
 
 /// Where an item of an older reading of the script is now: of those with its text, the one nearest to its
-/// old place; without one, of those with its name; else the old place. Included files are taken as
-/// unchanged.
+/// old place; without one, of those that define the same word; else the old place. Included files are taken
+/// as unchanged.
 TextPosition PlaceNow(const OutlineItem& item, OutlineRoot root, const Outline& now);
+/// The same for a file that the script names.
+TextPosition PlaceNow(const NamedFile& file, const Outline& now);
 
 }  // namespace quill

@@ -5,31 +5,42 @@
 
 #include <filesystem>
 #include <fstream>
+#include <map>
 
 #include "intel/EnclosingFunction.h"
 #include "intel/OutlineFilter.h"
+#include "intel/OutlineLists.h"
 #include "intel/OutlineScanner.h"
+#include "intel/ScriptFacts.h"
 #include "support/ScriptText.h"
+#include "support/TempFolder.h"
 
 namespace quill {
 namespace {
 
 namespace fs = std::filesystem;
 const fs::path kSource = QUILL_SOURCE_DIR;
+const fs::path kGolden = kSource / "tests/golden";
+const fs::path kSamples = kSource / "samples/lander";
 
 std::string ReadAll(const fs::path& path) {
   std::ifstream in(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(in), {}};
 }
 
-void CompareWithGolden(const fs::path& golden, const std::string& actual) {
+/// False when they differ: then the new form is left beside the old one.
+bool IsAsGolden(const fs::path& golden, const std::string& actual) {
   const fs::path fresh(golden.string() + ".new");
   if (fs::exists(golden) && ReadAll(golden) == actual) {
     fs::remove(fresh);
-    return;
+    return true;
   }
   std::ofstream(fresh, std::ios::binary) << actual;
-  ADD_FAILURE() << "differs: compare " << golden << " with " << fresh;
+  return false;
+}
+
+void CompareWithGolden(const fs::path& golden, const std::string& actual) {
+  EXPECT_TRUE(IsAsGolden(golden, actual)) << "differs: compare " << golden << " with its .new";
 }
 
 std::string Texts(const Outline& outline, OutlineRoot root) {
@@ -39,13 +50,12 @@ std::string Texts(const Outline& outline, OutlineRoot root) {
 }
 
 TEST(GoldenOutline, LooksAsItDidWhenAPersonLastLooked) {
-  const fs::path golden = kSource / "tests/golden";
-  std::vector<std::pair<fs::path, fs::path>> scripts = {
-      {golden / "outline-odd.vsl", golden / "outline-odd.outline"}};
-  for (const char* name : {"main.vsl", "ship.vsl", "hud.vsl", "menu.vsl", "lander.h"}) {
-    scripts.emplace_back(kSource / "samples/lander" / name,
-                         golden / "lander" / (std::string(name) + ".outline"));
+  std::map<fs::path, fs::path> scripts = {{kGolden / "outline-odd.vsl", kGolden / "outline-odd.outline"}};
+  for (const auto& file : fs::directory_iterator(kSamples)) {
+    if (!file.is_regular_file()) continue;
+    scripts[file.path()] = kGolden / "lander" / (file.path().filename().string() + ".outline");
   }
+  EXPECT_EQ(scripts.size(), 6u);
   for (const auto& [script, form] : scripts) {
     CCrystalTextBuffer buffer;
     ASSERT_TRUE(buffer.LoadFile(script.string())) << script;
@@ -53,6 +63,27 @@ TEST(GoldenOutline, LooksAsItDidWhenAPersonLastLooked) {
     CompareWithGolden(form, described);
     EXPECT_EQ(described, DescribeOutline(ScanOutlineText(ReadAll(script)))) << script;
   }
+}
+
+TEST(GoldenOutline, OfASampleWithItsIncludes) {
+  CCrystalTextBuffer buffer;
+  const std::string path = (kSamples / "main.vsl").string();
+  ASSERT_TRUE(buffer.LoadFile(path));
+  const auto facts = ReadScriptFacts(buffer, path, "vsl,wav", ReadScriptFile);
+  std::string described;
+  for (const std::string& file : facts->includedPaths)
+    described += "file " + fs::relative(file, kSamples).string() + '\n';
+  CompareWithGolden(kGolden / "lander/main.vsl.with-includes.outline",
+                    described + DescribeOutline(facts->outline));
+}
+
+TEST(GoldenOutline, AMismatchLeavesTheNewFormBesideTheOld) {
+  const TempFolder folder;
+  const std::string golden = folder.Write("x.outline", "old");
+  EXPECT_FALSE(IsAsGolden(golden, "new"));
+  EXPECT_EQ(folder.Read("x.outline") + folder.Read("x.outline.new"), "oldnew");
+  EXPECT_TRUE(IsAsGolden(golden, "old"));
+  EXPECT_EQ(folder.Names(), std::set<std::string>{"x.outline"}) << "right again, nothing is left to look at";
 }
 
 TEST(OutlineScanner, ListsNamedFilesByTheirExtension) {
@@ -83,19 +114,63 @@ TEST(OutlineScanner, SortsByWindows1252WithoutRegardToCase) {
             "[A][a][b][B][SAME_PREFIX_1][same_prefix_2][\xE4][\xC4z]");
 }
 
-TEST(OutlineScanner, SurvivesEveryPrefixOfAScriptAndVeryLongNames) {
-  const std::string script = ReadAll(kSource / "tests/golden/outline-odd.vsl");
-  const size_t whole = ScanOutlineText(script).elements.size();
-  for (size_t length = 0; length < script.size(); ++length) {
-    // Cut inside a line, that line's name may be new and may hide a later one.
-    EXPECT_LE(ScanOutlineText(std::string_view(script).substr(0, length)).elements.size(), whole + 1);
+TEST(OutlineScanner, CutsBytesIntoTheLinesThatABufferHas) {
+  const TempFolder folder;
+  for (const std::string text :
+       {"var a;\rvar b;\rvar c;", "var a;\n\rvar b;\n\rvar c;", "var a;\r\nvar b;\nvar c;",
+        "var a;\nvar b;\r\nvar c;", "\n\r\n", "\r", "", "var a;\n", "\r\n\r\nvar a;"}) {
+    CCrystalTextBuffer buffer;
+    ASSERT_TRUE(buffer.LoadFile(folder.Write("a.vsl", text)));
+    EXPECT_EQ(DescribeOutline(ScanOutlineText(text)), DescribeOutline(ScanOutline(buffer)))
+        << testing::PrintToString(text);
   }
-  const std::string name(10000, 'n');
-  const Outline outline =
-      ScanOutlineText("var " + name + " = 1;\nfunction " + name + "()\nvar " + std::string(70000, 'x'));
-  ASSERT_EQ(outline.elements.size(), 1u);
-  EXPECT_EQ(outline.elements[0].name, name);
-  EXPECT_EQ(Texts(outline, OutlineRoot::kFunctions), "[" + name + "()]");
+}
+
+TEST(OutlineLists, ShowNamesAndLeaveOutWhatDefinesNone) {
+  Outline outline = ScanOutlineText(
+      "include <b.VSC>;\nentity *ship;\nvar_nsave z = 1;\nvar A[2] = 3;\n"
+      "font = arial;\n\tvar inner;\nstarter go()\naction fly {\nmake <B.vsc>;\n");
+  IncludedFiles included;
+  included.files.push_back({"/p.vsl", ScanOutlineText("var m;\nvar a;\nsky s = <s.tga>;\n")});
+  MergeIncluded(outline, included);
+  const auto rows = [](const std::vector<OutlineRow>& all) {
+    std::string text;
+    for (const OutlineRow& row : all) {
+      text += std::string(row.Name()) + "(" + std::string(row.text.substr(row.nameLength)) + ")" +
+              (row.file == 0 ? "" : "'") + " ";
+    }
+    return text;
+  };
+  EXPECT_EQ(rows(VariableRows(outline, RowOrder::kAlphabetical)), "a()' A([2] = 3) m()' z( = 1) ");
+  EXPECT_EQ(rows(VariableRows(outline, RowOrder::kOfText)), "z( = 1) A([2] = 3) m()' a()' ");
+  EXPECT_EQ(rows(ElementRows(outline, RowOrder::kAlphabetical)),
+            "A() a()' fly() go(()) inner() m()' s()' ship() z() b.VSC() ");
+  EXPECT_EQ(rows(ElementRows(outline, RowOrder::kOfText)),
+            "ship() z() A() inner() go(()) fly() m()' a()' s()' b.VSC() ")
+      << "a file that is named twice is listed once";
+  std::string icons;
+  const Outline files =
+      ScanOutlineText("include <a.h>;\nbmap b = <b.PCX>;\nsound c = <c.ogg>;\nmodel <d.mdl>\nx <e>");
+  for (const OutlineRow& row : ElementRows(files, RowOrder::kOfText))
+    icons += std::string(RowIcon(row)) + " ";
+  EXPECT_EQ(icons,
+            "kind-object kind-object document-script document-image document-sound document-model document ");
+}
+
+TEST(PlaceNow, IsTheNearestOneWithTheTextElseWithTheName) {
+  const Outline now =
+      ScanOutlineText("var n = 2;\n\n\nvar n = 1;\nvar n = 1;\nentity* ship;\nx <f.x>\n\nx <f.x>\n");
+  const auto line = [&now](const char* text, OutlineRoot root, int32_t was, int32_t file = 0) {
+    return PlaceNow(OutlineItem{text, {was, 7}, file}, root, now).line;
+  };
+  EXPECT_EQ(line("n = 1", OutlineRoot::kVariables, 0), 3);
+  EXPECT_EQ(line("n = 1", OutlineRoot::kVariables, 9), 4);
+  EXPECT_EQ(line("n = 7", OutlineRoot::kVariables, 0), 0);
+  EXPECT_EQ(line("ship", OutlineRoot::kEntities, 9), 5);
+  EXPECT_EQ(line("gone", OutlineRoot::kVariables, 9), 9);
+  EXPECT_EQ(line("n = 1", OutlineRoot::kVariables, 0, 1), 0) << "in an included file";
+  EXPECT_EQ(PlaceNow(NamedFile{"f.x", {7, 0}}, now).line, 6);
+  EXPECT_EQ(PlaceNow(NamedFile{"g.x", {7, 0}}, now).line, 7);
 }
 
 TEST(EnclosingFunction, IsTheOneWhoseBracesAreStillOpen) {
