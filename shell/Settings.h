@@ -166,6 +166,8 @@ inline constexpr std::string_view kPageSetupSection = "Quill\\PageSetup";
 
 inline constexpr ProfileBinary kMainWndPos{kSettingsSection, "MainWndPos"};  ///< WindowPlacement
 inline constexpr ProfileBinary kBarPositions{kSettingsSection, "BarPositions"};
+/// How the Code Jumper's bar is divided.
+inline constexpr ProfileBinary kCodeJumperPanes{kSettingsSection, "CodeJumperPanes"};
 inline constexpr ProfileBinary kKeyboard{kSettingsSection, "Keyboard"};
 /// Newest first.
 inline constexpr ProfileText kRecentProj[] = {{kSettingsSection, "RecentProj1"},

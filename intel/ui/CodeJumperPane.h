@@ -1,24 +1,78 @@
 #pragma once
+#include <QByteArray>
 #include <QWidget>
+#include <memory>
 
+#include "intel/OutlineLists.h"
+#include "intel/ScriptFacts.h"
+#include "res/Strings.h"
+
+class QKeyEvent;
 class QLineEdit;
+class QSplitter;
+class QTabWidget;
 
 namespace quill {
 
 class CCodeJumperTree;
+class OutlineList;
 
-/// The Code Jumper's tree below a field that filters it.
+/// The Code Jumper's tree and beside it the panes "Variables" and "Elements", below a field that filters
+/// all three. In a tall bar the panes are below the tree, in a wide one to its right.
+///
+/// Keys: Down or Enter in the field goes to the tree or the list, Enter there jumps; typing in them goes to
+/// the field; Escape clears the field, then goes back to the text.
 class CodeJumperPane : public QWidget {
   Q_OBJECT
 
  public:
   explicit CodeJumperPane(QWidget* parent = nullptr);
+
+  /// `keepPlace`: it is the same script as before.
+  void Show(std::shared_ptr<const ScriptFacts> facts, RowOrder order, bool keepPlace);
+  /// Of the panes; the tree is always alphabetical.
+  void SetOrder(RowOrder order);
+
   CCodeJumperTree& Tree() { return *m_tree; }
+  OutlineList& Variables() { return *m_variables; }
+  OutlineList& Elements() { return *m_elements; }
   QLineEdit& Filter() { return *m_filter; }
 
+  /// How the user divided the bar.
+  QByteArray SaveLayout() const;
+  void RestoreLayout(const QByteArray& layout);
+
+ Q_SIGNALS:
+  void Jump(const quill::OutlineItem& item, quill::OutlineRoot root);
+  void FileChosen(const quill::NamedFile& file, bool open);
+  void RefreshRequested();
+  /// The user wants to be in the text again.
+  void BackToText();
+  /// The user divided the bar in another way.
+  void LayoutChanged();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
+  OutlineList* AddList(StringId title, StringId emptyText);
+  void ShowRows(bool keepPlace);
+  void ApplyFilter();
+  bool OnFilterKey(QKeyEvent* event);
+  bool OnViewKey(QKeyEvent* event);
+  /// The tree, or the list that has something when the tree has not.
+  bool EnterFirstFit();
+  OutlineList* CurrentList() const;
+
   QLineEdit* m_filter;
+  QSplitter* m_splitter;
   CCodeJumperTree* m_tree;
+  QTabWidget* m_lists;
+  OutlineList* m_variables;
+  OutlineList* m_elements;
+  std::shared_ptr<const ScriptFacts> m_facts;  ///< null until a script was shown
+  RowOrder m_order = RowOrder::kAlphabetical;
 };
 
 }  // namespace quill

@@ -1,28 +1,25 @@
 #include "intel/ui/CodeJumperTree.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QContextMenuEvent>
-#include <QKeyEvent>
+#include <QHelpEvent>
 #include <QMenu>
+#include <QScrollBar>
+#include <QToolTip>
+#include <algorithm>
 
 #include "base/CodePage1252.h"
-#include "intel/OutlineFilter.h"
-#include "res/Strings.h"
+#include "intel/CompletionNames.h"
+#include "intel/ui/OutlineLabels.h"
 #include "res/ui/IconSet.h"
+#include "shell/ui/UiText.h"
+#include "text/ui/CodePageText.h"
 
 namespace quill {
 namespace {
 
-constexpr int kRootRole = Qt::UserRole;       ///< number of the kind, on every item
-constexpr int kIndexRole = Qt::UserRole + 1;  ///< among the kind's items; not on the rows of kinds
-
-QString FromText(std::string_view text) {
-  return QString::fromStdU16String(cp1252::ToUnicode(text));
-}
-
-QString Label(StringId id) {
-  const std::string_view text = Text(id);
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
+constexpr int kIndentation = 14;
 
 /// "Actions" has the icon "root-actions".
 std::string IconNameOf(OutlineRoot root) {
@@ -35,95 +32,142 @@ CCodeJumperTree::CCodeJumperTree(QWidget* parent) : QTreeWidget(parent) {
   setHeaderHidden(true);
   setUniformRowHeights(true);
   setFrameShape(QFrame::NoFrame);
-  setIndentation(14);
-  connect(this, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* item) { JumpTo(item); });
+  setIndentation(kIndentation);
+  connect(this, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* item) {
+    if (PlaceOf(item)) Activate(item);
+  });
 }
 
 void CCodeJumperTree::LoadIcons() {
-  if (!m_objectIcon.isNull()) return;
-  m_objectIcon = LoadIcon("kind-object");
-  m_functionIcon = LoadIcon("kind-function");
-  m_actionIcon = LoadIcon("kind-action");
-  for (size_t i = 0; i < kOutlineRootCount; ++i)
-    m_icons[i] = LoadIcon(IconNameOf(static_cast<OutlineRoot>(i)));
+  if (!m_icons.front().isNull()) return;
+  for (size_t i = 0; i < kOutlineRootCount; ++i) {
+    const auto root = static_cast<OutlineRoot>(i);
+    m_icons[i] = LoadIcon(IconNameOf(root));
+    m_childIcons[i] = LoadIcon(root == OutlineRoot::kPaths ? "folder" : CompletionIcon(KindOfRoot(root)));
+  }
 }
 
-void CCodeJumperTree::Show(std::shared_ptr<const Outline> outline) {
-  m_outline = std::move(outline);
+// Contents
+
+void CCodeJumperTree::Show(std::shared_ptr<const ScriptFacts> facts, bool keepPlace) {
+  const int scrolled = keepPlace ? verticalScrollBar()->value() : 0;
+  const int root = RootRowOf(currentItem());
+  const auto place = PlaceOf(currentItem());
+  const std::string text = place ? ItemOf(*place).text : std::string();
+  m_facts = std::move(facts);
   m_function.reset();
+  if (!keepPlace) m_scrolledTo.clear();
   Rebuild();
+  if (keepPlace && root >= 0) SelectAgain(root, place ? std::optional(text) : std::nullopt);
+  executeDelayedItemsLayout();
+  verticalScrollBar()->setValue(scrolled);
 }
 
-void CCodeJumperTree::SetFilter(const std::string& typed) {
-  m_filter = typed;
-  Rebuild();
+void CCodeJumperTree::SelectAgain(int root, const std::optional<std::string>& text) {
+  QTreeWidgetItem* row = topLevelItem(root);
+  QTreeWidgetItem* found = text ? nullptr : row;
+  for (int i = 0; text && found == nullptr && i < row->childCount(); ++i) {
+    const uint32_t index = m_fitting[static_cast<size_t>(root)][static_cast<size_t>(i)];
+    if (ItemOf({static_cast<OutlineRoot>(root), index}).text == *text) found = row->child(i);
+  }
+  setAutoScroll(false);  // which would expand the kind
+  setCurrentItem(found);
+  setAutoScroll(true);
+}
+
+void CCodeJumperTree::SetFilter(const OutlineFilter& filter) {
+  m_filter = filter;
+  if (m_facts != nullptr) Rebuild();
 }
 
 void CCodeJumperTree::Rebuild() {
   LoadIcons();
   setUpdatesEnabled(false);
-  const OutlineFilter filter(m_filter);
   if (!m_showsFiltered) {
     for (int i = 0; i < topLevelItemCount(); ++i)
       m_expanded[static_cast<size_t>(i)] = topLevelItem(i)->isExpanded();
   }
-  m_showsFiltered = !filter.IsEmpty();
+  m_showsFiltered = !m_filter.IsEmpty();
   m_marked = nullptr;
   clear();
-  const auto fitting = FilterOutline(*m_outline, filter);
+  m_fitting = FilterOutline(m_facts->outline, m_filter);
   QList<QTreeWidgetItem*> rows;
-  for (size_t i = 0; i < kOutlineRootCount; ++i) {
-    const auto root = static_cast<OutlineRoot>(i);
-    auto* row = new QTreeWidgetItem;
-    row->setText(0, FromText(OutlineRootName(root)));
-    row->setIcon(0, m_icons[i]);
-    row->setData(0, kRootRole, static_cast<int>(i));
-    const auto kind = ElementKindOf(root);
-    const QIcon& icon = kind == element_kind::kFunction ? m_functionIcon
-                        : kind == element_kind::kAction ? m_actionIcon
-                                                        : m_objectIcon;
-    QList<QTreeWidgetItem*> children;
-    for (const uint32_t index : fitting[i]) {
-      auto* child = new QTreeWidgetItem;
-      child->setText(0, FromText(m_outline->Items(root)[index].text));
-      child->setIcon(0, icon);
-      child->setData(0, kRootRole, static_cast<int>(i));
-      child->setData(0, kIndexRole, index);
-      children.append(child);
-    }
-    row->addChildren(children);
-    rows.append(row);
-  }
+  for (size_t i = 0; i < kOutlineRootCount; ++i) rows.append(MakeRoot(static_cast<OutlineRoot>(i)));
   addTopLevelItems(rows);
   for (int i = 0; i < topLevelItemCount(); ++i) {
     QTreeWidgetItem* row = topLevelItem(i);
-    row->setHidden(!filter.IsEmpty() && row->childCount() == 0);
-    row->setExpanded(!filter.IsEmpty() || m_expanded[static_cast<size_t>(i)]);
+    row->setHidden(m_showsFiltered && row->childCount() == 0);
+    row->setExpanded(m_showsFiltered || m_expanded[static_cast<size_t>(i)]);
   }
   MarkItem();
   setUpdatesEnabled(true);
 }
 
+QTreeWidgetItem* CCodeJumperTree::MakeRoot(OutlineRoot root) {
+  auto* row = new QTreeWidgetItem;
+  row->setText(0, UiText(OutlineRootName(root)));
+  row->setIcon(0, m_icons[static_cast<size_t>(root)]);
+  QList<QTreeWidgetItem*> children;
+  for (const uint32_t index : m_fitting[static_cast<size_t>(root)]) {
+    auto* child = new QTreeWidgetItem;
+    child->setText(0, OutlineLabel(m_facts->outline.Items(root)[index].text));
+    child->setIcon(0, m_childIcons[static_cast<size_t>(root)]);
+    children.append(child);
+  }
+  row->addChildren(children);
+  return row;
+}
+
+int CCodeJumperTree::RootRowOf(QTreeWidgetItem* item) const {
+  if (item == nullptr) return -1;
+  return indexOfTopLevelItem(item->parent() == nullptr ? item : item->parent());
+}
+
+std::optional<CCodeJumperTree::Place> CCodeJumperTree::PlaceOf(QTreeWidgetItem* item) const {
+  if (item == nullptr || item->parent() == nullptr) return std::nullopt;
+  const auto root = static_cast<size_t>(RootRowOf(item));
+  return Place{static_cast<OutlineRoot>(root),
+               m_fitting[root][static_cast<size_t>(item->parent()->indexOfChild(item))]};
+}
+
+const OutlineItem& CCodeJumperTree::ItemOf(Place place) const {
+  return m_facts->outline.Items(place.root)[place.index];
+}
+
+QTreeWidgetItem* CCodeJumperTree::ItemAt(OutlineRoot root, size_t index) const {
+  const std::vector<uint32_t>& fitting = m_fitting[static_cast<size_t>(root)];
+  const auto found = std::lower_bound(fitting.begin(), fitting.end(), index);
+  if (found == fitting.end() || *found != index) return nullptr;
+  return topLevelItem(static_cast<int>(root))->child(static_cast<int>(found - fitting.begin()));
+}
+
+// The function around the caret
+
 void CCodeJumperTree::Mark(const EnclosingFunction::Entry* function) {
-  m_function = function == nullptr ? std::nullopt : std::optional(*function);
+  const auto wanted = function == nullptr ? std::nullopt : std::optional(*function);
+  if (wanted == m_function) return;
+  m_function = wanted;
   MarkItem();
+  const std::string text = wanted ? ItemOf({wanted->root, wanted->index}).text : std::string();
+  const bool isAnother = text != m_scrolledTo;
+  m_scrolledTo = text;
+  // Scrolling would expand a kind that is not.
+  if (isAnother && m_marked != nullptr && m_marked->parent()->isExpanded() && !hasFocus()) {
+    scrollToItem(m_marked);
+  }
 }
 
 void CCodeJumperTree::MarkItem() {
-  QTreeWidgetItem* found = nullptr;
-  if (m_function) {
-    QTreeWidgetItem* row = topLevelItem(static_cast<int>(m_function->root));
-    for (int i = 0; row != nullptr && i < row->childCount() && found == nullptr; ++i) {
-      if (row->child(i)->data(0, kIndexRole).toULongLong() == m_function->index) found = row->child(i);
-    }
-  }
+  QTreeWidgetItem* found = m_function ? ItemAt(m_function->root, m_function->index) : nullptr;
   if (found == m_marked) return;
   QFont bold = font();
   bold.setBold(true);
-  if (m_marked != nullptr) m_marked->setFont(0, font());
+  if (m_marked != nullptr) m_marked->setData(0, Qt::FontRole, {});
   if (found != nullptr) found->setFont(0, bold);
   m_marked = found;
 }
+
+// What the user does
 
 void CCodeJumperTree::ExpandRoots() {
   expandAll();
@@ -133,17 +177,49 @@ void CCodeJumperTree::CollapseRoots() {
   collapseAll();
 }
 
-void CCodeJumperTree::JumpTo(QTreeWidgetItem* item) {
-  if (item == nullptr || !item->data(0, kIndexRole).isValid()) return;
-  const auto root = static_cast<OutlineRoot>(item->data(0, kRootRole).toInt());
-  const auto& items = m_outline->Items(root);
-  const auto index = static_cast<size_t>(item->data(0, kIndexRole).toULongLong());
-  if (index < items.size()) Q_EMIT Jump(items[index], root);
+bool CCodeJumperTree::SelectFirst() {
+  for (int i = 0; i < topLevelItemCount(); ++i) {
+    if (topLevelItem(i)->childCount() == 0 || !topLevelItem(i)->isExpanded()) continue;
+    setCurrentItem(topLevelItem(i)->child(0));
+    return true;
+  }
+  return false;
+}
+
+void CCodeJumperTree::Activate(QTreeWidgetItem* item) {
+  if (const auto place = PlaceOf(item)) {
+    // A copy: jumping may read the script anew.
+    const OutlineItem chosen = ItemOf(*place);
+    Q_EMIT Jump(chosen, place->root);
+  } else if (item != nullptr) {
+    item->setExpanded(!item->isExpanded());
+  }
+}
+
+void CCodeJumperTree::CopyName(Place place) const {
+  const std::string& text = ItemOf(place).text;
+  const std::string_view word = DefinedWord(text);
+  const bool isName = place.root != OutlineRoot::kPaths && !word.empty();
+  QApplication::clipboard()->setText(FromCodePage(isName ? word : std::string_view(text)));
+}
+
+bool CCodeJumperTree::viewportEvent(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QTreeWidget::viewportEvent(event);
+  const auto* help = static_cast<QHelpEvent*>(event);
+  QTreeWidgetItem* item = itemAt(help->pos());
+  if (const auto place = PlaceOf(item)) {
+    const OutlineItem& shown = ItemOf(*place);
+    QToolTip::showText(help->globalPos(), OutlineTip(shown.text, shown.at, shown.file, *m_facts), viewport(),
+                       visualItemRect(item));
+  } else {
+    QToolTip::hideText();
+  }
+  return true;
 }
 
 void CCodeJumperTree::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-    JumpTo(currentItem());
+    ActivateCurrent();
   } else {
     QTreeWidget::keyPressEvent(event);
   }
@@ -151,9 +227,25 @@ void CCodeJumperTree::keyPressEvent(QKeyEvent* event) {
 
 void CCodeJumperTree::contextMenuEvent(QContextMenuEvent* event) {
   QMenu menu(this);
-  menu.addAction(Label(StringId::kExpandAll), this, [this] { ExpandRoots(); });
-  menu.addAction(Label(StringId::kCollapseAll), this, [this] { CollapseRoots(); });
+  if (const auto place = PlaceOf(currentItem())) {
+    menu.addAction(UiText(StringId::kCopyName), this, [this, at = *place] { CopyName(at); });
+    menu.addSeparator();
+  }
+  menu.addAction(UiText(StringId::kExpandAll), this, [this] { ExpandRoots(); });
+  menu.addAction(UiText(StringId::kCollapseAll), this, [this] { CollapseRoots(); });
+  menu.addAction(UiText(StringId::kRefreshOutline), this, &CCodeJumperTree::RefreshRequested);
   menu.exec(event->globalPos());
+}
+
+void CCodeJumperTree::paintEvent(QPaintEvent* event) {
+  QTreeWidget::paintEvent(event);
+  const bool shows =
+      std::any_of(m_fitting.begin(), m_fitting.end(), [](const auto& f) { return !f.empty(); });
+  if (m_facts == nullptr) {
+    PaintEmptyText(*this, UiText(StringId::kEmptyCodeJumper));
+  } else if (m_showsFiltered && !shows) {
+    PaintEmptyText(*this, UiText(StringId::kNothingFits));
+  }
 }
 
 }  // namespace quill

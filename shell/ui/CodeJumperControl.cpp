@@ -4,21 +4,60 @@
 #include <QMainWindow>
 #include <QMouseEvent>
 
+#include "base/InputFile.h"
 #include "intel/ui/CodeJumperTree.h"
+#include "intel/ui/OutlineList.h"
+#include "shell/Settings.h"
 #include "shell/ui/ActiveScript.h"
+#include "shell/ui/AppServices.h"
 #include "shell/ui/ChildFrame.h"
 #include "shell/ui/DockBars.h"
-#include "shell/ui/FileOperations.h"
 #include "shell/ui/ViewHandlers.h"
+#include "shell/ui/ViewSettingsControl.h"
 
 namespace quill {
+namespace {
+
+constexpr int kSaveLayoutDelay = 300;  ///< milliseconds
+
+}  // namespace
+
 CodeJumperControl::CodeJumperControl(const ShellParts& parts, CodeJumperPane& pane, QObject* parent)
-    : QObject(parent), m_parts(parts), m_pane(pane) {
+    : QObject(parent), m_parts(parts), m_pane(pane), m_jumps(parts, this) {
   connect(&parts.script, &ActiveScript::Refreshed, this, &CodeJumperControl::Show);
-  connect(&pane.Tree(), &CCodeJumperTree::Jump, this, [this](const OutlineItem& item, OutlineRoot root) {
-    JumpTo(item.file, PlaceNow(item, root, m_parts.script.Latest()->outline), *m_parts.script.Shown());
-  });
   connect(&parts.workspace, &Workspace::ActiveFrameChanged, this, &CodeJumperControl::Follow);
+  connect(&parts.viewSettings, &ViewSettingsControl::Applied, this, [this] { m_pane.SetOrder(Order()); });
+  connect(&pane, &CodeJumperPane::Jump, this, [this](const OutlineItem& item, OutlineRoot root) {
+    m_jumps.Go(item.file, PlaceNow(item, root, m_parts.script.Latest()->outline), *m_parts.script.Shown());
+  });
+  connect(&pane, &CodeJumperPane::RefreshRequested, &parts.script, &ActiveScript::Refresh);
+  connect(&pane, &CodeJumperPane::FileChosen, this, &CodeJumperControl::OnFileChosen);
+  connect(&pane, &CodeJumperPane::BackToText, this, [this] {
+    CQuillView* view = m_parts.workspace.ActiveView();
+    if (view == nullptr) return;
+    view->activateWindow();  // the bar may float
+    view->setFocus();
+  });
+  KeepLayout();
+}
+
+void CodeJumperControl::KeepLayout() {
+  AppProfile profile = m_parts.services.Profile();
+  if (const auto layout = ReadBinary(profile, profile::kCodeJumperPanes)) {
+    m_pane.RestoreLayout(QByteArray::fromStdString(*layout));
+  }
+  m_saveLayout.setSingleShot(true);
+  m_saveLayout.setInterval(kSaveLayoutDelay);
+  // Dragging a border changes it with every pixel.
+  connect(&m_pane, &CodeJumperPane::LayoutChanged, &m_saveLayout, qOverload<>(&QTimer::start));
+  connect(&m_saveLayout, &QTimer::timeout, this, [this, profile]() mutable {
+    WriteBinary(profile, profile::kCodeJumperPanes, m_pane.SaveLayout().toStdString());
+  });
+}
+
+RowOrder CodeJumperControl::Order() const {
+  return ReadFlag(m_parts.services.settings, settings::kSortCodeJumper) ? RowOrder::kAlphabetical
+                                                                        : RowOrder::kOfText;
 }
 
 void CodeJumperControl::Follow(CChildFrame* frame) {
@@ -37,31 +76,31 @@ void CodeJumperControl::MarkFunction() {
 }
 
 void CodeJumperControl::Show() {
-  const std::shared_ptr<const ScriptFacts>& facts = m_parts.script.Shown();
-  m_pane.Tree().Show({facts, &facts->outline});
+  const CChildFrame* frame = m_parts.workspace.ActiveFrame();
+  const bool isSameScript = frame == m_shownFrame;
+  m_shownFrame = frame;
+  m_pane.Show(m_parts.script.Shown(), Order(), isSameScript);
   MarkFunction();
 }
 
 // Jumps
 
-void CodeJumperControl::RememberPlace() {
+void CodeJumperControl::OnFileChosen(const NamedFile& file, bool open) {
+  const std::shared_ptr<const ScriptFacts> facts = m_parts.script.Latest();
   const CQuillView* view = m_parts.workspace.ActiveView();
-  if (view != nullptr && !view->FilePath().empty()) m_history.Push({view->FilePath(), view->CaretPos()});
-}
-
-void CodeJumperControl::JumpTo(int32_t file, TextPosition at, const ScriptFacts& facts) {
-  RememberPlace();
-  if (file > 0) {
-    const auto index = static_cast<size_t>(file) - 1;
-    if (index >= facts.includedPaths.size()) return;
-    // A copy: opening a window reads the outline anew.
-    const std::string path = facts.includedPaths[index];
-    if (m_parts.files.Open(path) == nullptr) return;
-  }
-  CQuillView* view = m_parts.workspace.ActiveView();
   if (view == nullptr) return;
-  view->SetCaretPos(at);
-  view->setFocus();
+  std::string found;
+  const auto isThere = [&found](const std::string& path) {
+    if (PathExists(path)) found = path;
+    return !found.empty();
+  };
+  const std::string& path = view->FilePath();
+  if (open && IsScriptName(file.name) &&
+      VisitPlacesOfFile(file.name, path, path, facts->outline.paths, isThere)) {
+    m_jumps.GoToFile(found);
+  } else {
+    m_jumps.Go(0, PlaceNow(file, facts->outline), *facts);
+  }
 }
 
 bool CodeJumperControl::GoToDefinition() {
@@ -79,18 +118,8 @@ bool CodeJumperControl::GoToDefinition() {
     QApplication::beep();
     return false;
   }
-  JumpTo(place->file, place->at, *facts);
+  m_jumps.Go(place->file, place->at, *facts);
   return true;
-}
-
-void CodeJumperControl::GoBack() {
-  if (!CanGoBack()) return;
-  const JumpPlace place = m_history.Pop();
-  if (m_parts.files.Open(place.document) == nullptr) return;
-  if (CQuillView* view = m_parts.workspace.ActiveView()) {
-    view->SetCaretPos(place.at);
-    view->setFocus();
-  }
 }
 
 bool CodeJumperControl::eventFilter(QObject* watched, QEvent* event) {
@@ -114,9 +143,10 @@ void RegisterOutlineCommands(const ShellParts& parts) {
   auto* control = new CodeJumperControl(parts, *pane, &parts.window);
   OnView(parts, CommandId::kIntelRefreshCodeJumper, [&parts](CQuillView&) { parts.script.Refresh(); });
   OnView(parts, CommandId::kIntelGoToDefinition, [control](CQuillView&) { control->GoToDefinition(); });
+  ScriptJumps& jumps = control->Jumps();
   parts.router.Register(
-      CommandId::kIntelGoBack, [control] { control->GoBack(); },
-      [control] { return CommandState::EnabledIf(control->CanGoBack(), StringId::kNowhereToGoBack); });
+      CommandId::kIntelGoBack, [&jumps] { jumps.GoBack(); },
+      [&jumps] { return CommandState::EnabledIf(jumps.CanGoBack(), StringId::kNowhereToGoBack); });
 }
 
 }  // namespace quill

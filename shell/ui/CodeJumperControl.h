@@ -1,19 +1,18 @@
 #pragma once
 #include <QMetaObject>
 #include <QObject>
+#include <QTimer>
 
-#include "intel/Definitions.h"
-#include "intel/ScriptFacts.h"
 #include "intel/ui/CodeJumperPane.h"
+#include "shell/ui/ScriptJumps.h"
 #include "shell/ui/ShellParts.h"
 
 namespace quill {
 
 class CChildFrame;
-class CQuillView;
 
-/// Shows the active script in the Code Jumper, marks the function around the caret, and jumps to
-/// definitions and back.
+/// Shows the active script in the Code Jumper, marks the function around the caret, and jumps to what is
+/// chosen there and to the definition of a name in the text.
 class CodeJumperControl : public QObject {
   Q_OBJECT
 
@@ -23,8 +22,7 @@ class CodeJumperControl : public QObject {
 
   /// To the definition of the name at the caret; false when there is none.
   bool GoToDefinition();
-  void GoBack();
-  bool CanGoBack() const { return !m_history.IsEmpty(); }
+  ScriptJumps& Jumps() { return m_jumps; }
 
  protected:
   /// Ctrl and the left button on a name go to its definition.
@@ -33,14 +31,18 @@ class CodeJumperControl : public QObject {
  private:
   void Follow(CChildFrame* frame);
   void Show();
+  /// How the bar is divided comes from the profile and goes there.
+  void KeepLayout();
   void MarkFunction();
-  void JumpTo(int32_t file, TextPosition at, const ScriptFacts& facts);
-  void RememberPlace();
+  void OnFileChosen(const NamedFile& file, bool open);
+  RowOrder Order() const;
 
   const ShellParts& m_parts;
   CodeJumperPane& m_pane;
+  ScriptJumps m_jumps;
+  QTimer m_saveLayout;
   QMetaObject::Connection m_caretMoved;
-  JumpHistory m_history;
+  const CChildFrame* m_shownFrame = nullptr;  ///< only compared
 };
 
 }  // namespace quill

@@ -38,6 +38,7 @@ void ViewSettingsControl::ApplyTo(CCrystalTextView& view) const {
 void ViewSettingsControl::ApplyToAll() const {
   const ViewSettings settings = Read();
   for (CChildFrame* frame : m_workspace.Frames()) frame->View().ApplySettings(settings);
+  Q_EMIT Applied();
 }
 
 bool ViewSettingsControl::IsOn(const FlagSetting& setting) const {

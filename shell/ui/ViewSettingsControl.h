@@ -26,6 +26,10 @@ class ViewSettingsControl : public QObject {
   /// Stores the opposite and shows it in every view.
   void Toggle(const FlagSetting& setting) const;
 
+ Q_SIGNALS:
+  /// The settings may have changed, and all views have them.
+  void Applied() const;
+
  private:
   AppServices& m_services;
   Workspace& m_workspace;

@@ -306,6 +306,15 @@ void CCrystalTextView::ScrollToLine(int32_t line) {
     verticalScrollBar()->setValue(m_model.Folds().RowOfLine(m_model.Clamp({line, 0}).line));
 }
 
+void CCrystalTextView::ShowLinesAround(int32_t line) {
+  EnsureVisible({line, CaretPos().character});
+  if (!m_model.HasText()) return;
+  const int row = m_model.Folds().RowOfLine(m_model.Clamp({line, 0}).line);
+  const int above = PageRows() / 4;
+  const int top = verticalScrollBar()->value();
+  if (row < top + 1 || row > top + 2 * above) verticalScrollBar()->setValue(row - above);
+}
+
 void CCrystalTextView::scrollContentsBy(int dx, int dy) {
   if (m_model.HasText()) m_model.ParseThrough(TopLine() + 2 * PageRows());
   ApplyDamage();

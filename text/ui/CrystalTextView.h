@@ -58,6 +58,9 @@ class CCrystalTextView : public QAbstractScrollArea {
   /// Scrolls as little as needed; a line inside a collapsed block is shown first.
   void EnsureVisible(TextPosition position);
   void ScrollToLine(int32_t line);
+  /// For a line that was jumped to: when what follows it would be out of sight, scrolls until it stands in
+  /// the upper part of the view.
+  void ShowLinesAround(int32_t line);
   int32_t TopLine() const;
 
   void ToggleBookmark();
