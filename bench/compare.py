@@ -213,6 +213,17 @@ def print_others(programs, data, tree, medians, repeats, env):
         row("find in 20,000 files, 450 MB (ms)", own[0] if own else None, search, "rg -j1 -inF", 1)
 
 
+    jumper = {}
+    if (programs / "bench_code_jumper").exists():
+        jumper = run_lines([programs / "bench_code_jumper"], env)
+    row("outline of 10 MB (ms)", jumper.get("outline_scan"), jumper.get("count_lines"), "counting its lines", 10)
+    for name, text in (("jumper_rebuild", "rebuild of the Code Jumper, 5,000 lines (ms)"),
+                       ("jumper_rebuild_definitions", "the same, a definition in every line (ms)")):
+        value = jumper.get(name)
+        met = "" if value is None else ("yes" if value <= 10 else "no")
+        print(f"| {text} | {figure(value)} | | | at most 10 ms | {met} |")
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawTextHelpFormatter)
     parser.add_argument("programs", type=pathlib.Path)
