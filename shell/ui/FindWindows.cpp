@@ -24,12 +24,6 @@
 #include "text/ui/FindTextDlg.h"
 
 namespace quill {
-namespace {
-
-constexpr int kHintTime = 6000;  ///< milliseconds
-
-}  // namespace
-
 FindWindows::FindWindows(const ShellParts& parts) : QObject(&parts.window), m_parts(parts) {
   connect(&parts.workspace, &Workspace::ActiveFrameChanged, this, &FindWindows::Follow);
 }
@@ -145,7 +139,7 @@ bool FindWindows::FindFrom(CQuillView& view, TextPosition start, const SearchReq
   if (!FindInText(*view.Buffer(), search.what, start, search.flags, true, found)) {
     SearchMarks::Of(view).Hide();
     QApplication::beep();
-    m_parts.statusBar.showMessage(UiText(StringId::kCannotFind, {FromCodePage(search.what)}), kHintTime);
+    m_parts.statusBar.Tell(UiText(StringId::kCannotFind, {FromCodePage(search.what)}));
     return false;
   }
   view.SelectFound(found, static_cast<int32_t>(search.what.size()));

@@ -12,6 +12,7 @@
 namespace quill {
 namespace {
 
+constexpr int kMessageTime = 6000;  ///< milliseconds
 constexpr int kSidePadding = 8;
 constexpr int kTopPadding = 3;
 /// Room for as many digits before a pane has to grow.
@@ -77,6 +78,10 @@ CStatusBar::CStatusBar(QWidget* parent) : QStatusBar(parent) {
   m_zoom = AddPane(UiText(StringId::kZoomPane, {kWideZoom}));
   Show(nullptr);
   ShowMatches({});
+}
+
+void CStatusBar::Tell(const QString& text) {
+  showMessage(text, kMessageTime);
 }
 
 StatusPane* CStatusBar::AddPane(const QString& widest) {

@@ -43,6 +43,8 @@ class CStatusBar : public QStatusBar {
  public:
   explicit CStatusBar(QWidget* parent = nullptr);
 
+  /// Shows a sentence for a few seconds.
+  void Tell(const QString& text);
   /// Null while there is no buffer: the panes are empty or disabled then.
   void Show(const StatusFacts* facts);
   /// How many matches the last search has, "3 of 41"; the pane is there only with a text.

@@ -8,11 +8,6 @@
 #include "shell/ui/Workspace.h"
 
 namespace quill {
-namespace {
-
-constexpr int kHintTime = 6000;  ///< milliseconds that a hint stays
-
-}  // namespace
 
 ViewStatus::ViewStatus(Workspace& workspace, CStatusBar& bar, CommandRouter& router, QObject* parent)
     : QObject(parent), m_workspace(workspace), m_bar(bar), m_router(router) {
@@ -30,8 +25,7 @@ void ViewStatus::Follow(CChildFrame* frame) {
     connect(view, &CCrystalTextView::CaretMoved, context, update);
     connect(view, &CCrystalTextView::OverwriteModeChanged, context, update);
     connect(view, &CCrystalTextView::ZoomChanged, context, update);
-    connect(view, &CCrystalEditView::Hint, context,
-            [this](const QString& text) { m_bar.showMessage(text, kHintTime); });
+    connect(view, &CCrystalEditView::Hint, context, [this](const QString& text) { m_bar.Tell(text); });
     connect(view, &CCrystalTextView::SelectionChanged, context, updateCommands);
     connect(&frame->Document(), &CQuillDoc::StateChanged, context, update);
     connect(&frame->Document(), &CQuillDoc::StateChanged, context, updateCommands);
