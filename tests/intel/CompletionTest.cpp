@@ -2,7 +2,9 @@
 
 #include "intel/CommandDatabase.h"
 #include "intel/Completion.h"
+#include "intel/CompletionDetail.h"
 #include "intel/OutlineScanner.h"
+#include "intel/PopupPlace.h"
 #include "text/ScriptColouring.h"
 
 namespace quill {
@@ -103,6 +105,54 @@ TEST(CompletionKeys, LeaveEnterToTheTextUntilARowWasChosen) {
   EXPECT_EQ(keys.On(kEnter), CompletionStep::kTypeAndClose) << "typed on: the choice is void";
   keys.Chose();
   EXPECT_EQ(keys.On(kEnter), CompletionStep::kTake);
+}
+
+TEST(CompletionDetail, TellsHowTheSelectedNameIsUsed) {
+  CommandDatabase commands;
+  commands.Append(std::vector<std::string>{"", "", "", "wait", "wait(number frames)",
+                                           "Stops for a while. Others go on.#10#13More.", "bare", "", ""});
+  NameSet keywords;
+  keywords.Insert("while");
+  const Outline outline =
+      ScanOutlineText("var speed = 5;\nfunction walk(now)\nvar wide = " + std::string(5000, '1') + ";\n");
+  const auto names = std::make_shared<const CompletionNames>(outline, commands, keywords);
+  const auto detail = [&](const char* begun) {
+    const CompletionDetail d = DetailOf(CompletionList(names, begun), 0, nullptr, commands, outline);
+    return d.heading + "|" + d.text;
+  };
+  EXPECT_EQ(detail("wait"), "wait(number frames)|Stops for a while.");
+  EXPECT_EQ(detail("bare"), "bare|");
+  EXPECT_EQ(detail("speed"), "speed = 5|");
+  EXPECT_EQ(detail("walk"), "walk(now)|");
+  EXPECT_EQ(detail("while"), "while|");
+  EXPECT_LT(detail("wide").size(), 400u);
+  const ObjectKind* panel = FindObjectKind(OutlineRoot::kPanels);
+  const CompletionList members(std::make_shared<const CompletionNames>(*panel), "pos");
+  EXPECT_EQ(DetailOf(members, 0, panel, commands, outline).heading, "panel.pos_x");
+}
+
+TEST(PlacePopup, NeverCoversItsLine) {
+  const PixelRect screen{0, 0, 1000, 800};
+  struct Case {
+    PixelRect anchor;
+    int width, height;
+    PopupSide wanted;
+    int x, y;
+  };
+  const Case cases[] = {
+      {{100, 100, 0, 20}, 200, 150, PopupSide::kBelow, 100, 120},
+      {{100, 300, 0, 20}, 200, 150, PopupSide::kAbove, 100, 150},
+      {{100, 700, 0, 20}, 200, 150, PopupSide::kBelow, 100, 550},
+      {{100, 100, 0, 20}, 200, 150, PopupSide::kAbove, 100, 120},
+      {{950, 100, 0, 20}, 200, 150, PopupSide::kBelow, 800, 120},
+      {{-50, 100, 0, 20}, 200, 150, PopupSide::kBelow, 0, 120},
+      {{100, 300, 0, 20}, 1200, 600, PopupSide::kBelow, 0, 320},
+      {{100, 500, 0, 20}, 200, 600, PopupSide::kBelow, 100, -100},
+  };
+  for (const Case& c : cases) {
+    const PixelRect place = PlacePopup(c.anchor, c.width, c.height, screen, c.wanted);
+    EXPECT_EQ(place, (PixelRect{c.x, c.y, c.width, c.height})) << c.anchor.x << "," << c.anchor.y;
+  }
 }
 
 }  // namespace

@@ -225,7 +225,9 @@ bool CCrystalEditView::TypeText(const QString& text) {
       Q_EMIT Hint(QString::fromUtf8(FormatText(StringId::kUnencodableHint, {name.toStdString()})));
       return false;
     }
-    done = Edit([&](EditTarget& target) { return m_typing.TypeCharacter(target, static_cast<char>(byte)); });
+    const char character = static_cast<char>(byte);
+    done = Edit([&](EditTarget& target) { return m_typing.TypeCharacter(target, character); });
+    if (done) Q_EMIT Typed(character);
   }
   return done;
 }

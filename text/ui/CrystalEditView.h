@@ -40,6 +40,8 @@ class CCrystalEditView : public CCrystalTextView {
   void ToggleOverwriteMode();
 
  Q_SIGNALS:
+  /// The user has written this character, and caret and text are where it left them.
+  void Typed(char character);
   /// Something was refused; a sentence for the status bar.
   void Hint(const QString& text);
 
