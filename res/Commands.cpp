@@ -50,8 +50,6 @@ constexpr Missing kMissing[] = {
     {Feature::kPlugins, StringId::kReasonPlugins},
     {Feature::kOptionsPages, StringId::kReasonOptions},
     {Feature::kKeyboardPage, StringId::kReasonKeyboard},
-    {Feature::kHints, StringId::kReasonHints},
-    {Feature::kCompletion, StringId::kReasonCompletion},
 };
 // clang-format on
 

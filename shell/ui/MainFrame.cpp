@@ -46,7 +46,7 @@ constexpr RegisterCommands kCommandGroups[] = {
     RegisterFileCommands, RegisterPrintCommands,   RegisterEditCommands,     RegisterLineCommands,
     RegisterFindCommands, RegisterViewCommands,    RegisterBookmarkCommands, RegisterWindowCommands,
     RegisterHelpCommands, RegisterOutlineCommands, RegisterCommandHelp,      RegisterScriptTools,
-    RegisterTemplates,    RegisterManual,
+    RegisterTemplates,    RegisterManual,          RegisterWritingCommands,
 };
 
 DocumentServices ServicesOfDocuments(AppServices& services) {

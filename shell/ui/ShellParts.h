@@ -52,5 +52,6 @@ void RegisterScriptTools(const ShellParts& parts);
 void RegisterTemplates(const ShellParts& parts);
 /// After the command help, whose link to the manual it answers.
 void RegisterManual(const ShellParts& parts);
+void RegisterWritingCommands(const ShellParts& parts);
 
 }  // namespace quill

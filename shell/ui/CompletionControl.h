@@ -1,0 +1,74 @@
+#pragma once
+#include <QObject>
+#include <QPointer>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "intel/Completion.h"
+#include "intel/ScriptFacts.h"
+#include "shell/ui/ShellParts.h"
+
+class QKeyEvent;
+
+namespace quill {
+
+class CChildFrame;
+class CCodeCompletion;
+class CQuillView;
+
+/// Opens the completion list on command and behind an object's ".", leads it while the user types, and
+/// writes the name that is taken.
+class CompletionControl : public QObject {
+  Q_OBJECT
+
+ public:
+  CompletionControl(const ShellParts& parts, QObject* parent);
+
+  /// Lists what the word at the caret of the active view can become.
+  void Open();
+  bool IsOpen() const;
+  void Close();
+  /// The selected name while the list is open.
+  std::optional<std::string> SelectedEntry() const;
+  /// On the screen; empty while the list is closed.
+  QRect Place() const;
+  bool IsBelowCaret() const;
+
+ Q_SIGNALS:
+  /// The list opened or closed, or another name is selected.
+  void EntryChanged();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void Follow(CChildFrame* frame);
+  void OnTyped(char character);
+  void OnCaretMoved();
+  /// False when nothing fits.
+  bool OpenAt(CQuillView& view, const CompletionRequest& request,
+              const std::shared_ptr<const ScriptFacts>& facts);
+  /// True when the text must not see the key.
+  bool OnKey(const QKeyEvent& event);
+  bool ViewEvent(QEvent* event);
+  void Take();
+  std::optional<CompletionRequest> RequestAtCaret(CQuillView& view, const Outline& outline) const;
+  std::shared_ptr<const CompletionNames> NamesFor(const CompletionRequest& request, const CQuillView& view);
+  QRect WordOnScreen(const CQuillView& view) const;
+
+  const ShellParts& m_parts;
+  QPointer<CQuillView> m_view;
+  CCodeCompletion* m_list = nullptr;  ///< made when first needed
+  CompletionKeys m_keys;
+  TextPosition m_wordStart;
+  std::shared_ptr<const ScriptFacts> m_facts;  ///< what the open list was made from
+  const ObjectKind* m_object = nullptr;        ///< whose members the open list shows
+
+  /// Names of every kind, and what they were made from.
+  std::shared_ptr<const CompletionNames> m_names;
+  std::shared_ptr<const ScriptFacts> m_namesFacts;
+  const NameSet* m_namesKeywords = nullptr;
+};
+
+}  // namespace quill

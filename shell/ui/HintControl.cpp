@@ -1,0 +1,176 @@
+#include "shell/ui/HintControl.h"
+
+#include <QKeyEvent>
+#include <QMainWindow>
+#include <QMouseEvent>
+#include <QScrollBar>
+
+#include "intel/ui/HintTipWindow.h"
+#include "shell/Settings.h"
+#include "shell/ui/ActiveScript.h"
+#include "shell/ui/AppServices.h"
+#include "shell/ui/ChildFrame.h"
+#include "shell/ui/CompletionControl.h"
+#include "shell/ui/KeyEvents.h"
+#include "shell/ui/StatusPanes.h"
+#include "shell/ui/UiText.h"
+#include "shell/ui/ViewHandlers.h"
+
+namespace quill {
+
+HintControl::HintControl(const ShellParts& parts, CompletionControl& completion, QObject* parent)
+    : QObject(parent), m_parts(parts), m_completion(completion) {
+  connect(&parts.workspace, &Workspace::ActiveFrameChanged, this, &HintControl::Follow);
+  connect(&completion, &CompletionControl::EntryChanged, this, [this] {
+    if (m_completion.IsOpen()) UpdateHintText();
+    if (m_completion.IsOpen() && !m_onCommand) ShowHint(m_hint.Text());
+    KeepOffText();
+  });
+  parts.window.installEventFilter(this);
+}
+
+void HintControl::Follow(CChildFrame* frame) {
+  HideTip();
+  if (m_view != nullptr) {
+    disconnect(m_view, nullptr, this, nullptr);
+    m_view->verticalScrollBar()->disconnect(this);
+    m_view->removeEventFilter(this);
+    m_view->viewport()->removeEventFilter(this);
+  }
+  m_view = frame == nullptr ? nullptr : &frame->View();
+  if (m_view == nullptr) return;
+  m_view->installEventFilter(this);
+  m_view->viewport()->installEventFilter(this);
+  connect(m_view->verticalScrollBar(), &QScrollBar::valueChanged, this, [this] { ShowHint({}); });
+  connect(m_view, &CCrystalTextView::CaretMoved, this, &HintControl::KeepOffText);
+  connect(m_view, &CCrystalTextView::LostFocus, this, [this] {
+    if (m_onCommand) HideTip();
+    ShowHint({});
+  });
+}
+
+// The hint
+
+bool HintControl::IsCaretInArgumentList() const {
+  return m_view != nullptr && m_view->Model().HasText() &&
+         quill::IsCaretInArgumentList(*m_view->Buffer(), m_view->CaretPos());
+}
+
+void HintControl::UpdateHintText() {
+  if (m_view == nullptr || !m_view->Model().HasText()) return;
+  const std::optional<std::string> entry = m_completion.SelectedEntry();
+  m_hint.Update(*m_view->Buffer(), m_view->CaretPos(),
+                entry ? std::optional<std::string_view>(*entry) : std::nullopt, m_parts.commands,
+                m_parts.script.Shown()->outline);
+  if (m_hint.Command() >= 0) Q_EMIT CommandFound(m_hint.Command());
+}
+
+void HintControl::ShowHint(const std::string& text) {
+  const bool enabled = ReadFlag(m_parts.services.settings, settings::kHintsWhileWriting);
+  switch (m_tip.ShowHint(enabled, IsCaretInArgumentList(), text)) {
+    case HintTip::Action::kShow:
+      SetTipText(text);
+      PlaceTip();
+      break;
+    case HintTip::Action::kHide:
+      m_window->hide();
+      break;
+    case HintTip::Action::kNothing:
+      if (enabled && m_tip.IsVisible()) SetTipText(text);
+      break;
+  }
+}
+
+void HintControl::ShowOnCommand() {
+  UpdateHintText();
+  if (m_hint.Text().empty()) {
+    m_parts.statusBar.Tell(UiText(StringId::kNoHint));
+    return;
+  }
+  m_dismissed.clear();
+  m_onCommand = true;
+  SetTipText(m_hint.Text());
+  PlaceTip();
+}
+
+// The tip
+
+void HintControl::SetTipText(const std::string& text) {
+  if (m_window == nullptr) m_window = new HintTipWindow(&m_parts.window);
+  m_window->SetText(text, text == m_hint.Text() ? m_hint.Argument() : TextPart{}, m_view->Font());
+}
+
+void HintControl::PlaceTip() {
+  const CQuillView& view = *m_view;
+  const bool listIsBelow = m_completion.IsOpen() && m_completion.IsBelowCaret();
+  const QRect caret = view.CaretRect();
+  m_window->ShowBeside({view.viewport()->mapToGlobal(caret.topLeft()), QSize(0, view.LineHeight())},
+                       listIsBelow ? PopupSide::kAbove : PopupSide::kBelow);
+}
+
+void HintControl::HideTip() {
+  m_onCommand = false;
+  m_tip.Dismissed();
+  if (m_window != nullptr) m_window->hide();
+}
+
+void HintControl::KeepOffText() {
+  if (m_window == nullptr || !m_window->isVisible()) return;
+  const QRect line(m_view->viewport()->mapToGlobal(QPoint(0, m_view->CaretRect().top())),
+                   QSize(m_view->viewport()->width(), m_view->LineHeight()));
+  const QRect tip = m_window->geometry();
+  if (tip.intersects(line) || tip.intersects(m_completion.Place())) PlaceTip();
+}
+
+// Events
+
+void HintControl::OnKeyPress(const QKeyEvent& event) {
+  if (IsModifierKey(event.key())) return;
+  const bool wasVisible = m_window != nullptr && m_window->isVisible();
+  if (m_onCommand) HideTip();
+  if (event.key() == Qt::Key_Escape && wasVisible && !m_completion.IsOpen()) {
+    m_dismissed = m_hint.Text();
+    HideTip();
+  }
+}
+
+void HintControl::OnKeyRelease() {
+  if (m_onCommand) return;
+  UpdateHintText();
+  const bool dismissed = !m_dismissed.empty() && m_hint.Text() == m_dismissed && IsCaretInArgumentList();
+  if (!dismissed) m_dismissed.clear();
+  ShowHint(dismissed ? std::string() : m_hint.Text());
+}
+
+bool HintControl::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == &m_parts.window) {
+    if (event->type() == QEvent::Move || event->type() == QEvent::Resize) HideTip();
+    return false;
+  }
+  switch (event->type()) {
+    case QEvent::KeyPress:
+      OnKeyPress(*static_cast<QKeyEvent*>(event));
+      break;
+    case QEvent::KeyRelease:
+      if (!static_cast<QKeyEvent*>(event)->isAutoRepeat()) OnKeyRelease();
+      break;
+    case QEvent::MouseButtonRelease: {
+      const Qt::MouseButton button = static_cast<QMouseEvent*>(event)->button();
+      if (m_onCommand) HideTip();
+      if (button == Qt::LeftButton) UpdateHintText();
+      if (button == Qt::LeftButton || button == Qt::RightButton) {
+        ShowHint(IsCaretInArgumentList() ? m_hint.Text() : std::string());
+      }
+      break;
+    }
+    case QEvent::Wheel:
+      if (m_onCommand) HideTip();
+      ShowHint({});
+      break;
+    default:
+      break;
+  }
+  return false;
+}
+
+}  // namespace quill
