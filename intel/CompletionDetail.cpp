@@ -35,7 +35,7 @@ CompletionDetail DetailOf(const CompletionList& list, size_t row, const ObjectKi
     return {parameters.empty() ? name : parameters,
             FirstSentence(SplitHelp(commands.GetCommandHelp(command)).text)};
   }
-  if (object != nullptr) return {std::string(object->prefix) + name, {}};
+  if (object != nullptr) return {std::string(object->prefix) + name, std::string(MeaningOf(*object, name))};
   if (list.Kind(row) == CompletionKind::kKeyword) return {name, {}};
   return {DefinitionOf(name, outline), {}};
 }

@@ -53,7 +53,7 @@ CompletionNames::CompletionNames(const Outline& outline, const CommandDatabase& 
 }
 
 CompletionNames::CompletionNames(const ObjectKind& kind) {
-  for (const std::string_view member : kind.members) Add(member, CompletionKind::kMember);
+  for (const ObjectMember& member : kind.members) Add(member.name, CompletionKind::kMember);
   Sort();
 }
 

@@ -9,24 +9,129 @@
 namespace quill {
 namespace {
 
-constexpr std::string_view kBitmap[] = {"height", "width"};
-constexpr std::string_view kEntity[] = {
-    "alpha",   "ambient", "blue",    "albedo",  "green",   "layer",   "model",   "pan",
-    "red",     "roll",    "scale_x", "scale_y", "scale_z", "skill1",  "skill2",  "skill3",
-    "skill4",  "skill5",  "skill6",  "skill7",  "skill8",  "skill9",  "skill10", "skill11",
-    "skill12", "skill13", "skill14", "skill15", "skill16", "skill17", "skill18", "skill19",
-    "skill20", "surface", "tilt",    "x",       "y",       "z"};
-constexpr std::string_view kFont[] = {"height", "width"};
-constexpr std::string_view kMaterial[] = {"albedo", "ambient", "blue", "green", "red"};
-constexpr std::string_view kPanel[] = {"alpha", "layer", "picture", "pos_x", "pos_y", "scale_x", "scale_y"};
-constexpr std::string_view kSky[] = {"blue", "green", "layer", "red", "stars"};
-constexpr std::string_view kText[] = {"alpha", "blue",  "content", "face", "green",   "layer",   "length",
-                                      "lines", "pos_x", "pos_y",   "red",  "scale_x", "scale_y", "string"};
-constexpr std::string_view kView[] = {"alpha",    "ambient",  "fog",      "fog_end", "fog_start", "fov",
-                                      "layer",    "offset_x", "offset_y", "pan",     "portal_x",  "portal_y",
-                                      "portal_z", "pos_x",    "pos_y",    "roll",    "size_x",    "size_y",
-                                      "tilt",     "x",        "y",        "z"};
-constexpr std::string_view kWindow[] = {"blue", "green", "red", "size_x", "size_y", "title"};
+constexpr std::string_view kSkillMeaning = "a number for the script's own use";
+constexpr std::string_view kAlphaMeaning = "how much it covers what is behind, 0 to 100";
+constexpr std::string_view kLightMeaning = "how bright it is without light, and how much light it gives back";
+constexpr std::string_view kColorMeaning = "color, 0 to 255";
+constexpr std::string_view kLayerMeaning = "order among panels and texts";
+constexpr std::string_view kCornerMeaning = "upper left corner, in pixels of the screen";
+constexpr std::string_view kDirectionMeaning = "direction, in degrees";
+constexpr std::string_view kPlaceMeaning = "place in the level";
+
+// Each in alphabetical order.
+constexpr ObjectMember kBitmap[] = {
+    {"height", "size in pixels"},
+    {"width", "size in pixels"},
+};
+constexpr ObjectMember kEntity[] = {
+    {"albedo", kLightMeaning},
+    {"alpha", kAlphaMeaning},
+    {"ambient", kLightMeaning},
+    {"blue", "tint, 0 to 255"},
+    {"green", "tint, 0 to 255"},
+    {"layer", "in a definition: order among what is drawn over the picture"},
+    {"model", "in a definition: the file of the model or picture"},
+    {"pan", kDirectionMeaning},
+    {"red", "tint, 0 to 255"},
+    {"roll", kDirectionMeaning},
+    {"scale_x", "size as a factor of the model's"},
+    {"scale_y", "size as a factor of the model's"},
+    {"scale_z", "size as a factor of the model's"},
+    {"skill1", kSkillMeaning},
+    {"skill2", kSkillMeaning},
+    {"skill3", kSkillMeaning},
+    {"skill4", kSkillMeaning},
+    {"skill5", kSkillMeaning},
+    {"skill6", kSkillMeaning},
+    {"skill7", kSkillMeaning},
+    {"skill8", kSkillMeaning},
+    {"skill9", kSkillMeaning},
+    {"skill10", kSkillMeaning},
+    {"skill11", kSkillMeaning},
+    {"skill12", kSkillMeaning},
+    {"skill13", kSkillMeaning},
+    {"skill14", kSkillMeaning},
+    {"skill15", kSkillMeaning},
+    {"skill16", kSkillMeaning},
+    {"skill17", kSkillMeaning},
+    {"skill18", kSkillMeaning},
+    {"skill19", kSkillMeaning},
+    {"skill20", kSkillMeaning},
+    {"surface", "in a definition: its material"},
+    {"tilt", kDirectionMeaning},
+    {"x", kPlaceMeaning},
+    {"y", kPlaceMeaning},
+    {"z", kPlaceMeaning},
+};
+constexpr ObjectMember kFont[] = {
+    {"height", "size of a character in pixels"},
+    {"width", "size of a character in pixels"},
+};
+constexpr ObjectMember kMaterial[] = {
+    {"albedo", kLightMeaning}, {"ambient", kLightMeaning}, {"blue", kColorMeaning},
+    {"green", kColorMeaning},  {"red", kColorMeaning},
+};
+constexpr ObjectMember kPanel[] = {
+    {"alpha", kAlphaMeaning},
+    {"layer", kLayerMeaning},
+    {"picture", "in a definition: the bitmap"},
+    {"pos_x", kCornerMeaning},
+    {"pos_y", kCornerMeaning},
+    {"scale_x", "size as a factor of the bitmap's"},
+    {"scale_y", "size as a factor of the bitmap's"},
+};
+constexpr ObjectMember kSky[] = {
+    {"blue", kColorMeaning}, {"green", kColorMeaning},           {"layer", "order among the skies"},
+    {"red", kColorMeaning},  {"stars", "how many stars it has"},
+};
+constexpr ObjectMember kText[] = {
+    {"alpha", kAlphaMeaning},
+    {"blue", kColorMeaning},
+    {"content", "in a definition: the lines, in quotes, with commas between them"},
+    {"face", "in a definition: the font"},
+    {"green", kColorMeaning},
+    {"layer", kLayerMeaning},
+    {"length", "number of characters"},
+    {"lines", "number of lines"},
+    {"pos_x", kCornerMeaning},
+    {"pos_y", kCornerMeaning},
+    {"red", kColorMeaning},
+    {"scale_x", "size as a factor"},
+    {"scale_y", "size as a factor"},
+    {"string", "the lines as strings: string[0] is the first"},
+};
+constexpr ObjectMember kView[] = {
+    {"alpha", kAlphaMeaning},
+    {"ambient", "light that comes from everywhere"},
+    {"fog", "strength of the fog"},
+    {"fog_end", "where the fog hides everything"},
+    {"fog_start", "where the fog begins"},
+    {"fov", "angle that it sees, in degrees"},
+    {"layer", "order among the views"},
+    {"offset_x", "shift of the picture, in pixels"},
+    {"offset_y", "shift of the picture, in pixels"},
+    {"pan", kDirectionMeaning},
+    {"portal_x", "place of a portal"},
+    {"portal_y", "place of a portal"},
+    {"portal_z", "place of a portal"},
+    {"pos_x", "upper left corner of the part of the screen that it fills, in pixels"},
+    {"pos_y", "upper left corner of the part of the screen that it fills, in pixels"},
+    {"roll", kDirectionMeaning},
+    {"size_x", "size of the part of the screen that it fills, in pixels"},
+    {"size_y", "size of the part of the screen that it fills, in pixels"},
+    {"tilt", kDirectionMeaning},
+    {"x", kPlaceMeaning},
+    {"y", kPlaceMeaning},
+    {"z", kPlaceMeaning},
+};
+constexpr ObjectMember kWindow[] = {
+    {"blue", "color behind everything, 0 to 255"},
+    {"green", "color behind everything, 0 to 255"},
+    {"red", "color behind everything, 0 to 255"},
+    {"size_x", "size in pixels"},
+    {"size_y", "size in pixels"},
+    {"title", "in a definition: the text in its title bar"},
+};
 
 constexpr ObjectKind kKinds[] = {
     {OutlineRoot::kBitmaps, "bmap.", kBitmap},   {OutlineRoot::kEntities, "entity.", kEntity},
@@ -47,6 +152,13 @@ constexpr KnownObject kKnownObjects[] = {
 
 std::span<const ObjectKind> ObjectKinds() {
   return kKinds;
+}
+
+std::string_view MeaningOf(const ObjectKind& kind, std::string_view member) {
+  for (const ObjectMember& candidate : kind.members) {
+    if (cp1252::EqualNoCase(candidate.name, member)) return candidate.meaning;
+  }
+  return {};
 }
 
 const ObjectKind* FindObjectKind(OutlineRoot root) {

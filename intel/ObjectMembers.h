@@ -8,15 +8,22 @@
 
 namespace quill {
 
+struct ObjectMember {
+  std::string_view name;
+  std::string_view meaning;  ///< a few words without full stop
+};
+
 /// The kinds of object that have members.
 struct ObjectKind {
   OutlineRoot root;
   std::string_view prefix;  ///< "entity." and so on
-  std::span<const std::string_view> members;
+  std::span<const ObjectMember> members;
 };
 
 /// In the order of the roots.
 std::span<const ObjectKind> ObjectKinds();
+/// Empty for what is no member of the kind; case is ignored.
+std::string_view MeaningOf(const ObjectKind& kind, std::string_view member);
 /// Null when the objects of a root have no members.
 const ObjectKind* FindObjectKind(OutlineRoot root);
 /// The kind of an object by its name, ignoring case: one that the script defines, or one that is known

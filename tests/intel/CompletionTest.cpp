@@ -128,7 +128,8 @@ TEST(CompletionDetail, TellsHowTheSelectedNameIsUsed) {
   EXPECT_LT(detail("wide").size(), 400u);
   const ObjectKind* panel = FindObjectKind(OutlineRoot::kPanels);
   const CompletionList members(std::make_shared<const CompletionNames>(*panel), "pos");
-  EXPECT_EQ(DetailOf(members, 0, panel, commands, outline).heading, "panel.pos_x");
+  const CompletionDetail member = DetailOf(members, 0, panel, commands, outline);
+  EXPECT_EQ(member.heading + "|" + member.text, "panel.pos_x|upper left corner, in pixels of the screen");
 }
 
 TEST(PlacePopup, NeverCoversItsLine) {

@@ -102,7 +102,7 @@ TEST_F(ManualTest, MembersAreIndexedUnderTheirKindByTheTablesThatExplainThem) {
 }
 
 TEST_F(ManualTest, ReportsWhatLeadsNowhereAndWhatIsMissing) {
-  static constexpr std::string_view kMembers[] = {"x", "y"};
+  static constexpr ObjectMember kMembers[] = {{"x", "place"}, {"y", "place"}};
   m_kinds = {{OutlineRoot::kPanels, "panel.", kMembers}};
   Manual manual(Words(), m_source.Commands());
   manual.AddPage("index.md",

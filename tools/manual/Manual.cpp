@@ -221,8 +221,8 @@ void Manual::CheckWords() {
     if (!explained.contains(keyword)) m_problems.push_back("no heading explains the keyword " + keyword);
   }
   for (const ObjectKind& kind : m_vocabulary.kinds) {
-    for (const std::string_view member : kind.members) {
-      const std::string word = std::string(kind.prefix).append(member);
+    for (const ObjectMember& member : kind.members) {
+      const std::string word = std::string(kind.prefix).append(member.name);
       if (!explained.contains(word)) m_problems.push_back("no table explains the member " + word);
     }
   }
