@@ -14,6 +14,9 @@ namespace {
 /// How well a name fits, best first.
 enum Fit : uint8_t { kBegins, kContains, kInOrder, kNot };
 
+/// Further to the right nothing is offered unasked: reading the line with every key would be felt.
+constexpr size_t kMostColumns = 65536;
+
 bool HasInOrder(std::string_view name, std::string_view characters) {
   size_t found = 0;
   for (const char c : name) {
@@ -38,7 +41,7 @@ std::optional<CompletionRequest> CompletionAt(std::string_view line, int32_t col
   request.start = word.start;
   request.end = word.end;
   request.begun = line.substr(static_cast<size_t>(word.start), caret - static_cast<size_t>(word.start));
-  request.inCode = EndsInCode(line.substr(0, caret), state);
+  request.inCode = caret <= kMostColumns && EndsInCode(line.substr(0, caret), state);
   if (word.start > 0 && line[static_cast<size_t>(word.start - 1)] == '.') {
     const std::optional<MemberAccess> access = MemberAccessAt(line, column);
     if (access) request.object = FindObjectKind(access->object, outline);

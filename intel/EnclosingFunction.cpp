@@ -8,12 +8,19 @@
 namespace quill {
 namespace {
 
+/// Looked at for one answer, which is wanted whenever the caret moves; a function of more text than that has
+/// lost its last brace.
+constexpr int64_t kMostCharacters = int64_t{1} << 20;
+
 /// Whether the braces that the lines from `first` on open are closed again before line `line`.
 bool IsClosedBefore(const CCrystalTextBuffer& buffer, int32_t first, int32_t line) {
   int64_t depth = 0;
   bool closed = false;
   uint32_t state = 0;
+  int64_t left = kMostCharacters;
   for (int32_t i = first; i < line && !closed; ++i) {
+    left -= buffer.LineLength(i) + 1;
+    if (left < 0) return true;
     state = WalkCode(buffer.Line(i), state, [&depth, &closed](size_t, char c) {
       if (c == '{') ++depth;
       if (c == '}') closed = --depth <= 0 || closed;

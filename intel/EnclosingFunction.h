@@ -23,8 +23,9 @@ class EnclosingFunction {
   /// Those of included files are left out.
   explicit EnclosingFunction(const Outline& outline);
 
-  /// The function whose definition or body has a part in `line`; null between functions. Valid as long as
-  /// this object. Lines that moved since the outline was read give an answer that is off by as much.
+  /// The function whose definition or body has a part in `line`; null between functions, and where the end
+  /// of a function is not found within a megabyte. Valid as long as this object. Lines that moved since the
+  /// outline was read give an answer that is off by as much.
   const Entry* Around(const CCrystalTextBuffer& buffer, int32_t line) const;
 
  private:

@@ -196,11 +196,10 @@ void CCodeJumperTree::Activate(QTreeWidgetItem* item) {
   }
 }
 
-void CCodeJumperTree::CopyName(Place place) const {
-  const std::string& text = ItemOf(place).text;
+QString CCodeJumperTree::NameOf(Place place) const {
+  const std::string_view text = ItemOf(place).text;
   const std::string_view word = DefinedWord(text);
-  const bool isName = place.root != OutlineRoot::kPaths && !word.empty();
-  QApplication::clipboard()->setText(FromCodePage(isName ? word : std::string_view(text)));
+  return FromCodePage(place.root == OutlineRoot::kPaths || word.empty() ? text : word);
 }
 
 bool CCodeJumperTree::viewportEvent(QEvent* event) {
@@ -228,7 +227,9 @@ void CCodeJumperTree::keyPressEvent(QKeyEvent* event) {
 void CCodeJumperTree::contextMenuEvent(QContextMenuEvent* event) {
   QMenu menu(this);
   if (const auto place = PlaceOf(currentItem())) {
-    menu.addAction(UiText(StringId::kCopyName), this, [this, at = *place] { CopyName(at); });
+    // The name, not the place: while the menu is open the tree may be rebuilt.
+    menu.addAction(UiText(StringId::kCopyName), this,
+                   [name = NameOf(*place)] { QApplication::clipboard()->setText(name); });
     menu.addSeparator();
   }
   menu.addAction(UiText(StringId::kExpandAll), this, [this] { ExpandRoots(); });

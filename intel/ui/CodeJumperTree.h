@@ -62,7 +62,7 @@ class CCodeJumperTree : public QTreeWidget {
   void SelectAgain(int root, const std::optional<std::string>& text);
   void MarkItem();
   void Activate(QTreeWidgetItem* item);
-  void CopyName(Place place) const;
+  QString NameOf(Place place) const;
   void LoadIcons();
 
   std::shared_ptr<const ScriptFacts> m_facts;  ///< null until a script was shown

@@ -82,6 +82,7 @@ TEST(CompletionAt, TellsWordsMembersAndPlacesThatAreNoCode) {
   EXPECT_EQ(at("// pan.", 7), "panel.@7-7 quiet");
   EXPECT_EQ(at("\"pan.", 5), "panel.@5-5 quiet");
   EXPECT_EQ(at("pan.", 4, parse_state::kBlockComment), "panel.@4-4 quiet");
+  EXPECT_EQ(at(std::string(70000, ' ') + "pan.", 70004), "panel.@70004-70004 quiet");
   EXPECT_EQ(at("*/ pan.", 7, parse_state::kBlockComment), "panel.@7-7");
 }
 

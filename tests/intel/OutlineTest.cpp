@@ -191,6 +191,12 @@ TEST(EnclosingFunction, IsTheOneWhoseBracesAreStillOpen) {
   }
   EXPECT_EQ(around, ".FFFFF.AAAAS");
   EXPECT_EQ(functions.Around(script, 99), nullptr);
+
+  ScriptText endless("function f()\n{\n" + std::string(600000, 'x') + "\n" + std::string(600000, 'x') +
+                     "\n\n");
+  const EnclosingFunction one(ScanOutline(endless));
+  EXPECT_NE(one.Around(endless, 3), nullptr);
+  EXPECT_EQ(one.Around(endless, 4), nullptr) << "nobody writes so much into one function";
 }
 
 TEST(OutlineFilter, WantsAllTypedWordsInAnyCaseOrTheRootsName) {
