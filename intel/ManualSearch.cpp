@@ -58,7 +58,6 @@ int Points(const ManualSection& section, std::string_view word) {
 }
 
 bool IsWhole(std::string_view heading, std::string_view query) {
-  heading = heading.substr(0, heading.find('('));
   return std::equal(heading.begin(), heading.end(), query.begin(), query.end(),
                     [](char a, char b) { return Lower(a) == Lower(b); });
 }

@@ -23,8 +23,44 @@ constexpr int kWidestText = 720;   ///< pixels at a zoom of 100
 constexpr int kIndent = 24;        ///< of lists, pixels
 constexpr int kPicturePixels = 2;  ///< pixels of a picture's file for one of the page
 constexpr int kDarkLightness = 128;
+constexpr int kRowsAbove = 3;  ///< of a place that is shown in the middle: a third of the view
+constexpr int kAirAbove = 10;  ///< pixels
 constexpr QColor kLightMark(255, 236, 150);
 constexpr QColor kDarkMark(94, 71, 20);
+
+/// The place of `<a name>`; null when there is none.
+QTextCursor AnchorIn(QTextDocument& document, const QString& anchor) {
+  for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+    for (auto at = block.begin(); !at.atEnd(); ++at) {
+      if (!at.fragment().charFormat().anchorNames().contains(anchor)) continue;
+      QTextCursor place(&document);
+      place.setPosition(at.fragment().position());
+      return place;
+    }
+  }
+  return {};
+}
+
+/// Headings have sizes of their own, which win over those of a style sheet until they are taken away.
+void UseStyledHeadings(QTextDocument& document) {
+  QList<std::pair<QTextCursor, QTextCharFormat>> pieces;
+  for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+    if (block.blockFormat().headingLevel() == 0) continue;
+    for (auto at = block.begin(); !at.atEnd(); ++at) {
+      QTextCursor piece(block);
+      piece.setPosition(at.fragment().position());
+      piece.setPosition(at.fragment().position() + at.fragment().length(), QTextCursor::KeepAnchor);
+      pieces.append({piece, at.fragment().charFormat()});
+    }
+  }
+  QTextCursor edit(&document);
+  edit.beginEditBlock();
+  for (auto& [piece, format] : pieces) {
+    format.clearProperty(QTextFormat::FontSizeAdjustment);
+    piece.setCharFormat(format);
+  }
+  edit.endEditBlock();
+}
 
 }  // namespace
 
@@ -128,6 +164,7 @@ void ManualPage::Redo() {
 // Marks
 
 void ManualPage::OnSourceChanged(const QUrl& url) {
+  UseStyledHeadings(*document());
   // `source` still tells the page before.
   const bool isSame = url.matches(m_shown, QUrl::RemoveFragment);
   m_shown = url;
@@ -136,6 +173,32 @@ void ManualPage::OnSourceChanged(const QUrl& url) {
   } else {
     Mark({}, false);
   }
+  if (url.hasFragment()) ShowAnchor(url.fragment());
+}
+
+/// The row of a table is marked and shown with the rows above it, a heading with some air.
+void ManualPage::ShowAnchor(const QString& anchor) {
+  const QTextCursor place = AnchorIn(*document(), anchor);
+  if (place.isNull()) return;
+  const bool isRow = place.currentTable() != nullptr;
+  ScrollTo(place, isRow ? viewport()->height() / kRowsAbove : kAirAbove);
+  if (!isRow) return;
+  QTextCursor row = place;
+  row.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+  m_marks = {row};
+  ShowMarks();
+}
+
+void ManualPage::ScrollTo(const QTextCursor& place, int above) {
+  verticalScrollBar()->setValue(verticalScrollBar()->value() + cursorRect(place).top() - above);
+}
+
+void ManualPage::MarkWords(const QStringList& words) {
+  Mark(words, true);
+  const auto next = std::find_if(m_marks.cbegin(), m_marks.cend(),
+                                 [this](const QTextCursor& mark) { return cursorRect(mark).top() >= 0; });
+  if (next != m_marks.cend() && !viewport()->rect().contains(cursorRect(*next)))
+    ScrollTo(*next, viewport()->height() / kRowsAbove);
 }
 
 int ManualPage::MarkText(const QString& text) {
@@ -154,6 +217,10 @@ void ManualPage::Mark(const QStringList& texts, bool wordsOnly) {
     }
   }
   std::sort(m_marks.begin(), m_marks.end());
+  ShowMarks();
+}
+
+void ManualPage::ShowMarks() {
   QList<QTextEdit::ExtraSelection> selections;
   for (const QTextCursor& mark : m_marks) {
     QTextCharFormat format;

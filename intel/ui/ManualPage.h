@@ -24,8 +24,9 @@ class ManualPage : public QTextBrowser {
   /// A number outside the range gives the nearest end of it.
   void SetZoom(int percent);
 
-  /// Marks every place of these texts that begins a word, ignoring case. Another page has no marks.
-  void MarkWords(const QStringList& words) { Mark(words, true); }
+  /// Marks every place of these texts that begins a word, ignoring case, and scrolls down to the next one
+  /// when none is seen. Another page has no marks.
+  void MarkWords(const QStringList& words);
   /// Marks every place of a text, ignoring case; how many there are.
   int MarkText(const QString& text);
   /// Selects the next or previous marked place, or the first behind the end of the page; its number from 1,
@@ -50,7 +51,10 @@ class ManualPage : public QTextBrowser {
   QVariant LoadPicture(const QUrl& url) const;
   QVariant LoadStyle(const QUrl& url) const;
   void Mark(const QStringList& texts, bool wordsOnly);
+  void ShowMarks();
   void OnSourceChanged(const QUrl& url);
+  void ShowAnchor(const QString& anchor);
+  void ScrollTo(const QTextCursor& place, int above);
   /// Reads the page anew; what is at the upper edge stays there.
   void Redo();
 

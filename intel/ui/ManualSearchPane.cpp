@@ -28,8 +28,7 @@ QList<int> MatchPlaces(const ManualExcerpt& excerpt) {
 
 QListWidgetItem* ItemOf(const ManualSection& section, const ManualExcerpt& excerpt) {
   auto* item = new QListWidgetItem(QString::fromStdString(section.heading));
-  // A command's heading is its page's title with the parameters behind it.
-  if (!section.heading.starts_with(section.page))
+  if (section.page != section.heading)
     item->setData(ManualResultDelegate::kPage, QString::fromStdString(section.page));
   item->setData(ManualResultDelegate::kExcerpt, QString::fromStdString(excerpt.text));
   item->setData(ManualResultDelegate::kMatches, QVariant::fromValue(MatchPlaces(excerpt)));

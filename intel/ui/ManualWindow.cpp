@@ -148,9 +148,10 @@ void CManualWindow::AddKeys() {
 }
 
 void CManualWindow::Open(const std::string& topic) {
-  m_page->setSource(m_book->TopicPage(topic));
   setWindowState(windowState() & ~Qt::WindowMinimized);
+  // First: where a page is scrolled to depends on the width of its lines.
   show();
+  m_page->setSource(m_book->TopicPage(topic));
   raise();
   activateWindow();
   m_page->setFocus();

@@ -37,8 +37,8 @@ class ManualSearchTest : public testing::Test {
  protected:
   ManualSearchTest() {
     m_search.Add({{"start", "Start", "Start", "wait and see; loops wait, wait, wait"},
-                  {"c1", "vec_set", "vec_set(vector v)", "Sets a vector."},
-                  {"c2", "wait", "wait(number frames)", "Pauses."},
+                  {"c1", "vec_set", "vec_set", "Sets a vector."},
+                  {"c2", "wait", "wait", "Pauses."},
                   {"k1", "Keywords", "while", "Repeats. The distance is 3."},
                   {"k2", "Keywords", "wait_state", "nothing"}});
   }

@@ -63,10 +63,9 @@ TEST_F(ManualTest, HasAPageForEachCommandAndAnIndexOfAllWords) {
   manual.Finish();
   EXPECT_EQ(manual.Problems(), std::vector<std::string>{});
   const std::string& page = manual.Files().at("command-move.html");
-  EXPECT_NE(
-      page.find(
-          "<h1>move(vector way)</h1>\n<p>Moves. Then <a href=\"command-turn.html\">turn</a> is next.</p>"),
-      std::string::npos)
+  EXPECT_NE(page.find("<h1>move</h1>\n<p class=\"signature\"><code>move(vector way)</code></p>\n<p>Moves. "
+                      "Then <a href=\"command-turn.html\">turn</a> is next.</p>"),
+            std::string::npos)
       << page;
   const std::string& project = manual.Files().at("quill.qhp");
   for (const char* part :
@@ -81,7 +80,9 @@ TEST_F(ManualTest, HasAPageForEachCommandAndAnIndexOfAllWords) {
                 .at("words.html")
                 .find("<img src=\"images/p.png\" width=\"150\" height=\"50\" alt=\"p\">"),
             std::string::npos);
-  EXPECT_NE(manual.Files().at("keys.html").find("<td>Ctrl+S</td><td>Save</td>"), std::string::npos);
+  const std::string& keys = manual.Files().at("keys.html");
+  EXPECT_NE(keys.find("<td>Ctrl+S</td><td>Save</td>"), std::string::npos);
+  EXPECT_NE(keys.find("<td>Ctrl+0 to Ctrl+9</td><td>Go to Bookmark 0 to 9</td>"), std::string::npos);
 }
 
 TEST_F(ManualTest, MembersAreIndexedUnderTheirKindByTheTablesThatExplainThem) {

@@ -72,6 +72,40 @@ std::string KeyTexts(const Command& command) {
   return keys;
 }
 
+/// "Ctrl+1: Go to Bookmark 1" and what is alike but for the number differ only in this digit at the end.
+bool IsNextOfSeries(const Command& command, const Command& previous) {
+  const auto alike = [](std::string_view a, std::string_view b) {
+    return a.size() == b.size() && !a.empty() && cp1252::IsAsciiDigit(a.back()) &&
+           cp1252::IsAsciiDigit(b.back()) && a.substr(0, a.size() - 1) == b.substr(0, b.size() - 1);
+  };
+  return alike(KeyTexts(command), KeyTexts(previous)) &&
+         alike(PlainLabel(command.menuText), PlainLabel(previous.menuText));
+}
+
+/// A row for each command of a menu that has keys; a series is one row.
+std::string KeyRows(const std::string& menu) {
+  std::vector<const Command*> commands;
+  for (const Command& command : Commands()) {
+    const std::string path = MenuPath(command.id);
+    if ((path == menu || path.starts_with(menu + " > ")) && !ShortcutsOf(command).empty())
+      commands.push_back(&command);
+  }
+  std::string rows;
+  for (size_t i = 0; i < commands.size(); ++i) {
+    const Command& first = *commands[i];
+    while (i + 1 < commands.size() && IsNextOfSeries(*commands[i + 1], *commands[i])) ++i;
+    const Command& last = *commands[i];
+    const bool isSeries = &first != &last;
+    const std::string label = PlainLabel(first.menuText);
+    const std::string keys = KeyTexts(first) + (isSeries ? " to " + KeyTexts(last) : std::string());
+    const std::string name =
+        isSeries ? label + " to " + PlainLabel(last.menuText).substr(label.size() - 1) : label;
+    rows += "<tr><td>" + EscapeHtml(keys) + "</td><td>" + EscapeHtml(name) + "</td><td>" +
+            EscapeHtml(first.help) + "</td></tr>\n";
+  }
+  return rows;
+}
+
 }  // namespace
 
 std::string CommandPageName(std::string_view command) {
@@ -117,12 +151,13 @@ void Manual::MakeCommandPages() {
         others += Link(CommandPageName(other->name), other->name);
       }
       m_files[CommandPageName(command->name)] = PageShell(
-          command->name, kRelatedOpen + Link(HtmlName(kCommandsPage) + "#" + FieldAnchor(field), field) +
-                             kRelatedClose + "<h1>" + EscapeHtml(command->parameters) + "</h1>\n<p>" +
-                             HtmlWithLinks(help.text, m_vocabulary.commands, command->name, CommandPageLink) +
-                             "</p>\n<h3>Example</h3>\n" +
-                             CodeBox(CodeHtml(help.example, m_vocabulary, CommandPageLink)) + kRelatedOpen +
-                             "<h3>In the same field</h3>\n<p>" + others + "</p>" + kRelatedClose);
+          command->name,
+          kRelatedOpen + Link(HtmlName(kCommandsPage) + "#" + FieldAnchor(field), field) + kRelatedClose +
+              "<h1>" + EscapeHtml(command->name) + "</h1>\n<p class=\"signature\"><code>" +
+              EscapeHtml(command->parameters) + "</code></p>\n<p>" +
+              HtmlWithLinks(help.text, m_vocabulary.commands, command->name, CommandPageLink) +
+              "</p>\n<h3>Example</h3>\n" + CodeBox(CodeHtml(help.example, m_vocabulary, CommandPageLink)) +
+              kRelatedOpen + "<h3>In the same field</h3>\n<p>" + others + "</p>" + kRelatedClose);
     }
   }
 }
@@ -156,14 +191,7 @@ void Manual::MakeKeyList() {
       "the page about editing.</p>\n";
   for (const Menu& menu : MenuBar()) {
     const std::string title = PlainLabel(menu.text);
-    std::string rows;
-    for (const Command& command : Commands()) {
-      const std::string path = MenuPath(command.id);
-      if ((path != title && !path.starts_with(title + " > ")) || ShortcutsOf(command).empty()) continue;
-      rows += "<tr><td>" + EscapeHtml(KeyTexts(command)) + "</td><td>" +
-              EscapeHtml(PlainLabel(command.menuText)) + "</td><td>" + EscapeHtml(command.help) +
-              "</td></tr>\n";
-    }
+    const std::string rows = KeyRows(title);
     if (rows.empty()) continue;
     page.headings.push_back({2, FieldAnchor(title), title, {}});
     page.html += "<h2><a name=\"" + FieldAnchor(title) + "\"></a>" + EscapeHtml(title) + "</h2>\n";

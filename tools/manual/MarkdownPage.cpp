@@ -118,6 +118,9 @@ class Rewriter {
         CopyLink();
       } else if (m_rest.starts_with("<code>")) {
         CopyInlineCode();
+      } else if (m_rest.starts_with("<p><img ")) {
+        m_page.html += "<p class=\"picture\">";
+        m_rest.remove_prefix(3);
       } else if (m_rest.starts_with("<img src=\"")) {
         m_page.images.emplace_back(m_rest.substr(10, m_rest.find('"', 10) - 10));
         Copy(1);
