@@ -4,7 +4,6 @@
 #include <QMainWindow>
 
 #include "base/CodePage1252.h"
-#include "intel/ui/CodeCompletion.h"
 #include "shell/Settings.h"
 #include "shell/ui/ActiveScript.h"
 #include "shell/ui/AppServices.h"
@@ -62,9 +61,9 @@ CCodeCompletion::Move MoveOf(int key) {
 }  // namespace
 
 CompletionControl::CompletionControl(const ShellParts& parts, QObject* parent)
-    : QObject(parent), m_parts(parts) {
+    : QObject(parent), m_parts(parts), m_window(&parts.window) {
   connect(&parts.workspace, &Workspace::ActiveFrameChanged, this, &CompletionControl::Follow);
-  parts.window.installEventFilter(this);
+  m_window->installEventFilter(this);
 }
 
 void CompletionControl::Follow(CChildFrame* frame) {
@@ -138,7 +137,7 @@ bool CompletionControl::OpenAt(CQuillView& view, const CompletionRequest& reques
     return false;
   }
   if (m_list == nullptr) {
-    m_list = new CCodeCompletion(&m_parts.window);
+    m_list = new CCodeCompletion(m_window);
     connect(m_list, &CCodeCompletion::EntryChanged, this, &CompletionControl::EntryChanged);
     connect(m_list, &CCodeCompletion::Clicked, this, [this] {
       m_keys.Chose();
@@ -257,7 +256,7 @@ bool CompletionControl::ViewEvent(QEvent* event) {
 }
 
 bool CompletionControl::eventFilter(QObject* watched, QEvent* event) {
-  if (watched != &m_parts.window) return ViewEvent(event);
+  if (watched != m_window) return ViewEvent(event);
   if (event->type() == QEvent::Move || event->type() == QEvent::Resize) Close();
   return false;
 }

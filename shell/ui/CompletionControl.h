@@ -7,6 +7,7 @@
 
 #include "intel/Completion.h"
 #include "intel/ScriptFacts.h"
+#include "intel/ui/CodeCompletion.h"
 #include "shell/ui/ShellParts.h"
 
 class QKeyEvent;
@@ -14,7 +15,6 @@ class QKeyEvent;
 namespace quill {
 
 class CChildFrame;
-class CCodeCompletion;
 class CQuillView;
 
 /// Opens the completion list on command and behind an object's ".", leads it while the user types, and
@@ -58,8 +58,10 @@ class CompletionControl : public QObject {
   QRect WordOnScreen(const CQuillView& view) const;
 
   const ShellParts& m_parts;
+  /// While the main window is being destroyed it still gets events, when the parts are gone.
+  QPointer<QWidget> m_window;
   QPointer<CQuillView> m_view;
-  CCodeCompletion* m_list = nullptr;  ///< made when first needed
+  QPointer<CCodeCompletion> m_list;  ///< made when first needed
   CompletionKeys m_keys;
   TextPosition m_wordStart;
   std::shared_ptr<const ScriptFacts> m_facts;  ///< what the open list was made from

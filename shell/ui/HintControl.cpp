@@ -5,7 +5,6 @@
 #include <QMouseEvent>
 #include <QScrollBar>
 
-#include "intel/ui/HintTipWindow.h"
 #include "shell/Settings.h"
 #include "shell/ui/ActiveScript.h"
 #include "shell/ui/AppServices.h"
@@ -19,14 +18,14 @@
 namespace quill {
 
 HintControl::HintControl(const ShellParts& parts, CompletionControl& completion, QObject* parent)
-    : QObject(parent), m_parts(parts), m_completion(completion) {
+    : QObject(parent), m_parts(parts), m_completion(completion), m_window(&parts.window) {
   connect(&parts.workspace, &Workspace::ActiveFrameChanged, this, &HintControl::Follow);
   connect(&completion, &CompletionControl::EntryChanged, this, [this] {
     if (m_completion.IsOpen()) UpdateHintText();
     if (m_completion.IsOpen() && !m_onCommand) ShowHint(m_hint.Text());
     KeepOffText();
   });
-  parts.window.installEventFilter(this);
+  m_window->installEventFilter(this);
 }
 
 void HintControl::Follow(CChildFrame* frame) {
@@ -73,7 +72,7 @@ void HintControl::ShowHint(const std::string& text) {
       PlaceTip();
       break;
     case HintTip::Action::kHide:
-      m_window->hide();
+      m_tipWindow->hide();
       break;
     case HintTip::Action::kNothing:
       if (enabled && m_tip.IsVisible()) SetTipText(text);
@@ -96,29 +95,29 @@ void HintControl::ShowOnCommand() {
 // The tip
 
 void HintControl::SetTipText(const std::string& text) {
-  if (m_window == nullptr) m_window = new HintTipWindow(&m_parts.window);
-  m_window->SetText(text, text == m_hint.Text() ? m_hint.Argument() : TextPart{}, m_view->Font());
+  if (m_tipWindow == nullptr) m_tipWindow = new HintTipWindow(m_window);
+  m_tipWindow->SetText(text, text == m_hint.Text() ? m_hint.Argument() : TextPart{}, m_view->Font());
 }
 
 void HintControl::PlaceTip() {
   const CQuillView& view = *m_view;
   const bool listIsBelow = m_completion.IsOpen() && m_completion.IsBelowCaret();
   const QRect caret = view.CaretRect();
-  m_window->ShowBeside({view.viewport()->mapToGlobal(caret.topLeft()), QSize(0, view.LineHeight())},
-                       listIsBelow ? PopupSide::kAbove : PopupSide::kBelow);
+  m_tipWindow->ShowBeside({view.viewport()->mapToGlobal(caret.topLeft()), QSize(0, view.LineHeight())},
+                          listIsBelow ? PopupSide::kAbove : PopupSide::kBelow);
 }
 
 void HintControl::HideTip() {
   m_onCommand = false;
   m_tip.Dismissed();
-  if (m_window != nullptr) m_window->hide();
+  if (m_tipWindow != nullptr) m_tipWindow->hide();
 }
 
 void HintControl::KeepOffText() {
-  if (m_window == nullptr || !m_window->isVisible()) return;
+  if (m_tipWindow == nullptr || !m_tipWindow->isVisible()) return;
   const QRect line(m_view->viewport()->mapToGlobal(QPoint(0, m_view->CaretRect().top())),
                    QSize(m_view->viewport()->width(), m_view->LineHeight()));
-  const QRect tip = m_window->geometry();
+  const QRect tip = m_tipWindow->geometry();
   if (tip.intersects(line) || tip.intersects(m_completion.Place())) PlaceTip();
 }
 
@@ -126,7 +125,7 @@ void HintControl::KeepOffText() {
 
 void HintControl::OnKeyPress(const QKeyEvent& event) {
   if (IsModifierKey(event.key())) return;
-  const bool wasVisible = m_window != nullptr && m_window->isVisible();
+  const bool wasVisible = m_tipWindow != nullptr && m_tipWindow->isVisible();
   if (m_onCommand) HideTip();
   if (event.key() == Qt::Key_Escape && wasVisible && !m_completion.IsOpen()) {
     m_dismissed = m_hint.Text();
@@ -143,7 +142,7 @@ void HintControl::OnKeyRelease() {
 }
 
 bool HintControl::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == &m_parts.window) {
+  if (watched == m_window) {
     if (event->type() == QEvent::Move || event->type() == QEvent::Resize) HideTip();
     return false;
   }

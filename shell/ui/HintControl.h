@@ -4,6 +4,7 @@
 #include <string>
 
 #include "intel/Hints.h"
+#include "intel/ui/HintTipWindow.h"
 #include "shell/ui/ShellParts.h"
 
 class QKeyEvent;
@@ -13,7 +14,6 @@ namespace quill {
 class CChildFrame;
 class CQuillView;
 class CompletionControl;
-class HintTipWindow;
 
 /// Shows the parameters of the command whose arguments are being written in a tip beside the caret.
 class HintControl : public QObject {
@@ -52,12 +52,14 @@ class HintControl : public QObject {
 
   const ShellParts& m_parts;
   CompletionControl& m_completion;
+  /// While the main window is being destroyed it still gets events, when the parts are gone.
+  QPointer<QWidget> m_window;
   QPointer<CQuillView> m_view;
   HintText m_hint;
   HintTip m_tip;
-  HintTipWindow* m_window = nullptr;  ///< made when first needed
-  bool m_onCommand = false;           ///< shown on command: keys that are released leave it alone
-  std::string m_dismissed;            ///< closed with Esc; stays away while the hint is this one
+  QPointer<HintTipWindow> m_tipWindow;  ///< made when first needed
+  bool m_onCommand = false;             ///< shown on command: keys that are released leave it alone
+  std::string m_dismissed;              ///< closed with Esc; stays away while the hint is this one
 };
 
 }  // namespace quill
