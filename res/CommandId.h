@@ -70,6 +70,7 @@ enum class CommandId : uint16_t {
   kIntelGoToDefinition,
   kIntelGoBack,
   kIntelRefreshCodeJumper,
+  kIntelFindName,
   kTemplateFirst = 1170,
   kTemplateLast = 1199,
 

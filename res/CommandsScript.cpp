@@ -29,6 +29,8 @@ constexpr Command kCommands[] = {
      kOutline},
     {kIntelRefreshCodeJumper, "script.refreshCodeJumper", "&Refresh Code Jumper", {},
      "Reads the script's definitions again", "refresh-outline", false, kOutline},
+    {kIntelFindName, "script.findName", "&Find Name", {"Ctrl+Shift+J"},
+     "Goes to the Code Jumper's filter, to find a definition by its name", "code-jumper", false, kOutline},
 
     // Bookmarks
     {kBookmarkToggle, "bookmark.toggle", "&Toggle bookmark", {"Ctrl+F2"}, "Sets or removes the bookmark of the caret line",

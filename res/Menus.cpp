@@ -80,9 +80,8 @@ constexpr MenuEntry kInsertEntries[] = {
 constexpr Menu kInsertMenu{"&Insert", kInsertEntries};
 
 constexpr MenuEntry kScriptEntries[] = {
-    Item(kIntelCompleteWord),      Item(kIntelShowHint), kLine,
-    Item(kIntelGoToDefinition),    Item(kIntelGoBack),   kLine,
-    Item(kIntelRefreshCodeJumper),
+    Item(kIntelCompleteWord), Item(kIntelShowHint), kLine, Item(kIntelGoToDefinition),
+    Item(kIntelFindName),     Item(kIntelGoBack),   kLine, Item(kIntelRefreshCodeJumper),
 };
 constexpr Menu kScriptMenu{"&Script", kScriptEntries};
 

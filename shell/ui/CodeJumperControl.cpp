@@ -1,6 +1,7 @@
 #include "shell/ui/CodeJumperControl.h"
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QMouseEvent>
 
@@ -143,6 +144,13 @@ void RegisterOutlineCommands(const ShellParts& parts) {
   auto* control = new CodeJumperControl(parts, *pane, &parts.window);
   OnView(parts, CommandId::kIntelRefreshCodeJumper, [&parts](CQuillView&) { parts.script.Refresh(); });
   OnView(parts, CommandId::kIntelGoToDefinition, [control](CQuillView&) { control->GoToDefinition(); });
+  parts.router.Register(CommandId::kIntelFindName, [bar, pane] {
+    bar->show();
+    bar->raise();
+    bar->activateWindow();  // it may float
+    pane->Filter().setFocus();
+    pane->Filter().selectAll();
+  });
   ScriptJumps& jumps = control->Jumps();
   parts.router.Register(
       CommandId::kIntelGoBack, [&jumps] { jumps.GoBack(); },

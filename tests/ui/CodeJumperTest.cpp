@@ -130,6 +130,13 @@ TEST_F(CodeJumper, FindsItsPlacesInATextThatHasChangedSince) {
   Press("Alt+Left");
   EXPECT_EQ(View().CaretPos(), (TextPosition{9, 3}));
 
+  Press("Ctrl+Shift+J");
+  Type("zet");
+  Press("Return");
+  EXPECT_EQ(View().CaretPos().line, 4);
+  EXPECT_TRUE(View().hasFocus());
+  Frame().findChild<CodeJumperPane*>()->Filter().clear();
+
   jumpTo("part()");
   EXPECT_TRUE(View().FilePath().ends_with("part.vsl"));
   View().SetCaretPos({0, 0});
