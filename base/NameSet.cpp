@@ -21,14 +21,14 @@ bool NameSet::Insert(std::string_view word) {
   if ((m_entries.size() + 1) * 2 > m_slots.size()) Rehash(m_slots.empty() ? 64 : m_slots.size() * 2);
   m_entries.push_back({std::string(word), hash});
   Place(m_entries.size() - 1);
-  m_filter[hash >> kFilterShift] |= FilterBits(hash);
+  m_version = ++s_lastVersion;
   return true;
 }
 
 void NameSet::Clear() {
-  m_filter.fill(0);
   m_entries.clear();
   m_slots.clear();
+  m_version = ++s_lastVersion;
 }
 
 std::vector<std::string> NameSet::Words() const {
@@ -38,10 +38,10 @@ std::vector<std::string> NameSet::Words() const {
   return words;
 }
 
-bool NameSet::Find(std::string_view word, uint64_t hash) const {
+bool NameSet::Contains(std::string_view word, uint64_t hash) const {
   if (m_slots.empty()) return false;
   const size_t mask = m_slots.size() - 1;
-  for (size_t i = (hash >> kSlotShift) & mask; m_slots[i] != 0; i = (i + 1) & mask) {
+  for (size_t i = hash & mask; m_slots[i] != 0; i = (i + 1) & mask) {
     const Entry& e = m_entries[m_slots[i] - 1];
     if (e.hash == hash && e.text == word) return true;
   }
@@ -50,7 +50,7 @@ bool NameSet::Find(std::string_view word, uint64_t hash) const {
 
 void NameSet::Place(size_t number) {
   const size_t mask = m_slots.size() - 1;
-  size_t i = (m_entries[number].hash >> kSlotShift) & mask;
+  size_t i = m_entries[number].hash & mask;
   while (m_slots[i] != 0) i = (i + 1) & mask;
   m_slots[i] = static_cast<uint32_t>(number + 1);
 }

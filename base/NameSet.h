@@ -1,5 +1,5 @@
 #pragma once
-#include <array>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -24,25 +24,22 @@ class NameSet {
   /// True when the word was not there before.
   bool Insert(std::string_view word);
   bool Contains(std::string_view word) const { return Contains(word, Hash(word)); }
-  bool Contains(std::string_view word, uint64_t hash) const { return MayContain(hash) && Find(word, hash); }
-  /// False when no word of the set has this hash, true for all words of the set and a few others: most
-  /// words of a text are in no set, and this tells with one load and no branch.
-  bool MayContain(uint64_t hash) const { return (~m_filter[hash >> kFilterShift] & FilterBits(hash)) == 0; }
+  bool Contains(std::string_view word, uint64_t hash) const;
   void Clear();
   size_t Size() const { return m_entries.size(); }
   /// All words, in the order in which they were added.
   std::vector<std::string> Words() const;
+  /// The word number `index` in this order.
+  std::string_view WordAt(size_t index) const { return m_entries[index].text; }
+  /// Another number after each change. Sets with the same number have the same words, so that it tells
+  /// whether what was made from them still holds.
+  uint64_t Version() const { return m_version; }
 
  private:
   struct Entry {
     std::string text;
     uint64_t hash;
   };
-  /// The filter takes its bits from both ends of the hash, the slots from between them.
-  static constexpr int kFilterShift = 56;
-  static constexpr int kSlotShift = 12;
-  static constexpr size_t kFilterWords = size_t{1} << (64 - kFilterShift);
-
   /// Folds a product of 128 bits: each of its halves depends on all bytes. The numbers are odd and their
   /// bits without a pattern; they keep short words from being multiplied by zero.
   static uint64_t Mix(uint64_t hash, uint64_t first, uint64_t second) {
@@ -50,18 +47,14 @@ class NameSet {
     const Product product = Product{hash ^ first ^ 0x9E3779B97F4A7C15u} * (second ^ 0xD6E8FEB86659FD93u);
     return static_cast<uint64_t>(product) ^ static_cast<uint64_t>(product >> 64);
   }
-  static uint64_t FilterBits(uint64_t hash) {
-    return (uint64_t{1} << (hash & 63)) | (uint64_t{1} << ((hash >> 6) & 63));
-  }
-  bool Find(std::string_view word, uint64_t hash) const;
   void Place(size_t number);
   void Rehash(size_t slots);
 
-  /// A Bloom filter: two bits in one word for each name. Up to some 2,000 names it lets fewer than one
-  /// strange word in twenty through; with more names look-ups only get slower.
-  std::array<uint64_t, kFilterWords> m_filter{};
+  static inline std::atomic<uint64_t> s_lastVersion = 0;
+
   std::vector<Entry> m_entries;
   std::vector<uint32_t> m_slots;  ///< entry number plus one, 0 for free; size a power of two
+  uint64_t m_version = 0;
 };
 
 }  // namespace quill

@@ -28,8 +28,10 @@ struct Words {
     for (int i = 0; i < 900; ++i) commands.Insert("command_" + std::to_string(i * 7));
     for (int i = 0; i < 500; ++i) functions.Insert("fn_" + std::to_string(i));
     for (int i = 0; i < 2000; ++i) variables.Insert("v" + std::to_string(i * 3) + "_x");
+    classes.Refresh();
   }
-  WordSets Sets() const { return {&keywords, &commands, &functions, &variables}; }
+
+  WordClasses classes{{&keywords, &commands, &functions, &variables}};
 };
 
 /// What a painting view keeps of a text.
@@ -69,13 +71,12 @@ void BM_ColourAllLines(benchmark::State& state) {
   CCrystalTextBuffer buffer;
   if (!Load(buffer, state)) return;
   const Words words;
-  const WordSets sets = words.Sets();
   std::vector<TextBlock> blocks(1024);
   for (auto _ : state) {
     uint32_t at = 0;
     for (int32_t line = 0; line < buffer.LineCount(); ++line) {
       int32_t count = 0;
-      at = ColourLine(buffer, sets, at, line, blocks.data(), &count);
+      at = ColourLine(buffer, words.classes, at, line, blocks.data(), &count);
       benchmark::DoNotOptimize(count);
     }
   }
@@ -151,7 +152,7 @@ void BM_OneLineOfTwentyMegabytes(benchmark::State& state) {
   LongLine kept(buffer);
   for (auto _ : state) {
     LongLine fresh(buffer);
-    benchmark::DoNotOptimize((first ? fresh : kept).Blocks(words.Sets(), 0, 0, middle, middle + 200).size());
+    benchmark::DoNotOptimize((first ? fresh : kept).Blocks(words.classes, 0, 0, middle, middle + 200).size());
   }
 }
 BENCHMARK(BM_OneLineOfTwentyMegabytes)->ArgName("first")->Arg(1)->Arg(0)->Unit(benchmark::kMicrosecond);

@@ -54,7 +54,7 @@ struct View : BufferView {
 };
 
 /// Colours all lines with blocks, and parts of them as parts of long lines.
-void ColourAll(View& view, const WordSets& words) {
+void ColourAll(View& view, const WordClasses& words) {
   CCrystalTextBuffer& buffer = view.buffer;
   uint32_t state = 0;
   std::vector<TextBlock> blocks;
@@ -97,7 +97,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   NameSet names;
   names.Insert("if");
   names.Insert("x");
-  const WordSets words{&names, nullptr, nullptr, &names};
+  const WordClasses words({&names, nullptr, nullptr, &names});
   ColourAll(view, words);
   FindOpenBrace(buffer, buffer.EndOfText(), kScriptCommentMarkers, 10000);
 

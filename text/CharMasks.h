@@ -4,7 +4,7 @@
 #include <emmintrin.h>
 #endif
 
-#include <array>
+#include <bit>
 #include <cstdint>
 #include <string_view>
 
@@ -12,10 +12,15 @@
 
 namespace quill {
 
-/// What the walk over a line stops at, one bit a character: bit 0 is the first one.
+/// What the walk over a line has to know of its characters, one bit a character: bit 0 is the first one.
 struct CharMasks {
-  uint64_t word = 0;     ///< characters of identifiers
-  uint64_t special = 0;  ///< brackets, quotes, "/" and "#"
+  uint64_t word = 0;         ///< characters of identifiers
+  uint64_t beyondAscii = 0;  ///< from 0x80 on
+  uint64_t digit = 0;        ///< "0" to "9"
+  uint64_t bracket = 0;      ///< of all kinds
+  uint64_t openBrace = 0;    ///< "{"
+  uint64_t closeBrace = 0;   ///< "}"
+  uint64_t marker = 0;       ///< quotes, "/" and "#": what may end a stretch of code
 };
 
 /// So many characters are classified at a time.
@@ -25,36 +30,28 @@ namespace char_masks {
 
 inline constexpr int32_t kStep = 16;
 
-enum Class : uint8_t { kWord = 1, kSpecial = 2 };
-
-inline std::array<uint8_t, 256> MakeClasses() {
-  std::array<uint8_t, 256> classes{};
-  for (int i = 0; i < 256; ++i) {
-    if (cp1252::IsWordChar(static_cast<char>(i))) classes[static_cast<size_t>(i)] = kWord;
-  }
-  for (const char c : std::string_view("[<({>)}]\"'/#")) classes[static_cast<uint8_t>(c)] = kSpecial;
-  return classes;
-}
-
-inline const std::array<uint8_t, 256> kClasses = MakeClasses();
-
-/// The masks of 16 characters, by table.
-inline CharMasks OfStepByTable(const char* text) {
+/// The masks of `count` characters, one at a time.
+inline CharMasks ByCharacter(const char* text, int32_t count) {
   CharMasks masks;
-  for (int32_t i = 0; i < kStep; ++i) {
-    const uint64_t classes = kClasses[static_cast<uint8_t>(text[i])];
-    masks.word |= (classes & kWord) << i;
-    masks.special |= (classes / kSpecial) << i;
+  for (int32_t i = 0; i < count; ++i) {
+    const char c = text[i];
+    const uint64_t bit = uint64_t{1} << i;
+    if (cp1252::IsWordChar(c)) masks.word |= bit;
+    if ((c & 0x80) != 0) masks.beyondAscii |= bit;
+    if (cp1252::IsAsciiDigit(c)) masks.digit |= bit;
+    if (std::string_view("[<({>)}]").find(c) != std::string_view::npos) masks.bracket |= bit;
+    if (c == '{') masks.openBrace |= bit;
+    if (c == '}') masks.closeBrace |= bit;
+    if (std::string_view("\"'/#").find(c) != std::string_view::npos) masks.marker |= bit;
   }
   return masks;
 }
 
 #if defined(__SSE2__)
-/// The masks of 16 characters, all at once as long as they are ASCII. Characters that differ in one bit
-/// only share a comparison with this bit set.
+/// The masks of 16 characters, all at once, right for ASCII. Characters that differ in one bit only share a
+/// comparison with this bit set.
 inline CharMasks OfStep(const char* text) {
   const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
-  if (_mm_movemask_epi8(v) != 0) return OfStepByTable(text);
   const auto isEither = [](__m128i chars, char c) { return _mm_cmpeq_epi8(chars, _mm_set1_epi8(c)); };
   const auto with = [v](char bit) { return _mm_or_si128(v, _mm_set1_epi8(bit)); };
   const auto isBetween = [](__m128i chars, char first, char last) {
@@ -65,33 +62,53 @@ inline CharMasks OfStep(const char* text) {
   const auto bits = [](__m128i found) { return static_cast<uint64_t>(_mm_movemask_epi8(found)); };
 
   const __m128i lower = with(0x20);
-  const __m128i word = either(either(isBetween(lower, 'a', 'z'), isBetween(v, '0', '9')), isEither(v, '_'));
+  const __m128i digit = isBetween(v, '0', '9');
+  const __m128i word = either(either(isBetween(lower, 'a', 'z'), digit), isEither(v, '_'));
   const __m128i curlyOrSquare = either(isEither(lower, '{'), isEither(lower, '}'));
   const __m128i angleOrRound = either(isEither(with(0x02), '>'), isEither(with(0x01), ')'));
   const __m128i doubleQuoteOrHash = isEither(with(0x01), '#');
   const __m128i singleQuoteOrSlash = isEither(with(0x08), '/');
-  return {bits(word),
-          bits(either(either(curlyOrSquare, angleOrRound), either(doubleQuoteOrHash, singleQuoteOrSlash)))};
+  return {.word = bits(word),
+          .beyondAscii = bits(v),
+          .digit = bits(digit),
+          .bracket = bits(either(curlyOrSquare, angleOrRound)),
+          .openBrace = bits(isEither(v, '{')),
+          .closeBrace = bits(isEither(v, '}')),
+          .marker = bits(either(doubleQuoteOrHash, singleQuoteOrSlash))};
 }
 #else
 inline CharMasks OfStep(const char* text) {
-  return OfStepByTable(text);
+  return ByCharacter(text, kStep);
 }
 #endif
+
+inline void AddStep(const CharMasks& step, int32_t at, CharMasks& masks) {
+  masks.word |= step.word << at;
+  masks.beyondAscii |= step.beyondAscii << at;
+  masks.digit |= step.digit << at;
+  masks.bracket |= step.bracket << at;
+  masks.openBrace |= step.openBrace << at;
+  masks.closeBrace |= step.closeBrace << at;
+  masks.marker |= step.marker << at;
+}
 
 }  // namespace char_masks
 
 /// The masks of `count` characters, 1 to `kMaskedChars`; `text` must be readable up to the next multiple
-/// of 16 of them.
+/// of 16 of them. There may be bits of characters behind, but none in `word` and `beyondAscii`.
 inline CharMasks MasksOf(const char* text, int32_t count) {
   CharMasks masks;
   for (int32_t at = 0; at < count; at += char_masks::kStep) {
-    const CharMasks step = char_masks::OfStep(text + at);
-    masks.word |= step.word << at;
-    masks.special |= step.special << at;
+    char_masks::AddStep(char_masks::OfStep(text + at), at, masks);
   }
   const uint64_t wanted = ~uint64_t{0} >> (kMaskedChars - count);
-  return {masks.word & wanted, masks.special & wanted};
+  masks.word &= wanted;
+  masks.beyondAscii &= wanted;
+  // Rare, and only words can have them.
+  for (uint64_t left = masks.beyondAscii; left != 0; left &= left - 1) {
+    if (cp1252::IsWordChar(text[std::countr_zero(left)])) masks.word |= left & -left;
+  }
+  return masks;
 }
 
 }  // namespace quill

@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "text/LineFlags.h"
 #include "text/ScriptColouring.h"
 
 namespace quill {
@@ -19,20 +20,33 @@ struct ScanPoint {
 };
 
 /// The point before the first character of a line that starts in `state`.
-ScanPoint StartOfLine(uint32_t state);
+inline ScanPoint StartOfLine(uint32_t state) {
+  ScanPoint point;
+  point.state = state & parse_state::kAll;
+  point.firstFrom = (state & ~parse_state::kBlockComment) == 0 ? 0 : -1;
+  return point;
+}
 
 /// Walks from `from` to column `to` and returns the point there. 16 bytes after the text must be readable,
 /// as they are after the lines of a buffer.
 ScanPoint Skim(const char* text, const ScanPoint& from, int32_t to);
 
 /// The block marks (line_flag::kBlockStart, kBlockEnd) of a line whose walk ended at `end`.
-uint32_t BlockMarksOf(std::string_view line, const ScanPoint& end);
+inline uint32_t BlockMarksOf(std::string_view line, const ScanPoint& end) {
+  if (end.openBrace && !end.closeBrace) return line_flag::kBlockStart;
+  const char first = line.empty() ? '\0' : line.front();
+  if (first == 'i' && (line.starts_with("ifdef") || line.starts_with("ifndef")))
+    return line_flag::kBlockStart;
+  if (end.closeBrace && !end.openBrace) return line_flag::kBlockEnd;
+  if (first == 'e' && line.starts_with("endif")) return line_flag::kBlockEnd;
+  return 0;
+}
 
-/// Walks from `from` to column `to` and appends the text blocks on the way. A word or a comment marker
-/// that begins before `from` or ends after `to` is classified whole, so the first block may begin before
-/// `from` and the returned point may lie after `to`. `from` must be the start of the line or a point from
-/// `Skim`. 16 bytes after the line must be readable.
-ScanPoint ColourColumns(std::string_view line, const WordSets& words, const ScanPoint& from, int32_t to,
-                        TextBlock* blocks, int32_t* count);
+/// Walks from `point` to column `to`, moves `point` there and appends the text blocks on the way. A word
+/// or a comment marker that begins before the point or ends after `to` is classified whole, so the first
+/// block may begin before the point and it may be moved beyond `to`. `point` must be the start of the line
+/// or come from `Skim`. 16 bytes after the line must be readable.
+void ColourColumns(std::string_view line, const WordClasses& words, ScanPoint& point, int32_t to,
+                   TextBlock* blocks, int32_t* count);
 
 }  // namespace quill

@@ -9,7 +9,6 @@
 #include <cstring>
 
 #include "base/CodePage1252.h"
-#include "text/LineFlags.h"
 #include "text/LineScan.h"
 
 namespace quill {
@@ -124,25 +123,8 @@ class Skimmer {
 
 }  // namespace
 
-ScanPoint StartOfLine(uint32_t state) {
-  ScanPoint point;
-  point.state = state;
-  point.firstFrom = (state & ~kBlockComment) == 0 ? 0 : -1;
-  return point;
-}
-
 ScanPoint Skim(const char* text, const ScanPoint& from, int32_t to) {
   return Skimmer(text, from, to).Run();
-}
-
-uint32_t BlockMarksOf(std::string_view line, const ScanPoint& end) {
-  if (end.openBrace && !end.closeBrace) return line_flag::kBlockStart;
-  const char first = line.empty() ? '\0' : line.front();
-  if (first == 'i' && (line.starts_with("ifdef") || line.starts_with("ifndef")))
-    return line_flag::kBlockStart;
-  if (end.closeBrace && !end.openBrace) return line_flag::kBlockEnd;
-  if (first == 'e' && line.starts_with("endif")) return line_flag::kBlockEnd;
-  return 0;
 }
 
 }  // namespace quill

@@ -18,7 +18,7 @@ void LongLine::OnTextChange(const TextChange* change, uint32_t hints, int32_t) {
   }
 }
 
-const std::vector<TextBlock>& LongLine::Blocks(const WordSets& words, int32_t line, uint32_t state,
+const std::vector<TextBlock>& LongLine::Blocks(const WordClasses& words, int32_t line, uint32_t state,
                                                int32_t from, int32_t to) {
   if (line != m_line || state != m_state) {
     m_points.clear();

@@ -24,7 +24,7 @@ class LongLine {
   void OnTextChange(const TextChange* change, uint32_t hints, int32_t line);
   /// The blocks of columns [from, to) of a line that starts in `state`; the first block begins at or
   /// before `from`. Valid until the next call.
-  const std::vector<TextBlock>& Blocks(const WordSets& words, int32_t line, uint32_t state, int32_t from,
+  const std::vector<TextBlock>& Blocks(const WordClasses& words, int32_t line, uint32_t state, int32_t from,
                                        int32_t to);
 
  private:

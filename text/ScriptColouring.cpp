@@ -20,18 +20,22 @@ bool IsInsideCollapsed(const CCrystalTextBuffer& buffer, int32_t line) {
   return false;
 }
 
-/// True when the marks were others before.
-bool ApplyMarks(CCrystalTextBuffer& buffer, int32_t line, uint32_t marks) {
+void ChangeMarks(CCrystalTextBuffer& buffer, int32_t line, uint32_t marks) {
   const uint32_t flags = buffer.LineFlags(line);
-  if ((flags & line_flag::kBlockMarks) == marks) return false;
   if ((flags & line_flag::kHidden) == 0) {
     buffer.SetBlockMarks(line, marks);
-    return true;
+    return;
   }
   const bool losesStart = (flags & ~marks & line_flag::kBlockStart) != 0;
   if (losesStart && !IsInsideCollapsed(buffer, line)) ExpandHead(buffer, line);
   buffer.SetBlockMarks(line, marks);
   buffer.NotifyViews(nullptr, nullptr, hint::kLineFlags, line);
+}
+
+/// True when the marks were others before.
+inline bool ApplyMarks(CCrystalTextBuffer& buffer, int32_t line, uint32_t marks) {
+  if ((buffer.LineFlags(line) & line_flag::kBlockMarks) == marks) return false;
+  ChangeMarks(buffer, line, marks);
   return true;
 }
 
@@ -43,7 +47,7 @@ bool UsesCKeywords(std::string_view fileName) {
   return cp1252::EqualNoCase(extension, ".c") || cp1252::EqualNoCase(extension, ".h");
 }
 
-uint32_t ColourLine(CCrystalTextBuffer& buffer, const WordSets& words, uint32_t state, int32_t line,
+uint32_t ColourLine(CCrystalTextBuffer& buffer, const WordClasses& words, uint32_t state, int32_t line,
                     TextBlock* blocks, int32_t* count) {
   bool marksChanged = false;
   if (blocks == nullptr) return ParseLine(buffer, state, line, marksChanged);
@@ -53,9 +57,10 @@ uint32_t ColourLine(CCrystalTextBuffer& buffer, const WordSets& words, uint32_t 
     return state;
   }
   const auto length = static_cast<int32_t>(text.size());
-  const ScanPoint end = ColourColumns(text, words, StartOfLine(state), length, blocks, count);
-  ApplyMarks(buffer, line, BlockMarksOf(text, end));
-  return end.state & parse_state::kAcrossLines;
+  ScanPoint point = StartOfLine(state);
+  ColourColumns(text, words, point, length, blocks, count);
+  ApplyMarks(buffer, line, BlockMarksOf(text, point));
+  return point.state & parse_state::kAcrossLines;
 }
 
 uint32_t ParseLine(CCrystalTextBuffer& buffer, uint32_t state, int32_t line, bool& marksChanged) {

@@ -2,9 +2,9 @@
 #include <cstdint>
 #include <string_view>
 
-#include "base/NameSet.h"
 #include "text/ColourTable.h"
 #include "text/CommentMarkers.h"
+#include "text/WordClasses.h"
 
 namespace quill {
 
@@ -25,18 +25,10 @@ inline constexpr uint32_t kPreprocessor = 0x02;
 inline constexpr uint32_t kBlockComment = 0x04;
 inline constexpr uint32_t kString = 0x08;
 inline constexpr uint32_t kCharLiteral = 0x10;
+inline constexpr uint32_t kAll = 0x1F;
 /// What survives the end of a line. A string goes on in the next line, a character literal does not.
 inline constexpr uint32_t kAcrossLines = kBlockComment | kString;
 }  // namespace parse_state
-
-/// The names that words are looked up in, all in lower case; null stands for an empty set. In the order
-/// in which they are asked: the first match wins.
-struct WordSets {
-  const NameSet* keywords = nullptr;
-  const NameSet* commands = nullptr;
-  const NameSet* functions = nullptr;
-  const NameSet* variables = nullptr;
-};
 
 /// Whether a file of this name takes its keywords from the C set: it ends in ".c" or ".h", in any case.
 bool UsesCKeywords(std::string_view fileName);
@@ -56,7 +48,7 @@ constexpr int32_t MostBlocks(int32_t lineLength) {
 /// With `blocks` (room for `MostBlocks` entries after `*count`) appends the line's blocks; an empty line
 /// has none. A block whose column lies before the last one's is dropped; at the same column it takes
 /// the last one's place. Without `blocks` no word is looked up.
-uint32_t ColourLine(CCrystalTextBuffer& buffer, const WordSets& words, uint32_t state, int32_t line,
+uint32_t ColourLine(CCrystalTextBuffer& buffer, const WordClasses& words, uint32_t state, int32_t line,
                     TextBlock* blocks, int32_t* count);
 
 /// The same, and also tells whether the line's block marks changed.

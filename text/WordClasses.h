@@ -1,106 +1,102 @@
 #pragma once
-#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstdint>
 #include <cstring>
-#include <string>
 #include <string_view>
+#include <vector>
 
-#include "base/CodePage1252.h"
+#include "base/HashFilter.h"
 #include "base/NameSet.h"
-#include "text/ScriptColouring.h"
 
 namespace quill {
 
-/// A short ASCII word in lower case, made eight characters at a time.
-class LowerWord {
- public:
-  /// `kShortWord` bytes must be readable at `text`; `length` is 1 to `kShortWord`.
-  LowerWord(const char* text, size_t length) : m_length(length) {
-    static_assert(std::endian::native == std::endian::little, "the first character is the lowest byte");
-    std::memcpy(m_halves, text, sizeof m_halves);
-    m_halves[0] &= LowBytes(std::min<size_t>(length, 8));
-    m_halves[1] &= LowBytes(std::max<size_t>(length, 8) - 8);
-    m_ascii = ((m_halves[0] | m_halves[1]) & kHighBits) == 0;
-    m_halves[0] = LowerAscii(m_halves[0]);
-    m_halves[1] = LowerAscii(m_halves[1]);
-  }
-
-  /// Otherwise the rest is of no use.
-  bool IsAscii() const { return m_ascii; }
-  uint64_t Hash() const { return NameSet::HashOfShort(m_halves[0], m_halves[1]); }
-  std::string_view Text() const { return {reinterpret_cast<const char*>(m_halves), m_length}; }
-
- private:
-  static constexpr uint64_t kEachByte = 0x0101010101010101u;
-  static constexpr uint64_t kHighBits = kEachByte * 0x80;
-
-  static uint64_t LowBytes(size_t count) {
-    static constexpr std::array<uint64_t, 9> kMasks = [] {
-      std::array<uint64_t, 9> masks{};
-      for (size_t i = 1; i < 9; ++i) masks[i] = masks[i - 1] << 8 | 0xFF;
-      return masks;
-    }();
-    return kMasks[count];
-  }
-
-  /// Of eight ASCII characters. The sums carry into a byte's high bit from "A" and from behind "Z" on;
-  /// where just the first one does, the bit moves to where the cases differ.
-  static uint64_t LowerAscii(uint64_t bytes) {
-    const uint64_t fromA = bytes + kEachByte * (0x80 - 'A');
-    const uint64_t behindZ = bytes + kEachByte * (0x7F - 'Z');
-    return bytes | ((fromA & ~behindZ & kHighBits) >> 2);
-  }
-
-  uint64_t m_halves[2];
-  size_t m_length;
-  bool m_ascii;
+/// The names that words are looked up in, all in lower case; null stands for an empty set. In the order
+/// in which they are asked: the first match wins.
+struct WordSets {
+  const NameSet* keywords = nullptr;
+  const NameSet* commands = nullptr;
+  const NameSet* functions = nullptr;
+  const NameSet* variables = nullptr;
 };
 
-/// Tells which of the sets has a word.
+/// A word of up to 16 ASCII letters, digits and "_" as two machine words: filled up with zero, and with
+/// the bit set in which the cases of letters differ. No two such words that differ in more than case are
+/// the same then.
+struct ShortWord {
+  static constexpr size_t kLongest = NameSet::kShortWord;
+
+  uint64_t first = 0;
+  uint64_t second = 0;
+
+  /// `kLongest` bytes must be readable at the word, which is not empty.
+  static ShortWord Of(std::string_view text) {
+    static_assert(std::endian::native == std::endian::little, "the first character is the lowest byte");
+    ShortWord word, mask;
+    std::memcpy(&word, text.data(), sizeof word);
+    std::memcpy(&mask, kMasks.data() + kLongest - text.size(), sizeof mask);
+    return {(word.first & mask.first) | kCaseBits, (word.second & mask.second) | kCaseBits};
+  }
+  uint64_t Hash() const { return NameSet::HashOfShort(first, second); }
+  friend bool operator==(const ShortWord&, const ShortWord&) = default;
+
+ private:
+  static constexpr uint64_t kCaseBits = 0x2020202020202020u;
+  /// The mask of a word ends where the bytes that are not zero end.
+  static constexpr std::array<uint8_t, 2 * kLongest> kMasks = [] {
+    std::array<uint8_t, 2 * kLongest> bytes{};
+    for (size_t i = 0; i < kLongest; ++i) bytes[i] = 0xFF;
+    return bytes;
+  }();
+};
+
+/// Tells which of the sets has a word. Short names are in one table for all sets behind a filter: most
+/// words of a script are in no set, and one look turns these away.
 class WordClasses {
  public:
-  explicit WordClasses(const WordSets& sets)
-      : m_keywords(OrEmpty(sets.keywords)),
-        m_commands(OrEmpty(sets.commands)),
-        m_functions(OrEmpty(sets.functions)),
-        m_variables(OrEmpty(sets.variables)) {}
+  static constexpr int32_t kNone = -1;
 
-  /// The colour of a word that a set has, else -1. The word is not empty and `NameSet::kShortWord` bytes
-  /// must be readable at it.
-  int32_t ColourOf(const char* text, size_t length) const {
-    if (length > NameSet::kShortWord) return ColourOfAny({text, length});
-    const LowerWord word(text, length);
-    if (!word.IsAscii()) return ColourOfAny({text, length});
+  WordClasses() : WordClasses(WordSets{}) {}
+  explicit WordClasses(const WordSets& sets) { Use(sets); }
+
+  /// Other sets; they must outlive it.
+  void Use(const WordSets& sets);
+  /// To be called before words are asked for when the sets may have changed; costs little when none has.
+  void Refresh() {
+    for (const Class& c : m_classes) {
+      if (c.names->Version() != c.version) return Fill();
+    }
+  }
+
+  /// The colour of a word, which is not empty, that a set has in lower case, else `kNone`.
+  int32_t ColourOf(std::string_view word) const;
+
+  /// The same for a short word of ASCII characters.
+  int32_t ColourOf(ShortWord word) const {
     const uint64_t hash = word.Hash();
-    // Without a branch for each set: it would be hard to predict.
-    const auto mayHave = [hash](const NameSet& set) { return set.MayContain(hash) ? 1u : 0u; };
-    const bool known =
-        (mayHave(m_keywords) | mayHave(m_commands) | mayHave(m_functions) | mayHave(m_variables)) != 0;
-    return known ? Find(word.Text(), hash) : -1;
+    return m_filter.MayHave(hash) ? Find(word, hash) : kNone;
   }
 
  private:
   static inline const NameSet kEmpty;
 
-  static const NameSet& OrEmpty(const NameSet* set) { return set == nullptr ? kEmpty : *set; }
-  int32_t ColourOfAny(std::string_view text) const {
-    const std::string lower = cp1252::ToLower(text);
-    return Find(lower, NameSet::Hash(lower));
-  }
-  int32_t Find(std::string_view word, uint64_t hash) const {
-    if (m_keywords.Contains(word, hash)) return kColourKeyword;
-    if (m_commands.Contains(word, hash)) return kColourCommand;
-    if (m_functions.Contains(word, hash)) return kColourFunction;
-    if (m_variables.Contains(word, hash)) return kColourVariable;
-    return -1;
-  }
+  struct Class {
+    const NameSet* names;
+    int32_t colour;
+    uint64_t version;
+  };
+  struct Slot {
+    ShortWord word;
+    int32_t colour = kNone;  ///< of a free slot: kNone
+  };
 
-  const NameSet& m_keywords;
-  const NameSet& m_commands;
-  const NameSet& m_functions;
-  const NameSet& m_variables;
+  void Fill();
+  void Add(std::string_view name, int32_t colour);
+  int32_t Find(ShortWord word, uint64_t hash) const;
+
+  std::array<Class, 4> m_classes;
+  HashFilter m_filter;        ///< for the short names
+  std::vector<Slot> m_slots;  ///< these; size a power of two
 };
 
 }  // namespace quill

@@ -9,11 +9,11 @@ CQuillView::CQuillView(const KeywordDatabase& keywords, const CommandDatabase& c
     : CCrystalEditView(parent),
       m_keywords(keywords),
       m_commands(commands),
-      m_keywordSet(&keywords.SetFor({})) {}
+      m_words({&keywords.SetFor({}), &commands.Names(), &m_functions, &m_variables}) {}
 
 void CQuillView::SetFilePath(const std::string& path) {
   m_path = path;
-  m_keywordSet = &m_keywords.SetFor(path);
+  m_words.Use({&Keywords(), &m_commands.Names(), &m_functions, &m_variables});
   const size_t slash = path.rfind('/');
   m_folder = slash == std::string::npos ? std::string() : path.substr(0, slash);
   VocabularyChanged();
@@ -23,12 +23,13 @@ bool CQuillView::HandleEditKey(QKeyEvent* event) {
   return (m_editKeyHook && m_editKeyHook(*event)) || CCrystalEditView::HandleEditKey(event);
 }
 
-WordSets CQuillView::Words() const {
-  return {m_keywordSet, &m_commands.Names(), &m_functions, &m_variables};
+const NameSet& CQuillView::Keywords() const {
+  return m_keywords.SetFor(m_path);
 }
 
-uint32_t CQuillView::ColourLine(uint32_t state, int32_t line, TextBlock* blocks, int32_t* count) {
-  return quill::ColourLine(*Buffer(), Words(), state, line, blocks, count);
+const WordClasses& CQuillView::Words() const {
+  m_words.Refresh();
+  return m_words;
 }
 
 }  // namespace quill

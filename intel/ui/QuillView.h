@@ -24,6 +24,8 @@ class CQuillView : public CCrystalEditView {
   /// The path with the file name cut off, without a separator at its end.
   const std::string& Folder() const { return m_folder; }
 
+  /// Those of the file's language.
+  const NameSet& Keywords() const;
   /// Names in lower case; call `VocabularyChanged` afterwards.
   NameSet& Functions() { return m_functions; }
   NameSet& Variables() { return m_variables; }
@@ -34,8 +36,7 @@ class CQuillView : public CCrystalEditView {
   using KeyHook = std::function<bool(const QKeyEvent& key)>;
   void SetEditKeyHook(KeyHook hook) { m_editKeyHook = std::move(hook); }
 
-  uint32_t ColourLine(uint32_t state, int32_t line, TextBlock* blocks, int32_t* count) override;
-  WordSets Words() const override;
+  const WordClasses& Words() const override;
   CommentMarkers GetCommentMarkers() const override { return kScriptCommentMarkers; }
 
  protected:
@@ -44,10 +45,10 @@ class CQuillView : public CCrystalEditView {
  private:
   const KeywordDatabase& m_keywords;
   const CommandDatabase& m_commands;
-  const NameSet* m_keywordSet;  ///< of the file; asked for each line that is coloured
   NameSet m_functions;
   NameSet m_variables;
   KeyHook m_editKeyHook;
+  mutable WordClasses m_words;  ///< these and those of the databases; brought up to date when asked for
   std::string m_path;
   std::string m_folder;
 };

@@ -119,7 +119,7 @@ void CompletionControl::OnTyped(char character) {
 std::shared_ptr<const CompletionNames> CompletionControl::NamesFor(const CompletionRequest& request,
                                                                    const CQuillView& view) {
   if (request.object != nullptr) return std::make_shared<const CompletionNames>(*request.object);
-  const NameSet* keywords = view.Words().keywords;
+  const NameSet* keywords = &view.Keywords();
   if (m_names == nullptr || m_namesFacts != m_facts || m_namesKeywords != keywords) {
     m_names = std::make_shared<const CompletionNames>(m_facts->outline, m_parts.commands, *keywords);
     m_namesFacts = m_facts;

@@ -40,13 +40,14 @@ class ScriptText : public CCrystalTextBuffer {
   }
   /// Parses all lines from the top and returns their start states, the one after the last line included.
   std::vector<uint32_t> ParseFromTop() {
+    static const WordClasses kNoWords;
     std::vector<uint32_t> states{0};
     for (int32_t i = 0; i < LineCount(); ++i) {
-      states.push_back(ColourLine(*this, {}, states.back(), i, nullptr, nullptr));
+      states.push_back(ColourLine(*this, kNoWords, states.back(), i, nullptr, nullptr));
     }
     return states;
   }
-  std::vector<TextBlock> Blocks(int32_t line, uint32_t state, const WordSets& words) {
+  std::vector<TextBlock> Blocks(int32_t line, uint32_t state, const WordClasses& words) {
     std::vector<TextBlock> blocks(static_cast<size_t>(MostBlocks(LineLength(line))));
     int32_t count = 0;
     ColourLine(*this, words, state, line, blocks.data(), &count);
@@ -77,8 +78,11 @@ struct TestWords {
     for (const char* word : {"lander_move", "x"}) functions.Insert(word);
     for (const char* word : {"speed", "wait", "gr\xFC\xDF", "sixteen_letters_", "more_than_sixteen_letters"})
       variables.Insert(word);
+    classes.Refresh();
   }
   WordSets Sets() const { return {&keywords, &commands, &functions, &variables}; }
+
+  WordClasses classes{Sets()};
 };
 
 /// Text of `length` pieces that lexers stumble over.

@@ -28,7 +28,7 @@ void CompareWithGolden(const fs::path& golden, const std::string& actual) {
 }
 
 /// Each line, and under it a letter for the colour of each column.
-std::string ColouredForm(ScriptText& script, LineStateCache& states, const WordSets& words) {
+std::string ColouredForm(ScriptText& script, LineStateCache& states, const WordClasses& words) {
   std::string form;
   for (int32_t i = 0; i < script.LineCount(); ++i) {
     const std::string_view line = script.Line(i);
@@ -67,8 +67,8 @@ TEST(GoldenColouring, LooksAsItDidWhenAPersonLastLooked) {
     ScriptText byLine;
     ASSERT_TRUE(byLine.LoadFile(entry.path().string()));
     LineStateCache lineStates(byLine);
-    const std::string form = ColouredForm(byLine, lineStates, words.Sets());
-    EXPECT_EQ(form, ColouredForm(whole, states, words.Sets())) << entry.path();
+    const std::string form = ColouredForm(byLine, lineStates, words.classes);
+    EXPECT_EQ(form, ColouredForm(whole, states, words.classes)) << entry.path();
     CompareWithGolden(fs::path(entry.path()).replace_extension(".coloured"), form);
   }
   EXPECT_GT(scripts, 0);

@@ -164,18 +164,18 @@ TEST(ColourLine, DrawsEachColumnAsTheRulesAsk) {
   const TestWords words;
   for (const auto& row : kRows) {
     ScriptText script(row.line);
-    EXPECT_EQ(Letters(row.line, script.Blocks(0, row.state, words.Sets())), row.colours) << row.name;
-    EXPECT_EQ(ColourLine(script, words.Sets(), row.state, 0, nullptr, nullptr), row.after) << row.name;
+    EXPECT_EQ(Letters(row.line, script.Blocks(0, row.state, words.classes)), row.colours) << row.name;
+    EXPECT_EQ(ColourLine(script, words.classes, row.state, 0, nullptr, nullptr), row.after) << row.name;
   }
 }
 
 TEST(ColourLine, GivesEachBracketABlockOfItsOwnAndAppendsOnlyInOrder) {
   const TestWords words;
   ScriptText script("((x");
-  EXPECT_EQ(Print(script.Blocks(0, 0, words.Sets())), "0:2 1:2 2:12 ");
+  EXPECT_EQ(Print(script.Blocks(0, 0, words.classes)), "0:2 1:2 2:12 ");
   TextBlock blocks[8] = {{2, kColourString}};
   int32_t count = 1;
-  ColourLine(script, words.Sets(), 0, 0, blocks, &count);
+  ColourLine(script, words.classes, 0, 0, blocks, &count);
   EXPECT_EQ(Print({blocks, blocks + count}), "2:12 ") << "what lies before the last block is dropped";
 }
 
@@ -210,9 +210,10 @@ TEST(ColourLine, AgreesWithTheSlowParserOnRandomLines) {
     SlowParser slow(line, state, words.Sets());
     const uint32_t after = slow.Parse();
     ScriptText script(line);
-    EXPECT_EQ(ColourLine(script, {}, state, 0, nullptr, nullptr), after) << line << " from " << state;
+    EXPECT_EQ(ColourLine(script, words.classes, state, 0, nullptr, nullptr), after)
+        << line << " from " << state;
     const std::string marks = script.Marks();
-    ASSERT_EQ(Print(script.Blocks(0, state, words.Sets())), Print(slow.blocks)) << line << " from " << state;
+    ASSERT_EQ(Print(script.Blocks(0, state, words.classes)), Print(slow.blocks)) << line << " from " << state;
     ASSERT_EQ(script.Marks(), marks) << line << ": walks with and without blocks differ";
     if (slow.open != slow.close) {
       ASSERT_EQ(marks, slow.open                                                 ? "{"
@@ -238,11 +239,11 @@ TEST(LongLine, ColoursAPartAsTheWholeLineWould) {
       part.OnTextChange(&change, hint::kLineChanged, 0);
     }
     const std::string_view line = script.Line(0);
-    const std::string whole = Letters(line, script.Blocks(0, state, words.Sets()));
+    const std::string whole = Letters(line, script.Blocks(0, state, words.classes));
     const auto from = static_cast<int32_t>(random() % line.size());
     const int32_t to =
         std::min(from + static_cast<int32_t>(random() % 40), static_cast<int32_t>(line.size()));
-    const std::string seen = Letters(line, part.Blocks(words.Sets(), 0, state, from, to));
+    const std::string seen = Letters(line, part.Blocks(words.classes, 0, state, from, to));
     const auto first = static_cast<size_t>(from), length = static_cast<size_t>(to - from);
     ASSERT_EQ(seen.substr(first, length), whole.substr(first, length)) << from << " in round " << round;
   }

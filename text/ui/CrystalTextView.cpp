@@ -99,7 +99,12 @@ void CCrystalTextView::SetDropPlace(std::optional<TextPosition> place) {
 }
 
 uint32_t CCrystalTextView::ColourLine(uint32_t state, int32_t line, TextBlock* blocks, int32_t* count) {
-  return quill::ColourLine(*Buffer(), WordSets{}, state, line, blocks, count);
+  return quill::ColourLine(*Buffer(), Words(), state, line, blocks, count);
+}
+
+const WordClasses& CCrystalTextView::Words() const {
+  static const WordClasses kNone;
+  return kNone;
 }
 
 // Geometry

@@ -108,9 +108,9 @@ class CCrystalTextView : public QAbstractScrollArea {
   QPoint PointOf(TextPosition position) const;
 
   /// Parses one line for painting, see the function of the same name.
-  virtual uint32_t ColourLine(uint32_t state, int32_t line, TextBlock* blocks, int32_t* count);
+  uint32_t ColourLine(uint32_t state, int32_t line, TextBlock* blocks, int32_t* count);
   /// The names that painting looks words up in.
-  virtual WordSets Words() const { return {}; }
+  virtual const WordClasses& Words() const;
   /// Of the language, for brace matching and comment commands. The plain view has none.
   virtual CommentMarkers GetCommentMarkers() const { return {}; }
 

@@ -49,7 +49,7 @@ std::string CodeHtml(std::string_view code, const Vocabulary& vocabulary, const 
   }
   TextPosition end;
   buffer.InsertTextAt(nullptr, {0, 0}, lines, end);
-  const WordSets words{&vocabulary.keywords.ScriptKeywords(), &vocabulary.commands.Names()};
+  const WordClasses words({&vocabulary.keywords.ScriptKeywords(), &vocabulary.commands.Names()});
 
   std::string html;
   std::vector<TextBlock> blocks;
