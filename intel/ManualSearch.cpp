@@ -118,7 +118,10 @@ std::vector<size_t> ManualSearch::Find(std::string_view query) const {
 }
 
 ManualExcerpt ManualSearch::Excerpt(size_t position, std::string_view query) const {
-  const std::string& text = Section(position).text;
+  // A title without words of its own is told by what follows it.
+  const bool isBare = Section(position).text.empty() && position + 1 < m_sections.size() &&
+                      m_sections[position + 1].page == Section(position).page;
+  const std::string& text = Section(isBare ? position + 1 : position).text;
   const std::vector<std::string> words = QueryWords(query);
   size_t first = std::string::npos;
   for (const std::string& word : words) first = std::min(first, FindWord(text, word, 0));

@@ -78,16 +78,19 @@ TEST_F(ManualSearchTest, ExcerptsShowTheFirstPlaceAndMarkAll) {
   };
   EXPECT_EQ(marked(0, "WAI loop"), "[wai]t and see; [loop]s [wai]t, [wai]t, [wai]t");
   EXPECT_EQ(marked(2, "wait"), "Pauses.");
+  m_search.Add({{"t", "Title", "Title", ""}, {"t#a", "Title", "A", "First."}, {"u", "U", "U", ""}});
+  EXPECT_EQ(marked(5, "title"), "First.");
+  EXPECT_EQ(marked(7, "u"), "");
   std::string large;
   for (int i = 0; i < 100; ++i) large += "\xC3\xBC\xC3\xBC\xC3\xBC ";
   m_search.Add(
       {{"l", "L", "L", large + "needle " + large}, {"o", "O", "O", std::string(300, '\xBC') + "needle"}});
-  const ManualExcerpt excerpt = m_search.Excerpt(5, "needle");
+  const ManualExcerpt excerpt = m_search.Excerpt(8, "needle");
   EXPECT_NE(excerpt.text.find("needle"), std::string::npos);
   EXPECT_LT(excerpt.text.size(), 200u);
   EXPECT_EQ(excerpt.text.front(), '\xC3');
   EXPECT_NE(excerpt.text.back(), '\xC3');
-  EXPECT_LT(m_search.Excerpt(6, "needle").text.size(), 400u);
+  EXPECT_LT(m_search.Excerpt(9, "needle").text.size(), 400u);
 }
 
 }  // namespace
