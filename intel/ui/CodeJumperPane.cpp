@@ -10,7 +10,7 @@
 
 #include "intel/ui/CodeJumperTree.h"
 #include "intel/ui/OutlineList.h"
-#include "shell/ui/UiText.h"
+#include "res/ui/UiText.h"
 #include "text/ui/ClipboardData.h"
 
 namespace quill {

@@ -13,7 +13,7 @@
 #include "intel/CompletionNames.h"
 #include "intel/ui/OutlineLabels.h"
 #include "res/ui/IconSet.h"
-#include "shell/ui/UiText.h"
+#include "res/ui/UiText.h"
 #include "text/ui/CodePageText.h"
 
 namespace quill {

@@ -8,7 +8,7 @@
 
 #include "intel/ui/ManualPage.h"
 #include "res/ui/IconSet.h"
-#include "shell/ui/UiText.h"
+#include "res/ui/UiText.h"
 
 namespace quill {
 namespace {

@@ -13,7 +13,7 @@
 #include "intel/ManualNames.h"
 #include "intel/ManualStyle.h"
 #include "intel/ui/ManualBook.h"
-#include "shell/ui/UiText.h"
+#include "res/ui/UiText.h"
 
 namespace quill {
 namespace {

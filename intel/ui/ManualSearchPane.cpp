@@ -8,7 +8,7 @@
 #include "intel/ui/ListSteering.h"
 #include "intel/ui/ManualBook.h"
 #include "intel/ui/ManualResultDelegate.h"
-#include "shell/ui/UiText.h"
+#include "res/ui/UiText.h"
 
 namespace quill {
 namespace {

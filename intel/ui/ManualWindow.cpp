@@ -17,9 +17,9 @@
 #include "intel/ui/ManualSearchPane.h"
 #include "intel/ui/RoomyDelegate.h"
 #include "res/ui/IconSet.h"
+#include "res/ui/UiText.h"
 #include "shell/Settings.h"
 #include "shell/ui/FrameGeometry.h"
-#include "shell/ui/UiText.h"
 
 namespace quill {
 namespace {

@@ -3,7 +3,7 @@
 #include <QAbstractItemView>
 #include <QPainter>
 
-#include "shell/ui/UiText.h"
+#include "res/ui/UiText.h"
 #include "text/ui/CodePageText.h"
 
 namespace quill {

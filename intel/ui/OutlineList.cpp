@@ -7,7 +7,7 @@
 #include <QScrollBar>
 
 #include "intel/ui/OutlineLabels.h"
-#include "shell/ui/UiText.h"
+#include "res/ui/UiText.h"
 #include "text/ui/CodePageText.h"
 
 namespace quill {

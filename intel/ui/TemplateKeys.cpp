@@ -5,7 +5,7 @@
 #include "intel/CodeWalk.h"
 #include "intel/TemplateInsertion.h"
 #include "intel/ui/QuillView.h"
-#include "shell/ui/UiText.h"
+#include "res/ui/UiText.h"
 #include "text/ui/CodePageText.h"
 
 namespace quill {

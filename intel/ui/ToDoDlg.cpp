@@ -6,9 +6,9 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
+#include "res/ui/UiText.h"
 #include "shell/Settings.h"
 #include "shell/ui/FrameGeometry.h"
-#include "shell/ui/UiText.h"
 #include "text/ui/PlainTextField.h"
 
 namespace quill {

@@ -10,7 +10,7 @@
 
 #include "intel/ui/QuillView.h"
 #include "intel/ui/ScriptPreview.h"
-#include "shell/ui/UiText.h"
+#include "res/ui/UiText.h"
 #include "text/ui/CodePageText.h"
 
 namespace quill {

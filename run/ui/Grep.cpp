@@ -13,13 +13,13 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "res/ui/UiText.h"
 #include "run/FindInFiles.h"
 #include "run/ResultLine.h"
 #include "run/ui/GrepResults.h"
 #include "shell/Settings.h"
 #include "shell/ui/FrameGeometry.h"
 #include "shell/ui/HistoryCombo.h"
-#include "shell/ui/UiText.h"
 
 namespace quill {
 namespace {

@@ -3,8 +3,8 @@
 #include <QPainter>
 #include <algorithm>
 
+#include "res/ui/UiText.h"
 #include "shell/ui/ItemPanel.h"
-#include "shell/ui/UiText.h"
 #include "text/ui/CodePageText.h"
 
 namespace quill {

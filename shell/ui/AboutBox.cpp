@@ -5,7 +5,7 @@
 #include <QLabel>
 
 #include "res/ui/IconSet.h"
-#include "shell/ui/UiText.h"
+#include "res/ui/UiText.h"
 
 namespace quill {
 namespace {

@@ -7,10 +7,10 @@
 
 #include "intel/ui/QuillView.h"
 #include "res/ui/IconSet.h"
+#include "res/ui/UiText.h"
 #include "shell/Settings.h"
 #include "shell/WindowPlacement.h"
 #include "shell/ui/QuillDoc.h"
-#include "shell/ui/UiText.h"
 
 namespace quill {
 

@@ -6,8 +6,8 @@
 #include <stdexcept>
 
 #include "res/ui/IconSet.h"
+#include "res/ui/UiText.h"
 #include "shell/KeyBindings.h"
-#include "shell/ui/UiText.h"
 
 namespace quill {
 namespace {

@@ -4,13 +4,13 @@
 #include <QMainWindow>
 
 #include "base/CodePage1252.h"
+#include "res/ui/UiText.h"
 #include "shell/Settings.h"
 #include "shell/ui/ActiveScript.h"
 #include "shell/ui/AppServices.h"
 #include "shell/ui/ChildFrame.h"
 #include "shell/ui/KeyEvents.h"
 #include "shell/ui/StatusPanes.h"
-#include "shell/ui/UiText.h"
 #include "shell/ui/ViewHandlers.h"
 #include "text/ui/CodePageText.h"
 

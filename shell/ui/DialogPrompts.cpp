@@ -6,9 +6,9 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include "res/ui/UiText.h"
 #include "shell/ui/AboutBox.h"
 #include "shell/ui/RecoveryDialog.h"
-#include "shell/ui/UiText.h"
 #include "text/ui/CodePageText.h"
 
 namespace quill {

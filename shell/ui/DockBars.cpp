@@ -6,8 +6,8 @@
 #include <QToolBar>
 
 #include "res/Menus.h"
+#include "res/ui/UiText.h"
 #include "shell/ui/CommandRouter.h"
-#include "shell/ui/UiText.h"
 
 namespace quill {
 namespace {

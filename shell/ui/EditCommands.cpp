@@ -1,5 +1,5 @@
+#include "res/ui/UiText.h"
 #include "shell/ui/AppServices.h"
-#include "shell/ui/UiText.h"
 #include "shell/ui/ViewHandlers.h"
 #include "text/CaseCommands.h"
 #include "text/DeleteCommands.h"

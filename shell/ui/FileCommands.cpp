@@ -1,6 +1,7 @@
 #include <QMainWindow>
 #include <filesystem>
 
+#include "res/ui/UiText.h"
 #include "shell/RecentFiles.h"
 #include "shell/ui/AppServices.h"
 #include "shell/ui/ChildFrame.h"
@@ -10,7 +11,6 @@
 #include "shell/ui/Prompts.h"
 #include "shell/ui/QuillDoc.h"
 #include "shell/ui/ShellParts.h"
-#include "shell/ui/UiText.h"
 #include "shell/ui/Workspace.h"
 
 namespace quill {

@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "intel/ui/QuillView.h"
+#include "res/ui/UiText.h"
 #include "run/ui/Grep.h"
 #include "shell/Settings.h"
 #include "shell/ui/AppServices.h"
@@ -16,7 +17,6 @@
 #include "shell/ui/QuillDoc.h"
 #include "shell/ui/ShellParts.h"
 #include "shell/ui/StatusPanes.h"
-#include "shell/ui/UiText.h"
 #include "shell/ui/Workspace.h"
 #include "text/FindOpening.h"
 #include "text/ui/CodePageText.h"

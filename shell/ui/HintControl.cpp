@@ -5,6 +5,7 @@
 #include <QMouseEvent>
 #include <QScrollBar>
 
+#include "res/ui/UiText.h"
 #include "shell/Settings.h"
 #include "shell/ui/ActiveScript.h"
 #include "shell/ui/AppServices.h"
@@ -12,7 +13,6 @@
 #include "shell/ui/CompletionControl.h"
 #include "shell/ui/KeyEvents.h"
 #include "shell/ui/StatusPanes.h"
-#include "shell/ui/UiText.h"
 #include "shell/ui/ViewHandlers.h"
 
 namespace quill {

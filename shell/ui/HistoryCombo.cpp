@@ -2,7 +2,7 @@
 
 #include <QLineEdit>
 
-#include "shell/ui/UiText.h"
+#include "res/ui/UiText.h"
 #include "text/ui/CodePageText.h"
 
 namespace quill {

@@ -11,6 +11,7 @@
 
 #include "intel/ui/QuillView.h"
 #include "res/Strings.h"
+#include "res/ui/UiText.h"
 #include "shell/CommandLine.h"
 #include "shell/FrameTitle.h"
 #include "shell/KeyBindings.h"
@@ -30,7 +31,6 @@
 #include "shell/ui/StatusPanes.h"
 #include "shell/ui/TimerService.h"
 #include "shell/ui/ToolBarImages.h"
-#include "shell/ui/UiText.h"
 #include "shell/ui/ViewContextMenu.h"
 #include "shell/ui/ViewSettingsControl.h"
 #include "shell/ui/ViewStatus.h"

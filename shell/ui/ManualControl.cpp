@@ -10,11 +10,11 @@
 #include "intel/ui/HTMLCtrl.h"
 #include "intel/ui/ManualBook.h"
 #include "intel/ui/ManualWindow.h"
+#include "res/ui/UiText.h"
 #include "shell/ui/ActiveScript.h"
 #include "shell/ui/AppServices.h"
 #include "shell/ui/CommandRouter.h"
 #include "shell/ui/Prompts.h"
-#include "shell/ui/UiText.h"
 #include "shell/ui/ViewHandlers.h"
 
 namespace quill {

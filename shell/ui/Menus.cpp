@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "res/Menus.h"
+#include "res/ui/UiText.h"
 #include "shell/ui/CommandRouter.h"
-#include "shell/ui/UiText.h"
 
 namespace quill {
 namespace {

@@ -4,13 +4,13 @@
 #include <filesystem>
 
 #include "intel/ui/QuillView.h"
+#include "res/ui/UiText.h"
 #include "shell/Settings.h"
 #include "shell/ui/AppServices.h"
 #include "shell/ui/CommandRouter.h"
 #include "shell/ui/Prompts.h"
 #include "shell/ui/QuillDoc.h"
 #include "shell/ui/ShellParts.h"
-#include "shell/ui/UiText.h"
 #include "shell/ui/Workspace.h"
 #include "text/ui/PageSetupDlg.h"
 #include "text/ui/PrintJob.h"

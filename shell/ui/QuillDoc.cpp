@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "intel/ui/QuillView.h"
-#include "shell/ui/UiText.h"
+#include "res/ui/UiText.h"
 
 namespace quill {
 namespace {

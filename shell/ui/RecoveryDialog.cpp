@@ -10,8 +10,8 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include "res/ui/UiText.h"
 #include "shell/RecoveryFolder.h"
-#include "shell/ui/UiText.h"
 
 namespace quill {
 namespace {

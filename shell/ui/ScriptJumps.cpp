@@ -2,10 +2,10 @@
 
 #include <QApplication>
 
+#include "res/ui/UiText.h"
 #include "shell/ui/Documents.h"
 #include "shell/ui/FileOperations.h"
 #include "shell/ui/QuillDoc.h"
-#include "shell/ui/UiText.h"
 #include "shell/ui/ViewHandlers.h"
 
 namespace quill {

@@ -6,10 +6,10 @@
 #include "intel/ScriptTools.h"
 #include "intel/ui/ToDoDlg.h"
 #include "intel/ui/VariableDlg.h"
+#include "res/ui/UiText.h"
 #include "shell/ui/AppServices.h"
 #include "shell/ui/FileOperations.h"
 #include "shell/ui/Prompts.h"
-#include "shell/ui/UiText.h"
 #include "shell/ui/ViewHandlers.h"
 #include "text/ui/ClipboardData.h"
 

@@ -7,7 +7,7 @@
 #include <QStyle>
 #include <algorithm>
 
-#include "shell/ui/UiText.h"
+#include "res/ui/UiText.h"
 
 namespace quill {
 namespace {

@@ -2,9 +2,9 @@
 #include <QMainWindow>
 
 #include "intel/ui/TemplateKeys.h"
+#include "res/ui/UiText.h"
 #include "shell/ui/AppServices.h"
 #include "shell/ui/ChildFrame.h"
-#include "shell/ui/UiText.h"
 #include "shell/ui/ViewHandlers.h"
 
 namespace quill {

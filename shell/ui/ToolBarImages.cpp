@@ -8,8 +8,8 @@
 
 #include "res/Menus.h"
 #include "res/PcxImage.h"
+#include "res/ui/UiText.h"
 #include "shell/ui/CommandRouter.h"
-#include "shell/ui/UiText.h"
 
 namespace quill {
 namespace {

@@ -8,6 +8,7 @@
 
 #include "res/Strings.h"
 #include "res/ui/IconSet.h"
+#include "res/ui/UiText.h"
 #include "shell/ProfileLineFlagStore.h"
 #include "shell/RecoveryFolder.h"
 #include "shell/SettingsFile.h"
@@ -17,7 +18,6 @@
 #include "shell/ui/DialogPrompts.h"
 #include "shell/ui/MainFrame.h"
 #include "shell/ui/QuillApp.h"
-#include "shell/ui/UiText.h"
 
 namespace {
 

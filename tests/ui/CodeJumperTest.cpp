@@ -12,11 +12,11 @@
 #include "intel/ui/CodeJumperTree.h"
 #include "intel/ui/OutlineList.h"
 #include "intel/ui/QuillView.h"
+#include "res/ui/UiText.h"
 #include "shell/Settings.h"
 #include "shell/ui/CommandRouter.h"
 #include "shell/ui/FileOperations.h"
 #include "shell/ui/QuillDoc.h"
-#include "shell/ui/UiText.h"
 #include "shell/ui/ViewSettingsControl.h"
 #include "ui/ShellFixture.h"
 

@@ -6,13 +6,13 @@
 #include <filesystem>
 
 #include "intel/ui/QuillView.h"
+#include "res/ui/UiText.h"
 #include "shell/ui/ChildFrame.h"
 #include "shell/ui/Documents.h"
 #include "shell/ui/FileOperations.h"
 #include "shell/ui/QuillDoc.h"
 #include "shell/ui/StatusPanes.h"
 #include "shell/ui/TimerService.h"
-#include "shell/ui/UiText.h"
 #include "shell/ui/Workspace.h"
 #include "ui/ShellFixture.h"
 

@@ -8,8 +8,8 @@
 #include <filesystem>
 
 #include "intel/ui/QuillView.h"
+#include "res/ui/UiText.h"
 #include "shell/ui/QuillDoc.h"
-#include "shell/ui/UiText.h"
 #include "ui/ShellFixture.h"
 
 namespace quill {

@@ -6,9 +6,9 @@
 #include <QTextEdit>
 
 #include "intel/ui/QuillView.h"
+#include "res/ui/UiText.h"
 #include "shell/ui/QuillDoc.h"
 #include "shell/ui/StatusPanes.h"
-#include "shell/ui/UiText.h"
 #include "ui/ShellFixture.h"
 
 namespace quill {

@@ -10,10 +10,10 @@
 
 #include "intel/ui/QuillView.h"
 #include "res/Commands.h"
+#include "res/ui/UiText.h"
 #include "shell/ui/Documents.h"
 #include "shell/ui/FileOperations.h"
 #include "shell/ui/QuillDoc.h"
-#include "shell/ui/UiText.h"
 #include "shell/ui/Workspace.h"
 
 namespace quill {

@@ -1,4 +1,4 @@
-#include "shell/ui/UiText.h"
+#include "res/ui/UiText.h"
 
 #include <gtest/gtest.h>
 

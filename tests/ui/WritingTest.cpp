@@ -9,9 +9,9 @@
 #include "intel/ui/CodeCompletion.h"
 #include "intel/ui/HintTipWindow.h"
 #include "intel/ui/QuillView.h"
+#include "res/ui/UiText.h"
 #include "shell/ui/QuillDoc.h"
 #include "shell/ui/StatusPanes.h"
-#include "shell/ui/UiText.h"
 #include "ui/ShellFixture.h"
 
 namespace quill {

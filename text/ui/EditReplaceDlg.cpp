@@ -7,8 +7,8 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include "res/ui/UiText.h"
 #include "shell/ui/HistoryCombo.h"
-#include "shell/ui/UiText.h"
 #include "text/ui/CodePageText.h"
 #include "text/ui/CrystalEditView.h"
 #include "text/ui/SearchMarks.h"

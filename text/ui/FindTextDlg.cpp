@@ -4,7 +4,7 @@
 #include <QGroupBox>
 #include <QRadioButton>
 
-#include "shell/ui/UiText.h"
+#include "res/ui/UiText.h"
 #include "text/ui/CrystalEditView.h"
 
 namespace quill {

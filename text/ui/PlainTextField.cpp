@@ -7,7 +7,7 @@
 #include <QMenu>
 
 #include "res/Commands.h"
-#include "shell/ui/UiText.h"
+#include "res/ui/UiText.h"
 
 namespace quill {
 namespace {

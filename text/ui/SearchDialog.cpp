@@ -9,8 +9,8 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
+#include "res/ui/UiText.h"
 #include "shell/ui/HistoryCombo.h"
-#include "shell/ui/UiText.h"
 #include "text/DialogPlace.h"
 #include "text/FindOpening.h"
 #include "text/ui/CodePageText.h"
