@@ -1,5 +1,6 @@
-// What a rebuild of the Code Jumper costs, and the scan alone beside the cheapest thing that looks at every
-// byte. Prints lines "name value unit" with tabs between, medians.
+// What a rebuild of the Code Jumper costs, the scan alone beside the cheapest thing that looks at every
+// byte, and the completion list from the outline to the paint. Prints lines "name value unit" with tabs
+// between, medians.
 #include <QApplication>
 #include <algorithm>
 #include <chrono>
@@ -8,7 +9,9 @@
 #include <vector>
 
 #include "bench/GeneratedScript.h"
+#include "intel/CommandDatabase.h"
 #include "intel/OutlineScanner.h"
+#include "intel/ui/CodeCompletion.h"
 #include "intel/ui/CodeJumperPane.h"
 #include "intel/ui/CodeJumperTree.h"
 #include "text/CrystalTextBuffer.h"
@@ -65,6 +68,36 @@ std::string OnlyDefinitions() {
   return text;
 }
 
+constexpr int kCompletionNames = 20000;
+
+void ReportCompletion() {
+  std::string script;
+  for (int i = 0; i < kCompletionNames; ++i) script += "var ship_speed_" + std::to_string(i) + ";\n";
+  const Outline outline = ScanOutlineText(script);
+  const CommandDatabase commands;
+  QWidget owner;
+  owner.resize(800, 600);
+  owner.show();
+  CCodeCompletion window(&owner);
+  const auto detail = [&](const CompletionList& list, size_t row) {
+    return DetailOf(list, row, nullptr, commands, outline);
+  };
+  const auto open = [&](std::string_view begun) {
+    const auto names = std::make_shared<const CompletionNames>(outline, commands, NameSet());
+    window.Open(CompletionList(names, begun), detail, owner.font(), QRect(300, 300, 0, 20));
+    QCoreApplication::processEvents();
+  };
+  Report("completion_open", MedianMilliseconds([&] {
+           window.hide();
+           open("s");
+         }));
+  const char* const begun[] = {"sh", "shi", "ship", "ship_", "ship_s"};
+  Report("completion_narrow", MedianMilliseconds([&, i = size_t{0}]() mutable {
+           window.Narrow(begun[i++ % std::size(begun)]);
+           QCoreApplication::processEvents();
+         }));
+}
+
 }  // namespace
 }  // namespace quill
 
@@ -82,5 +115,6 @@ int main(int argc, char** argv) {
   Report("count_lines", MedianMilliseconds([&] {
            found += static_cast<size_t>(std::count(text.begin(), text.end(), '\n'));
          }));
+  ReportCompletion();
   return found == 0 ? 1 : 0;
 }
