@@ -69,6 +69,7 @@ CMainFrame::CMainFrame(AppServices& services) : m_services(services) {
 }
 
 CMainFrame::~CMainFrame() {
+  if (m_parts != nullptr) m_parts->workspace.disconnect(this);  // no title is wanted any more
   // The views go before the documents whose text they show.
   delete takeCentralWidget();
 }

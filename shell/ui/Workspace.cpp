@@ -21,6 +21,14 @@ Workspace::Workspace(ViewFactory makeView, AppProfile profile, QWidget* parent)
   SetTabbed(true);
 }
 
+Workspace::~Workspace() {
+  // The windows go while this can still be asked about them: views that lose their text tell their followers.
+  disconnect(this, &QMdiArea::subWindowActivated, this, nullptr);
+  m_active = nullptr;
+  Q_EMIT ActiveFrameChanged(nullptr);
+  qDeleteAll(subWindowList());
+}
+
 CChildFrame& Workspace::AddWindow(CQuillDoc& document) {
   auto* frame = new CChildFrame(document, m_makeView());
   frame->SetCloseGuard([this, frame] { return !m_mayClose || m_mayClose(*frame); });

@@ -21,6 +21,7 @@ class Workspace : public QMdiArea {
   using CloseGuard = std::function<bool(CChildFrame&)>;
 
   Workspace(ViewFactory makeView, AppProfile profile, QWidget* parent = nullptr);
+  ~Workspace() override;
 
   /// Opens a window on the document and makes it the active one.
   CChildFrame& AddWindow(CQuillDoc& document);
