@@ -56,10 +56,10 @@ struct KeywordRange {
 };
 constexpr std::array<KeywordRange, 256> MakeRanges() {
   std::array<KeywordRange, 256> ranges{};
-  for (uint8_t i = 0; i < std::size(kKeywords); ++i) {
+  for (size_t i = 0; i < std::size(kKeywords); ++i) {
     const auto lower = static_cast<uint8_t>(kKeywords[i].word[0]);
     const auto upper = static_cast<uint8_t>(lower - 'a' + 'A');
-    if (ranges[lower].last == 0) ranges[lower].first = i;
+    if (ranges[lower].last == 0) ranges[lower].first = static_cast<uint8_t>(i);
     ranges[lower].last = static_cast<uint8_t>(i + 1);
     ranges[upper] = ranges[lower];
   }

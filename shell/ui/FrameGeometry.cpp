@@ -1,6 +1,7 @@
 #include "shell/ui/FrameGeometry.h"
 
 #include <QGuiApplication>
+#include <QMargins>
 #include <QScreen>
 #include <QWidget>
 
@@ -11,6 +12,8 @@ namespace {
 
 /// As much of the window must be on a screen for it to be found and moved.
 constexpr int kVisiblePart = 64;
+/// Room for the frame that the window manager puts around a window, its title bar above all.
+constexpr QMargins kFrameRoom{8, 40, 8, 8};
 
 bool IsReachable(const QRect& rectangle) {
   for (const QScreen* screen : QGuiApplication::screens()) {
@@ -21,7 +24,7 @@ bool IsReachable(const QRect& rectangle) {
 }
 
 void PlaceInTheMiddle(QWidget& window, QSize usualSize) {
-  const QRect screen = window.screen()->availableGeometry();
+  const QRect screen = window.screen()->availableGeometry().marginsRemoved(kFrameRoom);
   const QSize size = usualSize.boundedTo(screen.size());
   window.setGeometry(QRect(screen.center() - QPoint(size.width(), size.height()) / 2, size));
 }
