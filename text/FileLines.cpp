@@ -42,7 +42,7 @@ int32_t DetectLineEndStyle(std::string_view bytes) {
 
 IoResult FileLines::Read(const std::string& path, int32_t style,
                          const std::function<bool(char*, int32_t)>& take) {
-  const IoResult tooLarge =
+  IoResult tooLarge =
       IoResult::Failure("Cannot open \"" + path + "\": it is too large (2 GB a line, 2^31 lines)");
   std::string_view end;
   while (true) {

@@ -148,6 +148,7 @@ bool FileOperations::AgreeToClose(const std::vector<CQuillDoc*>& documents) {
     answer = m_services.prompts.Ask(*modified.front()->File().QuestionBeforeClose());
   } else if (modified.size() > 1) {
     std::vector<std::string> titles;
+    titles.reserve(modified.size());
     for (const CQuillDoc* document : modified) titles.push_back(document->File().Title());
     answer = m_services.prompts.AskSaveAll(titles);
   }

@@ -63,7 +63,7 @@ void FindWindows::OpenFind() {
     connect(m_find, &SearchDialog::SearchEmptied, this, &FindWindows::HideMarks);
   }
   if (m_replace != nullptr) m_replace->close();
-  m_find->Open();
+  m_find->Present();
 }
 
 void FindWindows::OpenReplace() {
@@ -72,7 +72,7 @@ void FindWindows::OpenReplace() {
     connect(m_replace, &SearchDialog::SearchEmptied, this, &FindWindows::HideMarks);
   }
   if (m_find != nullptr) m_find->close();
-  m_replace->Open();
+  m_replace->Present();
 }
 
 void FindWindows::OpenFindInFiles() {

@@ -86,7 +86,7 @@ TEST(BadInput, WhatIsLeftOpenEndsWithItsLineOrTheText) {
       std::string(100000, '('),
       std::string(100000, '"'),
       "var x;\rfunction y()\r{\r",
-      std::string("var \0;\nfunction \0()\n", 21),
+      std::string("var \0;\nfunction \0()\n", 20),
       "\xFF\xFE\x80\xA0var\xA0x;\nvar\xA0y;",
   };
   for (const std::string& text : cases) TypeAtTheEndOf(text);

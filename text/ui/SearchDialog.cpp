@@ -112,7 +112,7 @@ void SearchDialog::OrderTabs(const QList<QWidget*>& fields, const QList<QWidget*
   for (qsizetype i = 1; i < all.size(); ++i) setTabOrder(all[i - 1], all[i]);
 }
 
-void SearchDialog::Open() {
+void SearchDialog::Present() {
   CCrystalEditView* view = ActiveView();
   m_what->LoadEntries();
   SearchRequest stored{m_what->StoredText(), 0};

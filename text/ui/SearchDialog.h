@@ -32,7 +32,7 @@ class SearchDialog : public QDialog {
  public:
   /// Fills the controls from the active view, or from what was stored, and shows the dialog ready for
   /// typing. Also for a dialog that is open already.
-  void Open();
+  void Present();
   /// Another view is the active one, or it can be written now, or not any more.
   virtual void UpdateButtons();
   /// Gives the keyboard back to the text.

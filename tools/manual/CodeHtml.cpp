@@ -30,7 +30,7 @@ std::string_view ClassOf(int32_t colour) {
 }
 
 std::string BlockHtml(std::string_view text, int32_t colour, const HelpLink& link) {
-  const std::string escaped = EscapeHtml(text);
+  std::string escaped = EscapeHtml(text);
   const std::string_view name = ClassOf(colour);
   if (name.empty()) return escaped;
   if (colour == kColourCommand) return "<a class=\"command\" href=\"" + link(text) + "\">" + escaped + "</a>";

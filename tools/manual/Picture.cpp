@@ -3,7 +3,7 @@
 namespace quill::manual {
 namespace {
 
-using std::string_view_literals::operator""sv;
+using namespace std::string_view_literals;
 
 /// The signature, and the length and name of the first chunk, which begins with width and height.
 constexpr std::string_view kHead = "\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR"sv;
