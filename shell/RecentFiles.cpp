@@ -23,18 +23,16 @@ void RecentFiles::Load() {
   }
 }
 
-void RecentFiles::Add(const std::string& path) {
+void RecentFiles::Add(std::string path) {
   if (path.empty()) return;
-  const std::string added = path;  // may be one of ours
-  std::erase(m_paths, added);
-  m_paths.insert(m_paths.begin(), added);
+  std::erase(m_paths, path);
+  m_paths.insert(m_paths.begin(), std::move(path));
   if (m_paths.size() > kMaxFiles) m_paths.pop_back();
   Store();
 }
 
-void RecentFiles::Remove(const std::string& path) {
-  const std::string removed = path;
-  if (std::erase(m_paths, removed) != 0) Store();
+void RecentFiles::Remove(std::string_view path) {
+  if (std::erase(m_paths, std::string(path)) != 0) Store();
 }
 
 void RecentFiles::Store() {

@@ -1,5 +1,6 @@
 #pragma once
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "shell/AppProfile.h"
@@ -17,9 +18,9 @@ class RecentFiles {
   /// Reads the list; gaps in it close.
   void Load();
   /// Puts a full path on top and stores the list; a list that cannot be stored still counts for this run.
-  void Add(const std::string& path);
+  void Add(std::string path);
   /// Takes a path off, such as that of a file that has gone, and stores the list.
-  void Remove(const std::string& path);
+  void Remove(std::string_view path);
   const std::vector<std::string>& Paths() const { return m_paths; }
 
  private:

@@ -13,7 +13,8 @@ using Strings = std::vector<std::string>;
 Strings EntriesOf(const std::string& bytes) {
   TempFolder folder;
   Strings entries;
-  EXPECT_TRUE(ReadKeywordFile(folder.Write("words", bytes), [&](std::string e) { entries.push_back(e); }));
+  EXPECT_TRUE(
+      ReadKeywordFile(folder.Write("words", bytes), [&](std::string e) { entries.push_back(std::move(e)); }));
   return entries;
 }
 

@@ -133,6 +133,7 @@ TEST_F(SqliteSettingsStoreTest, CopiesThatCreateAndWriteAtOnceLoseNothing) {
   constexpr int kWrites = 100;
   std::latch start(kCopies);
   std::vector<std::thread> copies;
+  copies.reserve(kCopies);
   std::atomic<int> failures = 0;
   for (int copy = 0; copy < kCopies; ++copy) {
     copies.emplace_back([&, copy] {

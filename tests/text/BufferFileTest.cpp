@@ -20,6 +20,7 @@ constexpr size_t kChunk = 32768;
 
 std::vector<std::string> LinesOf(const CCrystalTextBuffer& buffer) {
   std::vector<std::string> lines;
+  lines.reserve(static_cast<size_t>(buffer.LineCount()));
   for (int32_t i = 0; i < buffer.LineCount(); ++i) lines.emplace_back(buffer.Line(i));
   return lines;
 }
