@@ -140,6 +140,7 @@ TEST(LineCommands, BookmarksStayWithTheirLines) {
     editor.buffer.SetFlagOnLine(1, kB, true);
     ASSERT_TRUE(command(editor));
     std::vector<uint32_t> flags;
+    flags.reserve(expected.size());
     for (int32_t i = 0; i < editor.buffer.LineCount(); ++i) flags.push_back(editor.buffer.LineFlags(i));
     EXPECT_EQ(flags, expected) << editor.Get();
   }

@@ -91,6 +91,7 @@ TEST(LineStateCache, AgreesWithAParseFromTheTopAfterRandomEdits) {
     StateView view(script);
     for (int step = 0; step < 8; ++step) {
       std::vector<uint32_t> before;
+      before.reserve(static_cast<size_t>(script.LineCount()));
       for (int32_t i = 0; i < script.LineCount(); ++i) before.push_back(view.states.StateAt(i));
       view.states.TakeChangedLines();
       view.linesMoved = false;

@@ -98,8 +98,8 @@ TEST(FindInRange, FollowsBlockDirectionAndWrap) {
 }
 
 /// The rules again, a character at a time.
-std::optional<TextPosition> NaiveFind(const CCrystalTextBuffer& text, std::string what, TextPosition start,
-                                      TextRange block, uint32_t flags) {
+std::optional<TextPosition> NaiveFind(const CCrystalTextBuffer& text, const std::string& what,
+                                      TextPosition start, TextRange block, uint32_t flags) {
   const bool up = (flags & kUpwards) != 0;
   start = std::max(start, block.start);
   for (int32_t line = start.line; up ? line >= 0 : line <= block.end.line; line += up ? -1 : 1) {
