@@ -1,14 +1,12 @@
 #include "shell/ui/CompletionControl.h"
 
 #include <QKeyEvent>
-#include <QMainWindow>
 
 #include "base/CodePage1252.h"
 #include "res/ui/UiText.h"
 #include "shell/Settings.h"
 #include "shell/ui/ActiveScript.h"
 #include "shell/ui/AppServices.h"
-#include "shell/ui/ChildFrame.h"
 #include "shell/ui/KeyEvents.h"
 #include "shell/ui/StatusPanes.h"
 #include "shell/ui/ViewHandlers.h"
@@ -61,27 +59,13 @@ CCodeCompletion::Move MoveOf(int key) {
 }  // namespace
 
 CompletionControl::CompletionControl(const ShellParts& parts, QObject* parent)
-    : QObject(parent), m_parts(parts), m_window(&parts.window) {
-  connect(&parts.workspace, &Workspace::ActiveFrameChanged, this, &CompletionControl::Follow);
-  m_window->installEventFilter(this);
-}
+    : ActiveViewWatch(parts, parent), m_parts(parts) {}
 
-void CompletionControl::Follow(CChildFrame* frame) {
-  Close();
-  if (m_view != nullptr) {
-    disconnect(m_view, nullptr, this, nullptr);
-    m_view->removeEventFilter(this);
-    m_view->viewport()->removeEventFilter(this);
-  }
-  m_view = frame == nullptr ? nullptr : &frame->View();
-  if (m_view == nullptr) return;
-  // The filter that comes last sees keys first: an open list goes before everybody else.
-  m_view->installEventFilter(this);
-  m_view->viewport()->installEventFilter(this);
-  connect(m_view, &CCrystalEditView::Typed, this, &CompletionControl::OnTyped);
-  connect(m_view, &CCrystalTextView::CaretMoved, this, &CompletionControl::OnCaretMoved);
-  connect(m_view, &CCrystalTextView::LostFocus, this, &CompletionControl::Close);
-  connect(m_view, &CCrystalTextView::BufferReplaced, this, &CompletionControl::Close);
+void CompletionControl::OnEnter(CQuillView& view) {
+  connect(&view, &CCrystalEditView::Typed, this, &CompletionControl::OnTyped);
+  connect(&view, &CCrystalTextView::CaretMoved, this, &CompletionControl::OnCaretMoved);
+  connect(&view, &CCrystalTextView::LostFocus, this, &CompletionControl::Close);
+  connect(&view, &CCrystalTextView::BufferReplaced, this, &CompletionControl::Close);
 }
 
 // Opening
@@ -94,26 +78,26 @@ std::optional<CompletionRequest> CompletionControl::RequestAtCaret(CQuillView& v
 }
 
 void CompletionControl::Open() {
-  if (m_view == nullptr || !m_view->CanEdit()) return;
+  if (View() == nullptr || !View()->CanEdit()) return;
   const std::shared_ptr<const ScriptFacts> facts = m_parts.script.Latest();
-  const auto request = RequestAtCaret(*m_view, facts->outline);
-  if (request && OpenAt(*m_view, *request, facts)) return;
+  const auto request = RequestAtCaret(*View(), facts->outline);
+  if (request && OpenAt(*View(), *request, facts)) return;
   m_parts.statusBar.Tell(request ? UiText(StringId::kNothingToComplete, {FromCodePage(request->begun)})
                                  : UiText(StringId::kUnknownObject));
 }
 
 void CompletionControl::OnTyped(char character) {
   if (character != '.' || !ReadFlag(m_parts.services.settings, settings::kDotComplete)) return;
-  const TextPosition caret = m_view->CaretPos();
-  if (!MemberAccessAt(m_view->Buffer()->Line(caret.line), caret.character)) return;
+  const TextPosition caret = View()->CaretPos();
+  if (!MemberAccessAt(View()->Buffer()->Line(caret.line), caret.character)) return;
   // The object is mostly known already: reading the script anew would cost each dot more.
   std::shared_ptr<const ScriptFacts> facts = m_parts.script.Shown();
-  auto request = RequestAtCaret(*m_view, facts->outline);
+  auto request = RequestAtCaret(*View(), facts->outline);
   if (!request) {
     facts = m_parts.script.Latest();
-    request = RequestAtCaret(*m_view, facts->outline);
+    request = RequestAtCaret(*View(), facts->outline);
   }
-  if (request && request->inCode && request->object != nullptr) OpenAt(*m_view, *request, facts);
+  if (request && request->inCode && request->object != nullptr) OpenAt(*View(), *request, facts);
 }
 
 std::shared_ptr<const CompletionNames> CompletionControl::NamesFor(const CompletionRequest& request,
@@ -137,7 +121,7 @@ bool CompletionControl::OpenAt(CQuillView& view, const CompletionRequest& reques
     return false;
   }
   if (m_list == nullptr) {
-    m_list = new CCodeCompletion(m_window);
+    m_list = new CCodeCompletion(Window());
     connect(m_list, &CCodeCompletion::EntryChanged, this, &CompletionControl::EntryChanged);
     connect(m_list, &CCodeCompletion::Clicked, this, [this] {
       m_keys.Chose();
@@ -178,17 +162,17 @@ QRect CompletionControl::Place() const {
 }
 
 bool CompletionControl::IsBelowCaret() const {
-  return IsOpen() && m_view != nullptr && Place().y() >= WordOnScreen(*m_view).bottom();
+  return IsOpen() && View() != nullptr && Place().y() >= WordOnScreen(*View()).bottom();
 }
 
 // While it is open
 
 void CompletionControl::OnCaretMoved() {
   if (!IsOpen()) return;
-  const TextPosition caret = m_view->CaretPos();
-  const auto request = RequestAtCaret(*m_view, m_facts->outline);
+  const TextPosition caret = View()->CaretPos();
+  const auto request = RequestAtCaret(*View(), m_facts->outline);
   if (!request || caret.line != m_wordStart.line || request->start != m_wordStart.character ||
-      m_view->Model().HasSelection()) {
+      View()->Model().HasSelection()) {
     Close();
     return;
   }
@@ -197,7 +181,7 @@ void CompletionControl::OnCaretMoved() {
   if (entry && cp1252::EqualNoCase(*entry, request->begun)) {
     Close();  // it is written already
   } else if (IsOpen()) {
-    m_list->MoveTo(WordOnScreen(*m_view));
+    m_list->MoveTo(WordOnScreen(*View()));
   }
 }
 
@@ -226,26 +210,25 @@ bool CompletionControl::OnKey(const QKeyEvent& event) {
 void CompletionControl::Take() {
   const std::optional<std::string> entry = SelectedEntry();
   Close();
-  if (!entry || m_view == nullptr) return;
-  const auto request = RequestAtCaret(*m_view, m_facts->outline);
+  if (!entry || View() == nullptr) return;
+  const auto request = RequestAtCaret(*View(), m_facts->outline);
   if (!request) return;
-  const int32_t line = m_view->CaretPos().line;
-  m_view->SetSelection({line, request->start}, {line, request->end});
-  m_view->ReplaceSelectedText(*entry);
+  const int32_t line = View()->CaretPos().line;
+  View()->SetSelection({line, request->start}, {line, request->end});
+  View()->ReplaceSelectedText(*entry);
 }
 
-bool CompletionControl::ViewEvent(QEvent* event) {
-  switch (event->type()) {
+bool CompletionControl::OnViewEvent(QEvent& event) {
+  switch (event.type()) {
     case QEvent::ShortcutOverride: {
       // The list's keys are no shortcuts while it is open.
-      const auto& key = *static_cast<QKeyEvent*>(event);
-      const CompletionKey meaning = KeyOf(key);
+      const CompletionKey meaning = KeyOf(static_cast<QKeyEvent&>(event));
       if (!IsOpen() || meaning == CompletionKey::kOther) return false;
-      event->accept();
+      event.accept();
       return true;
     }
     case QEvent::KeyPress:
-      return OnKey(*static_cast<QKeyEvent*>(event));
+      return OnKey(static_cast<QKeyEvent&>(event));
     case QEvent::MouseButtonPress:
     case QEvent::Wheel:
       Close();
@@ -253,12 +236,6 @@ bool CompletionControl::ViewEvent(QEvent* event) {
     default:
       return false;
   }
-}
-
-bool CompletionControl::eventFilter(QObject* watched, QEvent* event) {
-  if (watched != m_window) return ViewEvent(event);
-  if (event->type() == QEvent::Move || event->type() == QEvent::Resize) Close();
-  return false;
 }
 
 }  // namespace quill

@@ -1,5 +1,4 @@
 #pragma once
-#include <QObject>
 #include <QPointer>
 #include <memory>
 #include <optional>
@@ -8,18 +7,16 @@
 #include "intel/Completion.h"
 #include "intel/ScriptFacts.h"
 #include "intel/ui/CodeCompletion.h"
+#include "shell/ui/ActiveViewWatch.h"
 #include "shell/ui/ShellParts.h"
 
 class QKeyEvent;
 
 namespace quill {
 
-class CChildFrame;
-class CQuillView;
-
 /// Opens the completion list on command and behind an object's ".", leads it while the user types, and
 /// writes the name that is taken.
-class CompletionControl : public QObject {
+class CompletionControl : public ActiveViewWatch {
   Q_OBJECT
 
  public:
@@ -40,10 +37,12 @@ class CompletionControl : public QObject {
   void EntryChanged();
 
  protected:
-  bool eventFilter(QObject* watched, QEvent* event) override;
+  void OnLeave() override { Close(); }
+  void OnEnter(CQuillView& view) override;
+  bool OnViewEvent(QEvent& event) override;
+  void OnWindowMoved() override { Close(); }
 
  private:
-  void Follow(CChildFrame* frame);
   void OnTyped(char character);
   void OnCaretMoved();
   /// False when nothing fits.
@@ -51,16 +50,12 @@ class CompletionControl : public QObject {
               const std::shared_ptr<const ScriptFacts>& facts);
   /// True when the text must not see the key.
   bool OnKey(const QKeyEvent& event);
-  bool ViewEvent(QEvent* event);
   void Take();
   std::optional<CompletionRequest> RequestAtCaret(CQuillView& view, const Outline& outline) const;
   std::shared_ptr<const CompletionNames> NamesFor(const CompletionRequest& request, const CQuillView& view);
   QRect WordOnScreen(const CQuillView& view) const;
 
   const ShellParts& m_parts;
-  /// While the main window is being destroyed it still gets events, when the parts are gone.
-  QPointer<QWidget> m_window;
-  QPointer<CQuillView> m_view;
   QPointer<CCodeCompletion> m_list;  ///< made when first needed
   CompletionKeys m_keys;
   TextPosition m_wordStart;

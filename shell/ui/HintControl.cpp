@@ -1,15 +1,12 @@
 #include "shell/ui/HintControl.h"
 
 #include <QKeyEvent>
-#include <QMainWindow>
 #include <QMouseEvent>
-#include <QScrollBar>
 
 #include "res/ui/UiText.h"
 #include "shell/Settings.h"
 #include "shell/ui/ActiveScript.h"
 #include "shell/ui/AppServices.h"
-#include "shell/ui/ChildFrame.h"
 #include "shell/ui/CompletionControl.h"
 #include "shell/ui/KeyEvents.h"
 #include "shell/ui/StatusPanes.h"
@@ -18,31 +15,18 @@
 namespace quill {
 
 HintControl::HintControl(const ShellParts& parts, CompletionControl& completion, QObject* parent)
-    : QObject(parent), m_parts(parts), m_completion(completion), m_window(&parts.window) {
-  connect(&parts.workspace, &Workspace::ActiveFrameChanged, this, &HintControl::Follow);
+    : ActiveViewWatch(parts, parent), m_parts(parts), m_completion(completion) {
   connect(&completion, &CompletionControl::EntryChanged, this, [this] {
     if (m_completion.IsOpen()) UpdateHintText();
     if (m_completion.IsOpen() && !m_onCommand) ShowHint(m_hint.Text());
     KeepOffText();
   });
-  m_window->installEventFilter(this);
 }
 
-void HintControl::Follow(CChildFrame* frame) {
-  HideTip();
-  if (m_view != nullptr) {
-    disconnect(m_view, nullptr, this, nullptr);
-    m_view->verticalScrollBar()->disconnect(this);
-    m_view->removeEventFilter(this);
-    m_view->viewport()->removeEventFilter(this);
-  }
-  m_view = frame == nullptr ? nullptr : &frame->View();
-  if (m_view == nullptr) return;
-  m_view->installEventFilter(this);
-  m_view->viewport()->installEventFilter(this);
-  connect(m_view->verticalScrollBar(), &QScrollBar::valueChanged, this, [this] { ShowHint({}); });
-  connect(m_view, &CCrystalTextView::CaretMoved, this, &HintControl::KeepOffText);
-  connect(m_view, &CCrystalTextView::LostFocus, this, [this] {
+void HintControl::OnEnter(CQuillView& view) {
+  connect(&view, &CCrystalTextView::CaretMoved, this, &HintControl::KeepOffText);
+  connect(&view, &CCrystalTextView::ScrolledVertically, this, [this] { ShowHint({}); });
+  connect(&view, &CCrystalTextView::LostFocus, this, [this] {
     if (m_onCommand) HideTip();
     ShowHint({});
   });
@@ -51,14 +35,14 @@ void HintControl::Follow(CChildFrame* frame) {
 // The hint
 
 bool HintControl::IsCaretInArgumentList() const {
-  return m_view != nullptr && m_view->Model().HasText() &&
-         quill::IsCaretInArgumentList(*m_view->Buffer(), m_view->CaretPos());
+  return View() != nullptr && View()->Model().HasText() &&
+         quill::IsCaretInArgumentList(*View()->Buffer(), View()->CaretPos());
 }
 
 void HintControl::UpdateHintText() {
-  if (m_view == nullptr || !m_view->Model().HasText()) return;
+  if (View() == nullptr || !View()->Model().HasText()) return;
   const std::optional<std::string> entry = m_completion.SelectedEntry();
-  m_hint.Update(*m_view->Buffer(), m_view->CaretPos(),
+  m_hint.Update(*View()->Buffer(), View()->CaretPos(),
                 entry ? std::optional<std::string_view>(*entry) : std::nullopt, m_parts.commands,
                 m_parts.script.Shown()->outline);
   if (m_hint.Command() >= 0) Q_EMIT CommandFound(m_hint.Command());
@@ -95,12 +79,12 @@ void HintControl::ShowOnCommand() {
 // The tip
 
 void HintControl::SetTipText(const std::string& text) {
-  if (m_tipWindow == nullptr) m_tipWindow = new HintTipWindow(m_window);
-  m_tipWindow->SetText(text, text == m_hint.Text() ? m_hint.Argument() : TextPart{}, m_view->Font());
+  if (m_tipWindow == nullptr) m_tipWindow = new HintTipWindow(Window());
+  m_tipWindow->SetText(text, text == m_hint.Text() ? m_hint.Argument() : TextPart{}, View()->Font());
 }
 
 void HintControl::PlaceTip() {
-  const CQuillView& view = *m_view;
+  const CQuillView& view = *View();
   const bool listIsBelow = m_completion.IsOpen() && m_completion.IsBelowCaret();
   const QRect caret = view.CaretRect();
   m_tipWindow->ShowBeside({view.viewport()->mapToGlobal(caret.topLeft()), QSize(0, view.LineHeight())},
@@ -115,8 +99,8 @@ void HintControl::HideTip() {
 
 void HintControl::KeepOffText() {
   if (m_tipWindow == nullptr || !m_tipWindow->isVisible()) return;
-  const QRect line(m_view->viewport()->mapToGlobal(QPoint(0, m_view->CaretRect().top())),
-                   QSize(m_view->viewport()->width(), m_view->LineHeight()));
+  const QRect line(View()->viewport()->mapToGlobal(QPoint(0, View()->CaretRect().top())),
+                   QSize(View()->viewport()->width(), View()->LineHeight()));
   const QRect tip = m_tipWindow->geometry();
   if (tip.intersects(line) || tip.intersects(m_completion.Place())) PlaceTip();
 }
@@ -141,20 +125,16 @@ void HintControl::OnKeyRelease() {
   ShowHint(dismissed ? std::string() : m_hint.Text());
 }
 
-bool HintControl::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == m_window) {
-    if (event->type() == QEvent::Move || event->type() == QEvent::Resize) HideTip();
-    return false;
-  }
-  switch (event->type()) {
+bool HintControl::OnViewEvent(QEvent& event) {
+  switch (event.type()) {
     case QEvent::KeyPress:
-      OnKeyPress(*static_cast<QKeyEvent*>(event));
+      OnKeyPress(static_cast<QKeyEvent&>(event));
       break;
     case QEvent::KeyRelease:
-      if (!static_cast<QKeyEvent*>(event)->isAutoRepeat()) OnKeyRelease();
+      if (!static_cast<QKeyEvent&>(event).isAutoRepeat()) OnKeyRelease();
       break;
     case QEvent::MouseButtonRelease: {
-      const Qt::MouseButton button = static_cast<QMouseEvent*>(event)->button();
+      const Qt::MouseButton button = static_cast<QMouseEvent&>(event).button();
       if (m_onCommand) HideTip();
       if (button == Qt::LeftButton) UpdateHintText();
       if (button == Qt::LeftButton || button == Qt::RightButton) {

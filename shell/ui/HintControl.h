@@ -1,22 +1,20 @@
 #pragma once
-#include <QObject>
 #include <QPointer>
 #include <string>
 
 #include "intel/Hints.h"
 #include "intel/ui/HintTipWindow.h"
+#include "shell/ui/ActiveViewWatch.h"
 #include "shell/ui/ShellParts.h"
 
 class QKeyEvent;
 
 namespace quill {
 
-class CChildFrame;
-class CQuillView;
 class CompletionControl;
 
 /// Shows the parameters of the command whose arguments are being written in a tip beside the caret.
-class HintControl : public QObject {
+class HintControl : public ActiveViewWatch {
   Q_OBJECT
 
  public:
@@ -38,10 +36,12 @@ class HintControl : public QObject {
   void CommandFound(int index);
 
  protected:
-  bool eventFilter(QObject* watched, QEvent* event) override;
+  void OnLeave() override { HideTip(); }
+  void OnEnter(CQuillView& view) override;
+  bool OnViewEvent(QEvent& event) override;
+  void OnWindowMoved() override { HideTip(); }
 
  private:
-  void Follow(CChildFrame* frame);
   void OnKeyPress(const QKeyEvent& event);
   void OnKeyRelease();
   void SetTipText(const std::string& text);
@@ -52,9 +52,6 @@ class HintControl : public QObject {
 
   const ShellParts& m_parts;
   CompletionControl& m_completion;
-  /// While the main window is being destroyed it still gets events, when the parts are gone.
-  QPointer<QWidget> m_window;
-  QPointer<CQuillView> m_view;
   HintText m_hint;
   HintTip m_tip;
   QPointer<HintTipWindow> m_tipWindow;  ///< made when first needed

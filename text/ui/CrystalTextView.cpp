@@ -330,7 +330,7 @@ void CCrystalTextView::scrollContentsBy(int dx, int dy) {
   } else {
     viewport()->update();
   }
-  Q_EMIT Scrolled();
+  if (dy != 0) Q_EMIT ScrolledVertically();
 }
 
 // Bookmarks and folding

@@ -123,7 +123,7 @@ class CCrystalTextView : public QAbstractScrollArea {
   void ZoomChanged();
   void GotFocus();
   void LostFocus();
-  void Scrolled();
+  void ScrolledVertically();
 
  protected:
   bool event(QEvent* event) override;
