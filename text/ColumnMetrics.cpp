@@ -22,6 +22,9 @@ int64_t ColumnMetrics::Walk(std::string_view text, int64_t x) const {
     for (const char c : text) x = AfterCharacter(c, x);
     return x;
   }
+  const size_t indent = x == 0 ? std::min(text.find_first_not_of('\t'), text.size()) : 0;
+  x += static_cast<int64_t>(indent) * m_tabWidth;
+  text.remove_prefix(indent);
   while (true) {
     const size_t tab = text.find('\t');
     if (tab == std::string_view::npos) return x + static_cast<int64_t>(text.size()) * Cell();

@@ -127,6 +127,7 @@ void TextViewModel::OnTextChange(const TextChange& change) {
   m_parts->widths.OnTextChange(change);
   const TextRange& range = change.range;
   const auto moved = [&](TextPosition p) {
+    if (p < range.start) return p;
     return Clamp(change.inserted ? PositionAfterInsert(p, range) : PositionAfterDelete(p, range));
   };
   m_caret = moved(m_caret);
