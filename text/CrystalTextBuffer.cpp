@@ -46,13 +46,14 @@ std::vector<std::string_view> SplitAt(std::string_view text, const std::vector<i
 /// The lines of a record's text; a single one, as most are, costs no memory.
 class RecordPieces {
  public:
-  explicit RecordPieces(const UndoRecord& record) : m_single(record.text) {
-    if (record.pieceLengths != nullptr) {
-      m_pieces = SplitAt(record.text, *record.pieceLengths);
-    } else if (HasCr(m_single)) {
-      m_pieces = SplitLines(record.text);
+  RecordPieces(std::string_view text, const std::vector<int32_t>* lengths) : m_single(text) {
+    if (lengths != nullptr) {
+      m_pieces = SplitAt(text, *lengths);
+    } else if (HasCr(text)) {
+      m_pieces = SplitLines(text);
     }
   }
+  explicit RecordPieces(const UndoRecord& record) : RecordPieces(record.text, record.pieceLengths) {}
   std::span<const std::string_view> Get() const {
     if (m_pieces.empty()) return {&m_single, 1};
     return m_pieces;
@@ -121,6 +122,10 @@ void CCrystalTextBuffer::CopyRange(TextRange range, std::string& text, std::stri
   CheckPosition(range.end);
   text.clear();
   if (range.end < range.start) throw std::invalid_argument("range ends before it starts");
+  auto length = static_cast<size_t>(range.end.character);
+  for (int32_t line = range.start.line; line < range.end.line; ++line)
+    length += Line(line).size() + lineEnd.size();
+  text.reserve(length - static_cast<size_t>(range.start.character));
   for (int32_t line = range.start.line; line <= range.end.line; ++line) {
     std::string_view piece = Line(line);
     if (line == range.end.line) piece = piece.substr(0, static_cast<size_t>(range.end.character));
@@ -281,7 +286,7 @@ bool CCrystalTextBuffer::InsertTextAt(BufferView* view, TextPosition at, std::st
                                       TextPosition& end, int32_t actionCode) {
   CheckPosition(at);
   if (m_readOnly) return false;
-  InsertRecorded(view, {UndoRecord::kInsert, actionCode, {at, at}, std::string(text), {}}, end);
+  InsertRecorded(view, at, {std::string(text), nullptr}, end, actionCode);
   return true;
 }
 
@@ -291,7 +296,7 @@ bool CCrystalTextBuffer::InsertLinesAt(BufferView* view, TextPosition at,
   if (lines.empty()) throw std::invalid_argument("no lines to insert");
   CheckPosition(at);
   if (m_readOnly) return false;
-  UndoRecord record{UndoRecord::kInsert, actionCode, {at, at}, {}, {}};
+  RecordText record;
   bool anyCr = false;
   for (size_t i = 0; i < lines.size(); ++i) {
     if (i != 0) record.text += "\r\n";
@@ -302,20 +307,22 @@ bool CCrystalTextBuffer::InsertLinesAt(BufferView* view, TextPosition at,
   for (size_t i = 0; anyCr && i < lines.size(); ++i) {
     record.pieceLengths->push_back(static_cast<int32_t>(lines[i].size()));
   }
-  InsertRecorded(view, std::move(record), end);
+  InsertRecorded(view, at, std::move(record), end, actionCode);
   return true;
 }
 
-void CCrystalTextBuffer::InsertRecorded(BufferView* view, UndoRecord&& record, TextPosition& end) {
-  if (static_cast<int64_t>(record.text.size()) > kLongestLine - LineLength(record.range.start.line)) {
+void CCrystalTextBuffer::InsertRecorded(BufferView* view, TextPosition at, RecordText&& text,
+                                        TextPosition& end, int32_t actionCode) {
+  if (static_cast<int64_t>(text.text.size()) > kLongestLine - LineLength(at.line)) {
     throw std::invalid_argument("text too long");
   }
   const bool ownGroup = m_groupDepth == 0;
   if (ownGroup) OpenUndoGroup();
+  TextRange range{at, at};
   // From the record's copy: the caller's text may be a line of ours.
-  ApplyInsert(view, record.range.start, RecordPieces(record).Get(), record.range.end);
-  end = record.range.end;
-  AddRecord(std::move(record));
+  ApplyInsert(view, at, RecordPieces(text.text, text.pieceLengths.get()).Get(), range.end);
+  end = range.end;
+  AddRecord(UndoRecord::kInsert, actionCode, range, std::move(text));
   if (ownGroup) CloseUndoGroup(view);
 }
 
@@ -330,14 +337,14 @@ bool CCrystalTextBuffer::InsertTextAt(BufferView* view, int32_t line, int32_t ch
 }
 
 bool CCrystalTextBuffer::DeleteRange(BufferView* view, TextRange range, int32_t actionCode) {
-  UndoRecord record{0, actionCode, range, {}, {}};
-  CopyRange(range, record.text);
+  RecordText text;
+  CopyRange(range, text.text);
   if (m_readOnly) return false;
-  if (HasCr(record.text)) record.pieceLengths = PieceLengthsOf(range);
+  if (HasCr(text.text)) text.pieceLengths = PieceLengthsOf(range);
   const bool ownGroup = m_groupDepth == 0;
   if (ownGroup) OpenUndoGroup();
   ApplyDelete(view, range);
-  AddRecord(std::move(record));
+  AddRecord(0, actionCode, range, std::move(text));
   if (ownGroup) CloseUndoGroup(view);
   return true;
 }
@@ -407,24 +414,24 @@ void CCrystalTextBuffer::TextChanged(BufferView* source, const TextChange& chang
 
 // History
 
-void CCrystalTextBuffer::AddRecord(UndoRecord&& record) {
-  if (m_nextRecordStartsGroup) record.flags |= UndoRecord::kGroupStart;
+void CCrystalTextBuffer::AddRecord(uint32_t flags, int32_t actionCode, TextRange range, RecordText&& text) {
+  if (m_nextRecordStartsGroup) flags |= UndoRecord::kGroupStart;
   m_nextRecordStartsGroup = false;
-  m_history.Add(std::move(record));
+  m_history.Add(flags, actionCode, range, std::move(text));
 }
 
 void CCrystalTextBuffer::OpenUndoGroup(bool mergeWithPrevious) {
   if (m_groupDepth++ > 0) return;
-  m_nextRecordStartsGroup = !mergeWithPrevious || m_history.Last() == nullptr;
+  m_nextRecordStartsGroup = !mergeWithPrevious || m_history.Position() == 0;
 }
 
 void CCrystalTextBuffer::CloseUndoGroup(BufferView* view) {
   if (m_groupDepth > 0 && --m_groupDepth > 0) return;
   m_nextRecordStartsGroup = true;
-  if (view == nullptr || m_history.Last() == nullptr) return;
-  const int32_t lastAction = m_history.Last()->action;
-  const std::string lastText = m_history.Last()->text;  // a copy: the view's own edits may drop records
-  view->OnUndoGroupClosed(lastAction, lastText);
+  const auto last = m_history.Last();
+  if (view == nullptr || !last) return;
+  const std::string lastText(last->text);  // a copy: the view's own edits may drop records
+  view->OnUndoGroupClosed(last->action, lastText);
 }
 
 bool CCrystalTextBuffer::Reverse(const UndoRecord& record) {
@@ -442,8 +449,8 @@ bool CCrystalTextBuffer::Repeat(const UndoRecord& record) {
 bool CCrystalTextBuffer::Undo(TextPosition& position) {
   if (!CanUndo()) return false;
   bool groupStart = false;
-  while (!groupStart && m_history.Last() != nullptr) {
-    const UndoRecord& record = *m_history.Last();
+  while (!groupStart && m_history.Position() != 0) {
+    const UndoRecord record = *m_history.Last();
     Reverse(record);
     groupStart = record.StartsGroup();
     m_history.StepBack();
@@ -454,10 +461,12 @@ bool CCrystalTextBuffer::Undo(TextPosition& position) {
 
 bool CCrystalTextBuffer::Redo(TextPosition& position) {
   if (!CanRedo()) return false;
+  std::optional<UndoRecord> next = m_history.Next();
   do {
-    Repeat(*m_history.Next());
+    Repeat(*next);
     m_history.StepForward();
-  } while (m_history.Next() != nullptr && !m_history.Next()->StartsGroup());
+    next = m_history.Next();
+  } while (next && !next->StartsGroup());
   FinishHistoryStep(position);
   return true;
 }
@@ -470,15 +479,15 @@ void CCrystalTextBuffer::FinishHistoryStep(TextPosition& position) {
 }
 
 bool CCrystalTextBuffer::UndoLabel(std::string& label) const {
-  const UndoRecord* record = m_history.Last();
-  const char* text = record == nullptr ? nullptr : action::Description(record->action);
+  const auto record = m_history.Last();
+  const char* text = !record ? nullptr : action::Description(record->action);
   label = text == nullptr ? "" : text;
   return text != nullptr;
 }
 
 bool CCrystalTextBuffer::RedoLabel(std::string& label) const {
-  const UndoRecord* record = m_history.Next();
-  const char* text = record == nullptr ? nullptr : action::Description(record->action);
+  const auto record = m_history.Next();
+  const char* text = !record ? nullptr : action::Description(record->action);
   label = text == nullptr ? "" : text;
   return text != nullptr;
 }

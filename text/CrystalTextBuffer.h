@@ -120,8 +120,8 @@ class CCrystalTextBuffer {
   void OpenUndoGroup(bool mergeWithPrevious = false);
   /// Tells `view` the last record of the history, when both are there.
   void CloseUndoGroup(BufferView* view = nullptr);
-  bool CanUndo() const { return !m_readOnly && m_history.Last() != nullptr; }
-  bool CanRedo() const { return !m_readOnly && m_history.Next() != nullptr; }
+  bool CanUndo() const { return !m_readOnly && m_history.Position() != 0; }
+  bool CanRedo() const { return !m_readOnly && m_history.Position() != m_history.Count(); }
   /// `position` receives the place of the last change.
   bool Undo(TextPosition& position);
   bool Redo(TextPosition& position);
@@ -173,8 +173,9 @@ class CCrystalTextBuffer {
                    TextPosition& end);
   bool ApplyDelete(BufferView* source, TextRange range);
   void TextChanged(BufferView* source, const TextChange& change, TextPosition lastChange);
-  void InsertRecorded(BufferView* view, UndoRecord&& record, TextPosition& end);
-  void AddRecord(UndoRecord&& record);
+  void InsertRecorded(BufferView* view, TextPosition at, RecordText&& text, TextPosition& end,
+                      int32_t actionCode);
+  void AddRecord(uint32_t flags, int32_t actionCode, TextRange range, RecordText&& text);
   bool Reverse(const UndoRecord& record);
   bool Repeat(const UndoRecord& record);
   void FinishHistoryStep(TextPosition& position);
