@@ -5,7 +5,7 @@
 #include <filesystem>
 
 #include "ScriptFile.h"
-#include "text/CrystalTextBuffer.h"
+#include "text/buffer/CrystalTextBuffer.h"
 
 namespace quill {
 namespace {

@@ -3,13 +3,13 @@
 #include <vector>
 
 #include "ScriptFile.h"
-#include "text/BraceMatch.h"
-#include "text/FoldDepthIndex.h"
-#include "text/FoldMap.h"
-#include "text/Folding.h"
-#include "text/LineStateCache.h"
-#include "text/LongLine.h"
-#include "text/ScriptColouring.h"
+#include "text/parse/BraceMatch.h"
+#include "text/parse/FoldDepthIndex.h"
+#include "text/parse/FoldMap.h"
+#include "text/parse/Folding.h"
+#include "text/parse/LineStateCache.h"
+#include "text/parse/LongLine.h"
+#include "text/parse/ScriptColouring.h"
 
 namespace quill {
 namespace {

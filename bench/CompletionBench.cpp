@@ -3,9 +3,9 @@
 #include <memory>
 #include <string>
 
-#include "intel/CommandDatabase.h"
-#include "intel/Completion.h"
-#include "intel/OutlineScanner.h"
+#include "intel/outline/OutlineScanner.h"
+#include "intel/vocabulary/CommandDatabase.h"
+#include "intel/writing/Completion.h"
 
 namespace quill {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "ScriptFile.h"
 #include "ScriptGenerator.h"
-#include "run/FindInFiles.h"
+#include "find/FindInFiles.h"
 
 namespace quill {
 namespace {

@@ -9,12 +9,12 @@
 #include <vector>
 
 #include "bench/GeneratedScript.h"
-#include "intel/CommandDatabase.h"
-#include "intel/OutlineScanner.h"
+#include "intel/outline/OutlineScanner.h"
 #include "intel/ui/CodeCompletion.h"
 #include "intel/ui/CodeJumperPane.h"
 #include "intel/ui/CodeJumperTree.h"
-#include "text/CrystalTextBuffer.h"
+#include "intel/vocabulary/CommandDatabase.h"
+#include "text/buffer/CrystalTextBuffer.h"
 
 namespace quill {
 namespace {

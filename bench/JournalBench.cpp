@@ -6,7 +6,7 @@
 
 #include "GeneratedScript.h"
 #include "shell/RecoveryJournal.h"
-#include "text/CrystalTextBuffer.h"
+#include "text/buffer/CrystalTextBuffer.h"
 
 namespace quill {
 namespace {

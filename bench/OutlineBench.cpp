@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "ScriptFile.h"
-#include "intel/OutlineScanner.h"
+#include "intel/outline/OutlineScanner.h"
 
 namespace quill {
 namespace {

@@ -3,12 +3,12 @@
 #include <QScrollBar>
 
 #include "bench/EditorDriver.h"
-#include "intel/CommandDatabase.h"
-#include "intel/KeywordDatabase.h"
-#include "intel/ui/QuillView.h"
-#include "text/ReplaceAll.h"
-#include "text/Search.h"
-#include "text/UndoStep.h"
+#include "intel/vocabulary/CommandDatabase.h"
+#include "intel/vocabulary/KeywordDatabase.h"
+#include "shell/ui/QuillView.h"
+#include "text/edit/UndoStep.h"
+#include "text/search/ReplaceAll.h"
+#include "text/search/Search.h"
 
 namespace quill::bench {
 namespace {

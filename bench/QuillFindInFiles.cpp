@@ -2,7 +2,7 @@
 #include <chrono>
 #include <cstdio>
 
-#include "run/FindInFiles.h"
+#include "find/FindInFiles.h"
 
 int main(int argc, char** argv) {
   if (argc != 3) {

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "GeneratedScript.h"
-#include "text/CrystalTextBuffer.h"
+#include "text/buffer/CrystalTextBuffer.h"
 
 namespace quill::bench {
 

@@ -4,9 +4,9 @@
 
 #include "ScriptFile.h"
 #include "ScriptGenerator.h"
-#include "text/ReplaceAll.h"
-#include "text/Search.h"
-#include "text/SearchMatches.h"
+#include "text/search/ReplaceAll.h"
+#include "text/search/Search.h"
+#include "text/search/SearchMatches.h"
 
 namespace quill {
 namespace {

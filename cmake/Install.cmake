@@ -1,6 +1,6 @@
 # One self-contained folder, wherever it is put: bin/ holds the program and its data files, share/ what
 # the desktop is to know about it. `cpack` packs that folder.
-if(TARGET quill)
+if(QUILL_UI)
   install(TARGETS quill RUNTIME DESTINATION bin)
   install(FILES
     ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/Keywords.db

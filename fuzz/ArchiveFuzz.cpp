@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "intel/StringListArchive.h"
+#include "intel/vocabulary/StringListArchive.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);

@@ -11,7 +11,7 @@
 #include <string>
 
 #include "shell/JournalReplay.h"
-#include "text/CrystalTextBuffer.h"
+#include "text/buffer/CrystalTextBuffer.h"
 
 namespace {
 

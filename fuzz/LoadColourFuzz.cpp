@@ -10,13 +10,13 @@
 #include <string>
 #include <vector>
 
-#include "text/BraceMatch.h"
-#include "text/CrystalTextBuffer.h"
-#include "text/FoldMap.h"
-#include "text/Folding.h"
-#include "text/LineStateCache.h"
-#include "text/LongLine.h"
-#include "text/ScriptColouring.h"
+#include "text/buffer/CrystalTextBuffer.h"
+#include "text/parse/BraceMatch.h"
+#include "text/parse/FoldMap.h"
+#include "text/parse/Folding.h"
+#include "text/parse/LineStateCache.h"
+#include "text/parse/LongLine.h"
+#include "text/parse/ScriptColouring.h"
 
 namespace {
 

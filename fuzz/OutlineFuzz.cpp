@@ -7,15 +7,15 @@
 #include <cstdlib>
 #include <string>
 
-#include "intel/CommandDatabase.h"
-#include "intel/Completion.h"
-#include "intel/Definitions.h"
-#include "intel/EnclosingFunction.h"
-#include "intel/Hints.h"
-#include "intel/OutlineFilter.h"
-#include "intel/OutlineLists.h"
-#include "intel/OutlineScanner.h"
-#include "text/CrystalTextBuffer.h"
+#include "intel/jumper/OutlineFilter.h"
+#include "intel/jumper/OutlineLists.h"
+#include "intel/outline/Definitions.h"
+#include "intel/outline/EnclosingFunction.h"
+#include "intel/outline/OutlineScanner.h"
+#include "intel/vocabulary/CommandDatabase.h"
+#include "intel/writing/Completion.h"
+#include "intel/writing/Hints.h"
+#include "text/buffer/CrystalTextBuffer.h"
 
 namespace {
 

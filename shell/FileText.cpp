@@ -5,7 +5,7 @@
 #include <fstream>
 
 #include "shell/FileIdentity.h"
-#include "text/CrystalTextBuffer.h"
+#include "text/buffer/CrystalTextBuffer.h"
 
 namespace quill {
 namespace {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "shell/FileIdentity.h"
-#include "text/TextPosition.h"
+#include "text/buffer/TextPosition.h"
 
 /// The bytes of a recovery journal: a magic text, then records of
 ///   u32 checksum (CRC-32 of what follows in the record), u32 payload length, u8 type, payload

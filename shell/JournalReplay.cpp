@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "text/CrystalTextBuffer.h"
+#include "text/buffer/CrystalTextBuffer.h"
 
 namespace quill {
 namespace {

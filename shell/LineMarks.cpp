@@ -3,8 +3,8 @@
 #include <filesystem>
 #include <map>
 
-#include "text/CrystalTextBuffer.h"
-#include "text/LineFlagStore.h"
+#include "text/buffer/CrystalTextBuffer.h"
+#include "text/buffer/LineFlagStore.h"
 
 namespace quill::line_marks {
 

@@ -4,7 +4,7 @@
 #include <charconv>
 #include <optional>
 
-#include "shell/SettingsBytes.h"
+#include "settings/SettingsBytes.h"
 
 namespace quill {
 

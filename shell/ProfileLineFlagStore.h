@@ -1,6 +1,6 @@
 #pragma once
-#include "shell/AppProfile.h"
-#include "text/LineFlagStore.h"
+#include "settings/AppProfile.h"
+#include "text/buffer/LineFlagStore.h"
 
 namespace quill {
 

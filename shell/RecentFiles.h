@@ -3,7 +3,7 @@
 #include <string_view>
 #include <vector>
 
-#include "shell/AppProfile.h"
+#include "settings/AppProfile.h"
 
 namespace quill {
 

@@ -6,7 +6,7 @@
 #include <new>
 
 #include "shell/FileText.h"
-#include "text/CrystalTextBuffer.h"
+#include "text/buffer/CrystalTextBuffer.h"
 
 namespace quill {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "shell/JournalFormat.h"
-#include "text/CrystalTextBuffer.h"
+#include "text/buffer/CrystalTextBuffer.h"
 
 namespace quill {
 namespace {

@@ -5,7 +5,7 @@
 #include "base/IoResult.h"
 #include "shell/FileIdentity.h"
 #include "shell/JournalFile.h"
-#include "text/BufferView.h"
+#include "text/buffer/BufferView.h"
 
 namespace quill {
 

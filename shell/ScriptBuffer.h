@@ -2,7 +2,7 @@
 #include <functional>
 #include <utility>
 
-#include "text/CrystalTextBuffer.h"
+#include "text/buffer/CrystalTextBuffer.h"
 
 namespace quill {
 

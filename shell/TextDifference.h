@@ -1,5 +1,5 @@
 #pragma once
-#include "text/CrystalTextBuffer.h"
+#include "text/buffer/CrystalTextBuffer.h"
 
 namespace quill {
 

@@ -1,7 +1,7 @@
 #include "shell/ViewPreferences.h"
 
-#include "shell/Settings.h"
-#include "shell/SettingsKey.h"
+#include "settings/Settings.h"
+#include "settings/SettingsKey.h"
 
 namespace quill {
 

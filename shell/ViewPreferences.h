@@ -1,7 +1,7 @@
 #pragma once
-#include "shell/SettingsStore.h"
-#include "text/ColourTable.h"
-#include "text/ViewSettings.h"
+#include "settings/SettingsStore.h"
+#include "text/parse/ColourTable.h"
+#include "text/view/ViewSettings.h"
 
 namespace quill {
 

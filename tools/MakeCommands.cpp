@@ -1,15 +1,15 @@
 // quill_make_commands OUTPUT SOURCE...
 //
 // Makes the command database from its readable source. The form of the source is described in
-// intel/CommandSource.h. Ends with 1, and leaves the output as it was, when anything is wrong.
+// intel/vocabulary/CommandSource.h. Ends with 1, and leaves the output as it was, when anything is wrong.
 
 #include <cstdio>
 #include <string>
 #include <vector>
 
 #include "base/InputFile.h"
-#include "intel/CommandSource.h"
-#include "intel/StringListArchive.h"
+#include "intel/vocabulary/CommandSource.h"
+#include "intel/vocabulary/StringListArchive.h"
 
 namespace {
 

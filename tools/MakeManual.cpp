@@ -13,10 +13,10 @@
 
 #include "base/AtomicFile.h"
 #include "base/InputFile.h"
-#include "intel/CommandDatabase.h"
-#include "intel/CommandSource.h"
-#include "intel/KeywordDatabase.h"
-#include "intel/ObjectMembers.h"
+#include "intel/vocabulary/CommandDatabase.h"
+#include "intel/vocabulary/CommandSource.h"
+#include "intel/vocabulary/KeywordDatabase.h"
+#include "intel/writing/ObjectMembers.h"
 #include "tools/manual/Manual.h"
 
 namespace {

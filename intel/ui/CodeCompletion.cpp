@@ -10,7 +10,7 @@
 #include <algorithm>
 
 #include "intel/ui/Popup.h"
-#include "text/ui/CodePageText.h"
+#include "widgets/CodePageText.h"
 
 namespace quill {
 namespace {

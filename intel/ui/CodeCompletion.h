@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
-#include "intel/CompletionDetail.h"
 #include "intel/ui/CompletionModel.h"
+#include "intel/writing/CompletionDetail.h"
 
 class QLabel;
 class QListView;

@@ -3,8 +3,8 @@
 #include <QWidget>
 #include <memory>
 
-#include "intel/OutlineLists.h"
-#include "intel/ScriptFacts.h"
+#include "intel/jumper/OutlineLists.h"
+#include "intel/outline/ScriptFacts.h"
 #include "res/Strings.h"
 
 class QKeyEvent;

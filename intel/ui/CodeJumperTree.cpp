@@ -10,11 +10,11 @@
 #include <algorithm>
 
 #include "base/CodePage1252.h"
-#include "intel/CompletionNames.h"
 #include "intel/ui/OutlineLabels.h"
+#include "intel/writing/CompletionNames.h"
 #include "res/ui/IconSet.h"
 #include "res/ui/UiText.h"
-#include "text/ui/CodePageText.h"
+#include "widgets/CodePageText.h"
 
 namespace quill {
 namespace {

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "intel/EnclosingFunction.h"
-#include "intel/OutlineFilter.h"
-#include "intel/ScriptFacts.h"
+#include "intel/jumper/OutlineFilter.h"
+#include "intel/outline/EnclosingFunction.h"
+#include "intel/outline/ScriptFacts.h"
 
 namespace quill {
 

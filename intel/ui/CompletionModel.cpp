@@ -1,7 +1,7 @@
 #include "intel/ui/CompletionModel.h"
 
 #include "res/ui/IconSet.h"
-#include "text/ui/CodePageText.h"
+#include "widgets/CodePageText.h"
 
 namespace quill {
 

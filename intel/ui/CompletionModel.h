@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "intel/Completion.h"
+#include "intel/writing/Completion.h"
 
 namespace quill {
 

@@ -2,8 +2,8 @@
 
 #include <QFontDatabase>
 
-#include "intel/CommandDatabase.h"
-#include "intel/HelpText.h"
+#include "intel/vocabulary/CommandDatabase.h"
+#include "intel/vocabulary/HelpText.h"
 #include "res/Strings.h"
 
 namespace quill {

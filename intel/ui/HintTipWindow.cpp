@@ -5,8 +5,8 @@
 #include <QToolTip>
 #include <cmath>
 
-#include "intel/HelpText.h"
 #include "intel/ui/Popup.h"
+#include "intel/vocabulary/HelpText.h"
 
 namespace quill {
 namespace {

@@ -3,8 +3,8 @@
 #include <QWidget>
 #include <string>
 
-#include "intel/ArgumentList.h"
-#include "intel/PopupPlace.h"
+#include "intel/writing/ArgumentList.h"
+#include "intel/writing/PopupPlace.h"
 
 namespace quill {
 

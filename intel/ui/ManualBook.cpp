@@ -5,7 +5,7 @@
 #include <QHelpEngine>
 #include <QHelpLink>
 
-#include "intel/ManualNames.h"
+#include "intel/manual/ManualNames.h"
 
 namespace quill {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "intel/ManualSearch.h"
+#include "intel/manual/ManualSearch.h"
 
 class QHelpEngine;
 

@@ -10,8 +10,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "intel/ManualNames.h"
-#include "intel/ManualStyle.h"
+#include "intel/manual/ManualNames.h"
+#include "intel/manual/ManualStyle.h"
 #include "intel/ui/ManualBook.h"
 #include "res/ui/UiText.h"
 

@@ -3,7 +3,7 @@
 #include <QPainter>
 #include <QTextLayout>
 
-#include "shell/ui/ItemPanel.h"
+#include "widgets/ItemPanel.h"
 
 namespace quill {
 namespace {

@@ -4,7 +4,7 @@
 #include <QWidget>
 #include <optional>
 
-#include "intel/ManualSearch.h"
+#include "intel/manual/ManualSearch.h"
 
 class QLabel;
 class QLineEdit;

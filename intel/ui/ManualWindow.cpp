@@ -18,8 +18,8 @@
 #include "intel/ui/RoomyDelegate.h"
 #include "res/ui/IconSet.h"
 #include "res/ui/UiText.h"
-#include "shell/Settings.h"
-#include "shell/ui/FrameGeometry.h"
+#include "settings/Settings.h"
+#include "widgets/FrameGeometry.h"
 
 namespace quill {
 namespace {

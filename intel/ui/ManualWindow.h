@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "shell/AppProfile.h"
+#include "settings/AppProfile.h"
 
 class QHelpContentWidget;
 class QSplitter;

@@ -4,7 +4,7 @@
 #include <QPainter>
 
 #include "res/ui/UiText.h"
-#include "text/ui/CodePageText.h"
+#include "widgets/CodePageText.h"
 
 namespace quill {
 namespace {

@@ -2,7 +2,7 @@
 #include <QString>
 #include <string_view>
 
-#include "intel/ScriptFacts.h"
+#include "intel/outline/ScriptFacts.h"
 
 class QAbstractItemView;
 

@@ -8,7 +8,7 @@
 
 #include "intel/ui/OutlineLabels.h"
 #include "res/ui/UiText.h"
-#include "text/ui/CodePageText.h"
+#include "widgets/CodePageText.h"
 
 namespace quill {
 

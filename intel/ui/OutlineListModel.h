@@ -8,9 +8,9 @@
 #include <string_view>
 #include <vector>
 
-#include "intel/OutlineFilter.h"
-#include "intel/OutlineLists.h"
-#include "intel/ScriptFacts.h"
+#include "intel/jumper/OutlineFilter.h"
+#include "intel/jumper/OutlineLists.h"
+#include "intel/outline/ScriptFacts.h"
 
 namespace quill {
 

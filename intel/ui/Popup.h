@@ -2,7 +2,7 @@
 #include <QRect>
 #include <QSize>
 
-#include "intel/PopupPlace.h"
+#include "intel/writing/PopupPlace.h"
 
 class QColor;
 class QPainter;

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <vector>
 
-#include "intel/ui/QuillView.h"
-#include "text/CrystalTextBuffer.h"
-#include "text/ui/CodePageText.h"
+#include "shell/ui/QuillView.h"
+#include "text/buffer/CrystalTextBuffer.h"
+#include "widgets/CodePageText.h"
 
 namespace quill {
 namespace {

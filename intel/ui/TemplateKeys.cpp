@@ -2,11 +2,11 @@
 
 #include <QKeyEvent>
 
-#include "intel/CodeWalk.h"
-#include "intel/TemplateInsertion.h"
-#include "intel/ui/QuillView.h"
+#include "intel/outline/CodeWalk.h"
+#include "intel/writing/TemplateInsertion.h"
 #include "res/ui/UiText.h"
-#include "text/ui/CodePageText.h"
+#include "shell/ui/QuillView.h"
+#include "widgets/CodePageText.h"
 
 namespace quill {
 

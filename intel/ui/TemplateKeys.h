@@ -3,7 +3,7 @@
 #include <functional>
 #include <string>
 
-#include "intel/CodeTemplates.h"
+#include "intel/writing/CodeTemplates.h"
 #include "text/ui/TextWatch.h"
 
 class QKeyEvent;

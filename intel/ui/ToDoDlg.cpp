@@ -7,9 +7,9 @@
 #include <QVBoxLayout>
 
 #include "res/ui/UiText.h"
-#include "shell/Settings.h"
-#include "shell/ui/FrameGeometry.h"
+#include "settings/Settings.h"
 #include "text/ui/PlainTextField.h"
+#include "widgets/FrameGeometry.h"
 
 namespace quill {
 namespace {

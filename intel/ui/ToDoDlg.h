@@ -2,8 +2,8 @@
 #include <QDialog>
 #include <string>
 
-#include "intel/ToDoList.h"
-#include "shell/AppProfile.h"
+#include "intel/writing/ToDoList.h"
+#include "settings/AppProfile.h"
 
 namespace quill {
 

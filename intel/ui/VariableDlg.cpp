@@ -8,10 +8,10 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "intel/ui/QuillView.h"
 #include "intel/ui/ScriptPreview.h"
 #include "res/ui/UiText.h"
-#include "text/ui/CodePageText.h"
+#include "shell/ui/QuillView.h"
+#include "widgets/CodePageText.h"
 
 namespace quill {
 namespace {

@@ -1,7 +1,7 @@
 #pragma once
 #include <QDialog>
 
-#include "intel/ScriptTools.h"
+#include "intel/writing/ScriptTools.h"
 #include "res/Strings.h"
 
 class QComboBox;

@@ -2,7 +2,7 @@
 #include <QObject>
 #include <QPointer>
 
-#include "intel/ui/QuillView.h"
+#include "shell/ui/QuillView.h"
 
 namespace quill {
 

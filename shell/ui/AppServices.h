@@ -3,10 +3,10 @@
 #include <string>
 #include <vector>
 
-#include "shell/AppProfile.h"
+#include "settings/AppProfile.h"
+#include "settings/SettingsStore.h"
 #include "shell/Clock.h"
 #include "shell/RunLog.h"
-#include "shell/SettingsStore.h"
 
 namespace quill {
 

@@ -5,12 +5,12 @@
 #include <QMenu>
 #include <algorithm>
 
-#include "intel/ui/QuillView.h"
 #include "res/ui/IconSet.h"
 #include "res/ui/UiText.h"
-#include "shell/Settings.h"
-#include "shell/WindowPlacement.h"
+#include "settings/Settings.h"
+#include "settings/WindowPlacement.h"
 #include "shell/ui/QuillDoc.h"
+#include "shell/ui/QuillView.h"
 
 namespace quill {
 

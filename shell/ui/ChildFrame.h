@@ -2,7 +2,7 @@
 #include <QMdiSubWindow>
 #include <functional>
 
-#include "shell/AppProfile.h"
+#include "settings/AppProfile.h"
 
 namespace quill {
 

@@ -9,7 +9,7 @@
 #include "res/ui/UiText.h"
 #include "shell/ui/AboutBox.h"
 #include "shell/ui/RecoveryDialog.h"
-#include "text/ui/CodePageText.h"
+#include "widgets/CodePageText.h"
 
 namespace quill {
 namespace {

@@ -1,12 +1,12 @@
 #include "res/ui/UiText.h"
 #include "shell/ui/AppServices.h"
 #include "shell/ui/ViewHandlers.h"
-#include "text/CaseCommands.h"
-#include "text/DeleteCommands.h"
-#include "text/IndentAll.h"
-#include "text/Indentation.h"
-#include "text/InsertCommands.h"
-#include "text/LineCommands.h"
+#include "text/edit/CaseCommands.h"
+#include "text/edit/DeleteCommands.h"
+#include "text/edit/IndentAll.h"
+#include "text/edit/Indentation.h"
+#include "text/edit/InsertCommands.h"
+#include "text/edit/LineCommands.h"
 
 namespace quill {
 namespace {

@@ -4,16 +4,16 @@
 #include <filesystem>
 #include <stdexcept>
 
-#include "intel/ui/QuillView.h"
 #include "res/Strings.h"
+#include "settings/Settings.h"
 #include "shell/BackupCopies.h"
 #include "shell/RecoveryFolder.h"
-#include "shell/Settings.h"
 #include "shell/ui/AppServices.h"
 #include "shell/ui/ChildFrame.h"
 #include "shell/ui/Documents.h"
 #include "shell/ui/Prompts.h"
 #include "shell/ui/QuillDoc.h"
+#include "shell/ui/QuillView.h"
 #include "shell/ui/Workspace.h"
 
 namespace quill {

@@ -3,13 +3,13 @@
 #include <QPrinter>
 #include <filesystem>
 
-#include "intel/ui/QuillView.h"
 #include "res/ui/UiText.h"
-#include "shell/Settings.h"
+#include "settings/Settings.h"
 #include "shell/ui/AppServices.h"
 #include "shell/ui/CommandRouter.h"
 #include "shell/ui/Prompts.h"
 #include "shell/ui/QuillDoc.h"
+#include "shell/ui/QuillView.h"
 #include "shell/ui/ShellParts.h"
 #include "shell/ui/Workspace.h"
 #include "text/ui/PageSetupDlg.h"

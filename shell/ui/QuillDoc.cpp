@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "intel/ui/QuillView.h"
 #include "res/ui/UiText.h"
+#include "shell/ui/QuillView.h"
 
 namespace quill {
 namespace {

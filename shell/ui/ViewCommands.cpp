@@ -1,7 +1,7 @@
 #include <QMainWindow>
 #include <QMenuBar>
 
-#include "shell/Settings.h"
+#include "settings/Settings.h"
 #include "shell/ui/AppServices.h"
 #include "shell/ui/CommandRouter.h"
 #include "shell/ui/Prompts.h"

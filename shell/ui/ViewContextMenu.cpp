@@ -3,8 +3,8 @@
 #include <QGuiApplication>
 #include <QMenu>
 
-#include "intel/ui/QuillView.h"
 #include "shell/ui/CommandRouter.h"
+#include "shell/ui/QuillView.h"
 
 namespace quill {
 namespace {

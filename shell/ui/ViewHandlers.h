@@ -1,8 +1,8 @@
 #pragma once
 #include <functional>
 
-#include "intel/ui/QuillView.h"
 #include "shell/ui/CommandRouter.h"
+#include "shell/ui/QuillView.h"
 #include "shell/ui/ShellParts.h"
 #include "shell/ui/Workspace.h"
 

@@ -3,11 +3,11 @@
 #include <QApplication>
 #include <QPalette>
 
-#include "intel/ui/QuillView.h"
-#include "shell/Settings.h"
+#include "settings/Settings.h"
 #include "shell/ViewPreferences.h"
 #include "shell/ui/AppServices.h"
 #include "shell/ui/ChildFrame.h"
+#include "shell/ui/QuillView.h"
 #include "shell/ui/Workspace.h"
 
 namespace quill {

@@ -1,7 +1,7 @@
 #pragma once
 #include <QObject>
 
-#include "text/ViewSettings.h"
+#include "text/view/ViewSettings.h"
 
 namespace quill {
 

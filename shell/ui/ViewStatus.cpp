@@ -1,9 +1,9 @@
 #include "shell/ui/ViewStatus.h"
 
-#include "intel/ui/QuillView.h"
 #include "shell/ui/ChildFrame.h"
 #include "shell/ui/CommandRouter.h"
 #include "shell/ui/QuillDoc.h"
+#include "shell/ui/QuillView.h"
 #include "shell/ui/StatusPanes.h"
 #include "shell/ui/Workspace.h"
 

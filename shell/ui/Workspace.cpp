@@ -2,9 +2,9 @@
 
 #include <QTabBar>
 
-#include "intel/ui/QuillView.h"
 #include "shell/ui/ChildFrame.h"
 #include "shell/ui/QuillDoc.h"
+#include "shell/ui/QuillView.h"
 
 namespace quill {
 

@@ -3,7 +3,7 @@
 #include <functional>
 #include <vector>
 
-#include "shell/AppProfile.h"
+#include "settings/AppProfile.h"
 
 namespace quill {
 

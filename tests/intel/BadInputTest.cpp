@@ -6,12 +6,12 @@
 #include <filesystem>
 #include <fstream>
 
-#include "intel/CommandDatabase.h"
-#include "intel/Completion.h"
-#include "intel/EnclosingFunction.h"
-#include "intel/Hints.h"
-#include "intel/OutlineScanner.h"
-#include "intel/ScriptFacts.h"
+#include "intel/outline/EnclosingFunction.h"
+#include "intel/outline/OutlineScanner.h"
+#include "intel/outline/ScriptFacts.h"
+#include "intel/vocabulary/CommandDatabase.h"
+#include "intel/writing/Completion.h"
+#include "intel/writing/Hints.h"
 #include "support/ScriptText.h"
 #include "support/TempFolder.h"
 

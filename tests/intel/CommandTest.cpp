@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
 #include "base/CodePage1252.h"
-#include "intel/CommandDatabase.h"
-#include "intel/CommandSource.h"
-#include "intel/KeywordDatabase.h"
-#include "intel/StringListArchive.h"
+#include "intel/vocabulary/CommandDatabase.h"
+#include "intel/vocabulary/CommandSource.h"
+#include "intel/vocabulary/KeywordDatabase.h"
+#include "intel/vocabulary/StringListArchive.h"
 #include "support/TempFolder.h"
 
 namespace quill {

@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
 
-#include "intel/CommandDatabase.h"
-#include "intel/Completion.h"
-#include "intel/CompletionDetail.h"
-#include "intel/OutlineScanner.h"
-#include "intel/PopupPlace.h"
-#include "text/ScriptColouring.h"
+#include "intel/outline/OutlineScanner.h"
+#include "intel/vocabulary/CommandDatabase.h"
+#include "intel/writing/Completion.h"
+#include "intel/writing/CompletionDetail.h"
+#include "intel/writing/PopupPlace.h"
+#include "text/parse/ScriptColouring.h"
 
 namespace quill {
 namespace {

@@ -2,9 +2,9 @@
 
 #include <map>
 
-#include "intel/Definitions.h"
-#include "intel/IncludeFollower.h"
-#include "intel/OutlineScanner.h"
+#include "intel/outline/Definitions.h"
+#include "intel/outline/IncludeFollower.h"
+#include "intel/outline/OutlineScanner.h"
 #include "support/TempFolder.h"
 
 namespace quill {

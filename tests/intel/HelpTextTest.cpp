@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "intel/CommandDatabase.h"
-#include "intel/HelpText.h"
+#include "intel/vocabulary/CommandDatabase.h"
+#include "intel/vocabulary/HelpText.h"
 
 namespace quill {
 namespace {

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "intel/CommandDatabase.h"
-#include "intel/Hints.h"
-#include "intel/OutlineScanner.h"
+#include "intel/outline/OutlineScanner.h"
+#include "intel/vocabulary/CommandDatabase.h"
+#include "intel/writing/Hints.h"
 #include "support/ScriptText.h"
 
 namespace quill {

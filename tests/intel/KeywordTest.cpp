@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "intel/KeywordDatabase.h"
-#include "intel/KeywordFile.h"
-#include "intel/KeywordList.h"
+#include "intel/vocabulary/KeywordDatabase.h"
+#include "intel/vocabulary/KeywordFile.h"
+#include "intel/vocabulary/KeywordList.h"
 #include "support/TempFolder.h"
 
 namespace quill {

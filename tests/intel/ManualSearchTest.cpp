@@ -1,4 +1,4 @@
-#include "intel/ManualSearch.h"
+#include "intel/manual/ManualSearch.h"
 
 #include <gtest/gtest.h>
 

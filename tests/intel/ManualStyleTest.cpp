@@ -1,4 +1,4 @@
-#include "intel/ManualStyle.h"
+#include "intel/manual/ManualStyle.h"
 
 #include <gtest/gtest.h>
 

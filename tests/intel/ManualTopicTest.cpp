@@ -1,10 +1,10 @@
-#include "intel/ManualTopic.h"
+#include "intel/manual/ManualTopic.h"
 
 #include <gtest/gtest.h>
 
 #include <set>
 
-#include "intel/OutlineScanner.h"
+#include "intel/outline/OutlineScanner.h"
 
 namespace quill {
 namespace {

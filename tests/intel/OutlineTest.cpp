@@ -7,11 +7,11 @@
 #include <fstream>
 #include <map>
 
-#include "intel/EnclosingFunction.h"
-#include "intel/OutlineFilter.h"
-#include "intel/OutlineLists.h"
-#include "intel/OutlineScanner.h"
-#include "intel/ScriptFacts.h"
+#include "intel/jumper/OutlineFilter.h"
+#include "intel/jumper/OutlineLists.h"
+#include "intel/outline/EnclosingFunction.h"
+#include "intel/outline/OutlineScanner.h"
+#include "intel/outline/ScriptFacts.h"
 #include "support/ScriptText.h"
 #include "support/TempFolder.h"
 

@@ -11,9 +11,9 @@
 #include <sstream>
 
 #include "base/CodePage1252.h"
-#include "intel/CommandDatabase.h"
-#include "intel/KeywordDatabase.h"
-#include "intel/ObjectMembers.h"
+#include "intel/vocabulary/CommandDatabase.h"
+#include "intel/vocabulary/KeywordDatabase.h"
+#include "intel/writing/ObjectMembers.h"
 
 namespace quill {
 namespace {

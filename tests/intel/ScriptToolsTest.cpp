@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "intel/CodeTemplates.h"
-#include "intel/ScriptTools.h"
-#include "intel/ToDoList.h"
+#include "intel/writing/CodeTemplates.h"
+#include "intel/writing/ScriptTools.h"
+#include "intel/writing/ToDoList.h"
 #include "support/FileSizeLimit.h"
 #include "support/TempFolder.h"
 

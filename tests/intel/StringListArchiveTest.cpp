@@ -1,4 +1,4 @@
-#include "intel/StringListArchive.h"
+#include "intel/vocabulary/StringListArchive.h"
 
 #include <gtest/gtest.h>
 

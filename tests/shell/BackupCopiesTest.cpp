@@ -5,7 +5,7 @@
 #include <sys/stat.h>
 
 #include "support/TempFolder.h"
-#include "text/CrystalTextBuffer.h"
+#include "text/buffer/CrystalTextBuffer.h"
 
 namespace quill {
 namespace {

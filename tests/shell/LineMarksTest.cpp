@@ -5,8 +5,8 @@
 #include <map>
 
 #include "support/TempFolder.h"
-#include "text/CrystalTextBuffer.h"
-#include "text/LineFlagStore.h"
+#include "text/buffer/CrystalTextBuffer.h"
+#include "text/buffer/LineFlagStore.h"
 
 namespace quill {
 namespace {

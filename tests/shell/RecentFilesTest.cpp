@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "shell/MemorySettingsStore.h"
+#include "settings/MemorySettingsStore.h"
 
 namespace quill {
 namespace {

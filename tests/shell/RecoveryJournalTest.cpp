@@ -11,7 +11,7 @@
 #include "shell/RecoveryFolder.h"
 #include "support/FileSizeLimit.h"
 #include "support/TempFolder.h"
-#include "text/CrystalTextBuffer.h"
+#include "text/buffer/CrystalTextBuffer.h"
 
 namespace quill {
 namespace {

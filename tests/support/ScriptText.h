@@ -4,9 +4,9 @@
 #include <string_view>
 #include <vector>
 
-#include "text/CrystalTextBuffer.h"
-#include "text/LineFlags.h"
-#include "text/ScriptColouring.h"
+#include "text/buffer/CrystalTextBuffer.h"
+#include "text/buffer/LineFlags.h"
+#include "text/parse/ScriptColouring.h"
 
 namespace quill {
 

@@ -9,8 +9,8 @@
 #include <random>
 
 #include "support/TempFolder.h"
-#include "text/CrystalTextBuffer.h"
-#include "text/LineFlagStore.h"
+#include "text/buffer/CrystalTextBuffer.h"
+#include "text/buffer/LineFlagStore.h"
 
 namespace quill {
 namespace {

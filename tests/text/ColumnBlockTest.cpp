@@ -1,14 +1,14 @@
-#include "text/ColumnBlock.h"
+#include "text/edit/ColumnBlock.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
 
 #include "FakeEditor.h"
-#include "text/CaseCommands.h"
-#include "text/ClipboardText.h"
-#include "text/DeleteCommands.h"
-#include "text/Indentation.h"
+#include "text/edit/CaseCommands.h"
+#include "text/edit/ClipboardText.h"
+#include "text/edit/DeleteCommands.h"
+#include "text/edit/Indentation.h"
 
 namespace quill {
 namespace {

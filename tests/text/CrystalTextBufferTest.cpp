@@ -1,11 +1,11 @@
-#include "text/CrystalTextBuffer.h"
+#include "text/buffer/CrystalTextBuffer.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
 #include "support/TempFolder.h"
-#include "text/LineFlags.h"
+#include "text/buffer/LineFlags.h"
 
 namespace quill {
 namespace {

@@ -5,13 +5,13 @@
 #include <functional>
 
 #include "FakeEditor.h"
-#include "text/CaseCommands.h"
-#include "text/ClipboardText.h"
-#include "text/DeleteCommands.h"
-#include "text/IndentAll.h"
-#include "text/Indentation.h"
-#include "text/InsertCommands.h"
-#include "text/LineCommands.h"
+#include "text/edit/CaseCommands.h"
+#include "text/edit/ClipboardText.h"
+#include "text/edit/DeleteCommands.h"
+#include "text/edit/IndentAll.h"
+#include "text/edit/Indentation.h"
+#include "text/edit/InsertCommands.h"
+#include "text/edit/LineCommands.h"
 
 namespace quill {
 namespace {

@@ -2,11 +2,11 @@
 #include <string>
 #include <string_view>
 
-#include "text/AutoIndent.h"
-#include "text/EditTarget.h"
-#include "text/TypingSession.h"
-#include "text/UndoStep.h"
-#include "text/VisualColumns.h"
+#include "text/edit/AutoIndent.h"
+#include "text/edit/EditTarget.h"
+#include "text/edit/TypingSession.h"
+#include "text/edit/UndoStep.h"
+#include "text/view/VisualColumns.h"
 
 namespace quill {
 

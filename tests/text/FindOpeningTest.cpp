@@ -1,9 +1,9 @@
-#include "text/FindOpening.h"
+#include "text/search/FindOpening.h"
 
 #include <gtest/gtest.h>
 
-#include "text/CrystalTextBuffer.h"
-#include "text/DialogPlace.h"
+#include "text/buffer/CrystalTextBuffer.h"
+#include "text/search/DialogPlace.h"
 
 namespace quill {
 

@@ -1,11 +1,11 @@
-#include "text/Folding.h"
+#include "text/parse/Folding.h"
 
 #include <gtest/gtest.h>
 
 #include "support/ScriptText.h"
-#include "text/FoldMap.h"
-#include "text/LineFlagStore.h"
-#include "text/LineStateCache.h"
+#include "text/buffer/LineFlagStore.h"
+#include "text/parse/FoldMap.h"
+#include "text/parse/LineStateCache.h"
 
 namespace quill {
 namespace {

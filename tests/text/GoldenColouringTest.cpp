@@ -8,7 +8,7 @@
 
 #include "base/CodePage1252.h"
 #include "support/ScriptText.h"
-#include "text/LineStateCache.h"
+#include "text/parse/LineStateCache.h"
 
 namespace quill {
 namespace {

@@ -1,9 +1,9 @@
-#include "text/LineStateCache.h"
+#include "text/parse/LineStateCache.h"
 
 #include <gtest/gtest.h>
 
 #include "support/ScriptText.h"
-#include "text/FoldDepthIndex.h"
+#include "text/parse/FoldDepthIndex.h"
 
 namespace quill {
 namespace {

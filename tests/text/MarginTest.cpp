@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "support/ScriptText.h"
-#include "text/Bookmarks.h"
-#include "text/BraceMatch.h"
-#include "text/IndentGuides.h"
+#include "text/parse/BraceMatch.h"
+#include "text/view/Bookmarks.h"
+#include "text/view/IndentGuides.h"
 
 namespace quill {
 namespace {

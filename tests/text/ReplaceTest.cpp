@@ -3,8 +3,8 @@
 #include <random>
 
 #include "support/ScriptText.h"
-#include "text/ReplaceAll.h"
-#include "text/ReplaceSession.h"
+#include "text/search/ReplaceAll.h"
+#include "text/search/ReplaceSession.h"
 
 namespace quill {
 namespace {

@@ -1,4 +1,4 @@
-#include "text/ScriptColouring.h"
+#include "text/parse/ScriptColouring.h"
 
 #include <gtest/gtest.h>
 
@@ -6,8 +6,8 @@
 
 #include "base/CodePage1252.h"
 #include "support/ScriptText.h"
-#include "text/ColourTable.h"
-#include "text/LongLine.h"
+#include "text/parse/ColourTable.h"
+#include "text/parse/LongLine.h"
 
 namespace quill {
 namespace {

@@ -1,4 +1,4 @@
-#include "text/Search.h"
+#include "text/search/Search.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 
 #include "base/CodePage1252.h"
 #include "support/ScriptText.h"
-#include "text/SearchMatches.h"
+#include "text/search/SearchMatches.h"
 
 namespace quill {
 namespace {

@@ -1,4 +1,4 @@
-#include "text/UndoHistory.h"
+#include "text/buffer/UndoHistory.h"
 
 #include <gtest/gtest.h>
 

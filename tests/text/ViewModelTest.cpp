@@ -4,13 +4,13 @@
 #include <random>
 #include <string>
 
-#include "text/ColumnMetrics.h"
-#include "text/Folding.h"
-#include "text/MouseSelection.h"
-#include "text/Navigation.h"
-#include "text/PrintLayout.h"
-#include "text/TextViewModel.h"
-#include "text/WidthIndex.h"
+#include "text/parse/Folding.h"
+#include "text/view/ColumnMetrics.h"
+#include "text/view/MouseSelection.h"
+#include "text/view/Navigation.h"
+#include "text/view/PrintLayout.h"
+#include "text/view/TextViewModel.h"
+#include "text/view/WidthIndex.h"
 
 namespace quill {
 namespace {

@@ -1,4 +1,4 @@
-#include "text/WordClasses.h"
+#include "text/parse/WordClasses.h"
 
 #include <gtest/gtest.h>
 
@@ -7,8 +7,8 @@
 
 #include "base/CodePage1252.h"
 #include "base/HashFilter.h"
-#include "text/CharMasks.h"
-#include "text/ColourTable.h"
+#include "text/parse/CharMasks.h"
+#include "text/parse/ColourTable.h"
 
 namespace quill {
 namespace {

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "intel/CommandDatabase.h"
-#include "intel/KeywordDatabase.h"
-#include "intel/ObjectMembers.h"
+#include "intel/vocabulary/CommandDatabase.h"
+#include "intel/vocabulary/KeywordDatabase.h"
+#include "intel/writing/ObjectMembers.h"
 #include "support/TempFolder.h"
 #include "tools/manual/Manual.h"
 

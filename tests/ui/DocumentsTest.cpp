@@ -5,12 +5,12 @@
 #include <QUrl>
 #include <filesystem>
 
-#include "intel/ui/QuillView.h"
 #include "res/ui/UiText.h"
 #include "shell/ui/ChildFrame.h"
 #include "shell/ui/Documents.h"
 #include "shell/ui/FileOperations.h"
 #include "shell/ui/QuillDoc.h"
+#include "shell/ui/QuillView.h"
 #include "shell/ui/StatusPanes.h"
 #include "shell/ui/TimerService.h"
 #include "shell/ui/Workspace.h"

@@ -5,8 +5,8 @@
 #include <QKeyEvent>
 #include <QTest>
 
-#include "intel/ui/QuillView.h"
 #include "shell/ui/QuillDoc.h"
+#include "shell/ui/QuillView.h"
 #include "shell/ui/StatusPanes.h"
 #include "ui/ShellFixture.h"
 

@@ -1,4 +1,4 @@
-#include "run/ui/Grep.h"
+#include "find/ui/Grep.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -7,9 +7,9 @@
 #include <QListView>
 #include <filesystem>
 
-#include "intel/ui/QuillView.h"
 #include "res/ui/UiText.h"
 #include "shell/ui/QuillDoc.h"
+#include "shell/ui/QuillView.h"
 #include "ui/ShellFixture.h"
 
 namespace quill {

@@ -1,7 +1,7 @@
 #include <QScreen>
 #include <QToolBar>
 
-#include "shell/WindowPlacement.h"
+#include "settings/WindowPlacement.h"
 #include "shell/ui/CommandRouter.h"
 #include "shell/ui/DockBars.h"
 #include "ui/ShellFixture.h"

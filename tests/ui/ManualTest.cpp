@@ -16,8 +16,8 @@
 #include "intel/ui/ManualPage.h"
 #include "intel/ui/ManualSearchPane.h"
 #include "intel/ui/ManualWindow.h"
-#include "intel/ui/QuillView.h"
 #include "shell/ui/DockBars.h"
+#include "shell/ui/QuillView.h"
 #include "ui/ShellFixture.h"
 
 namespace quill {

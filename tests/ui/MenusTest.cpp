@@ -4,12 +4,12 @@
 #include <QStatusBar>
 #include <QToolBar>
 
-#include "intel/ui/QuillView.h"
 #include "res/Menus.h"
 #include "res/ui/UiText.h"
 #include "shell/ui/CommandRouter.h"
 #include "shell/ui/DockBars.h"
 #include "shell/ui/QuillDoc.h"
+#include "shell/ui/QuillView.h"
 #include "shell/ui/Workspace.h"
 #include "ui/ShellFixture.h"
 

@@ -5,9 +5,9 @@
 #include <QTest>
 #include <QTextEdit>
 
-#include "intel/ui/QuillView.h"
 #include "res/ui/UiText.h"
 #include "shell/ui/QuillDoc.h"
+#include "shell/ui/QuillView.h"
 #include "shell/ui/StatusPanes.h"
 #include "ui/ShellFixture.h"
 

@@ -12,9 +12,9 @@
 #include <QWindow>
 #include <random>
 
-#include "intel/CommandDatabase.h"
-#include "intel/KeywordDatabase.h"
-#include "intel/ui/QuillView.h"
+#include "intel/vocabulary/CommandDatabase.h"
+#include "intel/vocabulary/KeywordDatabase.h"
+#include "shell/ui/QuillView.h"
 #include "text/ui/PrintJob.h"
 
 namespace quill {

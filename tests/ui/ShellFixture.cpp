@@ -8,12 +8,12 @@
 #include <filesystem>
 #include <sstream>
 
-#include "intel/ui/QuillView.h"
 #include "res/Commands.h"
 #include "res/ui/UiText.h"
 #include "shell/ui/Documents.h"
 #include "shell/ui/FileOperations.h"
 #include "shell/ui/QuillDoc.h"
+#include "shell/ui/QuillView.h"
 #include "shell/ui/Workspace.h"
 
 namespace quill {

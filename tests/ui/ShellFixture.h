@@ -6,12 +6,12 @@
 #include <string>
 #include <vector>
 
-#include "shell/MemorySettingsStore.h"
+#include "app/MainFrame.h"
+#include "app/QuillApp.h"
+#include "settings/MemorySettingsStore.h"
+#include "settings/Settings.h"
 #include "shell/ProfileLineFlagStore.h"
-#include "shell/Settings.h"
 #include "shell/ui/AppServices.h"
-#include "shell/ui/MainFrame.h"
-#include "shell/ui/QuillApp.h"
 #include "support/TempFolder.h"
 #include "ui/ScriptedPrompts.h"
 

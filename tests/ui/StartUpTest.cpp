@@ -1,10 +1,10 @@
 #include <filesystem>
 
-#include "intel/ui/QuillView.h"
 #include "shell/KeyBindings.h"
 #include "shell/ui/CommandRouter.h"
 #include "shell/ui/Documents.h"
 #include "shell/ui/QuillDoc.h"
+#include "shell/ui/QuillView.h"
 #include "shell/ui/TimerService.h"
 #include "shell/ui/Workspace.h"
 #include "ui/ShellFixture.h"

@@ -8,9 +8,9 @@
 
 #include "intel/ui/CodeCompletion.h"
 #include "intel/ui/HintTipWindow.h"
-#include "intel/ui/QuillView.h"
 #include "res/ui/UiText.h"
 #include "shell/ui/QuillDoc.h"
+#include "shell/ui/QuillView.h"
 #include "shell/ui/StatusPanes.h"
 #include "ui/ShellFixture.h"
 

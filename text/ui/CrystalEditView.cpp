@@ -9,12 +9,12 @@
 
 #include "base/CodePage1252.h"
 #include "res/Strings.h"
-#include "text/AutoIndent.h"
-#include "text/ClipboardText.h"
-#include "text/DeleteCommands.h"
-#include "text/Indentation.h"
-#include "text/InsertCommands.h"
-#include "text/UndoStep.h"
+#include "text/edit/AutoIndent.h"
+#include "text/edit/ClipboardText.h"
+#include "text/edit/DeleteCommands.h"
+#include "text/edit/Indentation.h"
+#include "text/edit/InsertCommands.h"
+#include "text/edit/UndoStep.h"
 #include "text/ui/ClipboardData.h"
 
 namespace quill {

@@ -3,8 +3,8 @@
 #include <functional>
 #include <string_view>
 
-#include "text/ModelEditTarget.h"
-#include "text/TypingSession.h"
+#include "text/edit/ModelEditTarget.h"
+#include "text/edit/TypingSession.h"
 #include "text/ui/CrystalTextView.h"
 
 class QMimeData;

@@ -6,8 +6,8 @@
 #include <QMimeData>
 #include <QMouseEvent>
 
-#include "text/ClipboardText.h"
-#include "text/InsertCommands.h"
+#include "text/edit/ClipboardText.h"
+#include "text/edit/InsertCommands.h"
 #include "text/ui/ClipboardData.h"
 #include "text/ui/CrystalEditView.h"
 

@@ -5,9 +5,9 @@
 #include <QScrollBar>
 #include <algorithm>
 
-#include "text/Bookmarks.h"
-#include "text/BraceMatch.h"
-#include "text/Folding.h"
+#include "text/parse/BraceMatch.h"
+#include "text/parse/Folding.h"
+#include "text/view/Bookmarks.h"
 
 namespace quill {
 namespace {

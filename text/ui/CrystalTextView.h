@@ -11,16 +11,16 @@
 #include <string>
 #include <vector>
 
-#include "text/CommentMarkers.h"
-#include "text/MouseSelection.h"
-#include "text/Navigation.h"
-#include "text/Search.h"
-#include "text/TextViewModel.h"
-#include "text/ViewSettings.h"
+#include "text/parse/CommentMarkers.h"
+#include "text/search/Search.h"
 #include "text/ui/EditorFont.h"
 #include "text/ui/LinePainter.h"
 #include "text/ui/MarginPainter.h"
 #include "text/ui/ViewPalette.h"
+#include "text/view/MouseSelection.h"
+#include "text/view/Navigation.h"
+#include "text/view/TextViewModel.h"
+#include "text/view/ViewSettings.h"
 
 class QPrinter;
 

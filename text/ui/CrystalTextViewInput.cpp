@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "text/Folding.h"
+#include "text/parse/Folding.h"
 #include "text/ui/CrystalTextView.h"
 
 namespace quill {

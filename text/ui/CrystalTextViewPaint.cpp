@@ -4,11 +4,11 @@
 #include <QScrollBar>
 #include <algorithm>
 
-#include "text/ColumnBlock.h"
-#include "text/IndentGuides.h"
-#include "text/ModelEditTarget.h"
-#include "text/VisualColumns.h"
+#include "text/edit/ColumnBlock.h"
+#include "text/edit/ModelEditTarget.h"
 #include "text/ui/CrystalTextView.h"
+#include "text/view/IndentGuides.h"
+#include "text/view/VisualColumns.h"
 
 namespace quill {
 namespace {

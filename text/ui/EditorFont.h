@@ -5,7 +5,7 @@
 #include <array>
 #include <cstdint>
 
-#include "text/ColumnMetrics.h"
+#include "text/view/ColumnMetrics.h"
 
 namespace quill {
 

@@ -6,12 +6,12 @@
 #include <string_view>
 #include <vector>
 
-#include "text/ColourTable.h"
-#include "text/ColumnMetrics.h"
-#include "text/ScriptColouring.h"
+#include "text/parse/ColourTable.h"
+#include "text/parse/ScriptColouring.h"
 #include "text/ui/EditorFont.h"
 #include "text/ui/GlyphBatch.h"
 #include "text/ui/ViewPalette.h"
+#include "text/view/ColumnMetrics.h"
 
 namespace quill {
 

@@ -4,7 +4,7 @@
 #include <bit>
 #include <string>
 
-#include "text/LineFlags.h"
+#include "text/buffer/LineFlags.h"
 
 namespace quill {
 namespace {

@@ -2,7 +2,7 @@
 #include <QDialog>
 #include <array>
 
-#include "text/PrintLayout.h"
+#include "text/view/PrintLayout.h"
 
 class QDoubleSpinBox;
 

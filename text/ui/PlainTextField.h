@@ -2,7 +2,7 @@
 #include <string>
 #include <string_view>
 
-#include "text/CrystalTextBuffer.h"
+#include "text/buffer/CrystalTextBuffer.h"
 #include "text/ui/CrystalEditView.h"
 
 namespace quill {

@@ -2,7 +2,7 @@
 #include <QString>
 #include <functional>
 
-#include "text/PrintLayout.h"
+#include "text/view/PrintLayout.h"
 
 class QPagedPaintDevice;
 class QPrinter;

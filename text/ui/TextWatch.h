@@ -2,7 +2,7 @@
 #include <QObject>
 #include <functional>
 
-#include "text/BufferView.h"
+#include "text/buffer/BufferView.h"
 
 namespace quill {
 

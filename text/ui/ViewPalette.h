@@ -3,7 +3,7 @@
 #include <array>
 #include <cstdint>
 
-#include "text/ColourTable.h"
+#include "text/parse/ColourTable.h"
 
 namespace quill {
 

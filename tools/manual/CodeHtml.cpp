@@ -2,10 +2,10 @@
 
 #include <vector>
 
-#include "intel/CommandDatabase.h"
-#include "intel/KeywordDatabase.h"
-#include "text/CrystalTextBuffer.h"
-#include "text/ScriptColouring.h"
+#include "intel/vocabulary/CommandDatabase.h"
+#include "intel/vocabulary/KeywordDatabase.h"
+#include "text/buffer/CrystalTextBuffer.h"
+#include "text/parse/ScriptColouring.h"
 
 namespace quill::manual {
 namespace {

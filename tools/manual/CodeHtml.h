@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "intel/HelpText.h"
+#include "intel/vocabulary/HelpText.h"
 
 namespace quill {
 class CommandDatabase;

@@ -3,7 +3,7 @@
 #include <string_view>
 #include <vector>
 
-#include "intel/ManualNames.h"
+#include "intel/manual/ManualNames.h"
 
 namespace quill::manual {
 

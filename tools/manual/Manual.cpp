@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "base/CodePage1252.h"
-#include "intel/CommandDatabase.h"
-#include "intel/KeywordDatabase.h"
-#include "intel/ObjectMembers.h"
+#include "intel/vocabulary/CommandDatabase.h"
+#include "intel/vocabulary/KeywordDatabase.h"
+#include "intel/writing/ObjectMembers.h"
 #include "res/Commands.h"
 #include "res/Menus.h"
 

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "intel/CommandSource.h"
+#include "intel/vocabulary/CommandSource.h"
 #include "tools/manual/HelpProject.h"
 #include "tools/manual/MarkdownPage.h"
 #include "tools/manual/Picture.h"

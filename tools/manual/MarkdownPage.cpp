@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "base/CodePage1252.h"
-#include "intel/CommandDatabase.h"
+#include "intel/vocabulary/CommandDatabase.h"
 
 namespace quill::manual {
 namespace {

@@ -1,0 +1,80 @@
+#include "find/FindInFiles.h"
+
+#include <vector>
+
+#include "base/CodePage1252.h"
+#include "find/FolderWalk.h"
+#include "find/LineGrep.h"
+#include "find/ResultLine.h"
+
+namespace quill {
+namespace {
+
+/// Collects results and hands them over in batches.
+class ResultBatch {
+ public:
+  explicit ResultBatch(const GrepSink& sink) : m_sink(sink) {}
+
+  void Add(std::string_view path, const LineHit& hit) {
+    const size_t start = m_text.size();
+    m_starts.push_back(start);
+    const size_t textStart = AppendResultLine(m_text, path, hit.line, hit.text) - start;
+    if (hit.hasLineEnd) m_text += ' ';  // its line feed
+    m_results.push_back({{}, path.size(), textStart, textStart + hit.column, hit.line});
+    if (m_results.size() >= kMostResults) Flush();
+  }
+  void Flush() {
+    for (size_t i = 0; i < m_results.size(); ++i) {
+      const size_t end = i + 1 < m_starts.size() ? m_starts[i + 1] : m_text.size();
+      m_results[i].entry = std::string_view(m_text).substr(m_starts[i], end - m_starts[i]);
+    }
+    if (!m_results.empty()) m_sink(m_results);
+    m_results.clear();
+    m_starts.clear();
+    m_text.clear();
+  }
+
+ private:
+  static constexpr size_t kMostResults = 512;
+  const GrepSink& m_sink;
+  std::string m_text;  ///< the entries one behind the other: it moves while it grows
+  std::vector<size_t> m_starts;
+  std::vector<GrepResult> m_results;
+};
+
+}  // namespace
+
+std::string GrepTotals::StatusText() const {
+  std::string text = std::to_string(lines) + " lines in " + std::to_string(filesWithMatches) + " of " +
+                     std::to_string(files) + " files";
+  if (skipped > 0) text += ", " + std::to_string(skipped) + " skipped";
+  return text;
+}
+
+bool IsSearchedFile(std::string_view name) {
+  const size_t dot = name.find('.');
+  if (dot == std::string_view::npos) return false;
+  const std::string_view extension = name.substr(dot);
+  return cp1252::EqualNoCase(extension, ".vsl") || cp1252::EqualNoCase(extension, ".vsc");
+}
+
+GrepTotals FindInFiles(const std::string& directory, std::string_view what, const GrepSink& sink) {
+  GrepTotals totals;
+  if (directory.empty() || what.empty()) return totals;
+  LineGrep grep(what);
+  ResultBatch batch(sink);
+  totals.skipped = WalkFolder(directory, IsSearchedFile, [&](int descriptor, const std::string& path) {
+    const int64_t linesBefore = totals.lines;
+    const bool read = grep.ReadFile(descriptor, [&](const LineHit& hit) {
+      batch.Add(path, hit);
+      ++totals.lines;
+    });
+    ++totals.files;
+    if (totals.lines > linesBefore) ++totals.filesWithMatches;
+    return read;
+  });
+  batch.Flush();
+  return totals;
+}
+
+}  // namespace quill

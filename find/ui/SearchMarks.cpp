@@ -1,0 +1,96 @@
+#include "find/ui/SearchMarks.h"
+
+#include <QElapsedTimer>
+#include <QKeyEvent>
+#include <QTimerEvent>
+#include <algorithm>
+
+#include "text/buffer/CrystalTextBuffer.h"
+
+namespace quill {
+namespace {
+
+constexpr int kSliceMs = 4;  ///< a key that comes meanwhile waits no longer than that
+constexpr int32_t kLinesAStep = 1024;
+/// Longer lines are searched only around the columns that are shown.
+constexpr int32_t kLongLine = 1 << 16;
+
+}  // namespace
+
+SearchMarks& SearchMarks::Of(CCrystalTextView& view) {
+  auto* marks = view.findChild<SearchMarks*>(QString(), Qt::FindDirectChildrenOnly);
+  return marks == nullptr ? *new SearchMarks(view) : *marks;
+}
+
+SearchMarks::SearchMarks(CCrystalTextView& view)
+    : QObject(&view),
+      m_view(view),
+      m_watch(view, {[this](const TextChange*, uint32_t hints, int32_t line) { OnTextChanged(hints, line); },
+                     [this] { Hide(); }}) {
+  view.installEventFilter(this);
+  connect(&view, &CCrystalTextView::CaretMoved, this, [this] {
+    if (AreShown()) Q_EMIT StatusChanged();
+  });
+}
+
+void SearchMarks::Show(const SearchRequest& search) {
+  const uint32_t flags = search.flags & ~search_flag::kUpwards;
+  const bool same =
+      AreShown() && m_counter->Search().What() == search.what && m_counter->Search().Flags() == flags;
+  if (m_view.Buffer() == nullptr || same) return;
+  m_counter.emplace(*m_view.Buffer());
+  m_counter->Start(TextSearch(search.what, flags));
+  if (!AreShown()) return Hide();
+  m_view.SetMatchFinder([this](int32_t line, ColumnRange visible, std::vector<ColumnRange>& matches) {
+    FindInLine(line, visible, matches);
+  });
+  m_slice.start(0, this);
+  Q_EMIT StatusChanged();
+}
+
+void SearchMarks::Hide() {
+  m_slice.stop();
+  if (!m_counter) return;
+  m_counter.reset();
+  m_view.SetMatchFinder({});
+  Q_EMIT StatusChanged();
+}
+
+QString SearchMarks::StatusText() const {
+  if (!AreShown() || (m_counter->IsComplete() && m_counter->Count() == 0)) return {};
+  return QString::fromStdString(m_counter->StatusText(m_view.Selection()));
+}
+
+bool SearchMarks::eventFilter(QObject*, QEvent* event) {
+  if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) Hide();
+  return false;
+}
+
+void SearchMarks::timerEvent(QTimerEvent* event) {
+  if (event->timerId() != m_slice.timerId()) return QObject::timerEvent(event);
+  QElapsedTimer time;
+  time.start();
+  bool complete = false;
+  while (!complete && time.elapsed() < kSliceMs) complete = m_counter->Advance(kLinesAStep);
+  if (complete) m_slice.stop();
+  Q_EMIT StatusChanged();
+}
+
+void SearchMarks::OnTextChanged(uint32_t hints, int32_t line) {
+  if (!AreShown()) return;
+  m_counter->OnTextChanged(hints, line);
+  if (!m_counter->IsComplete()) m_slice.start(0, this);
+}
+
+void SearchMarks::FindInLine(int32_t line, ColumnRange visible, std::vector<ColumnRange>& matches) const {
+  const TextSearch& search = m_counter->Search();
+  const std::string_view text = m_view.Buffer()->Line(line);
+  const bool whole = text.size() <= kLongLine;
+  int32_t at = search.NextOccurrence(text, whole ? 0 : std::max(0, visible.start - search.Length()));
+  while (at >= 0 && at < visible.end) {
+    matches.push_back({at, at + search.Length()});
+    at = search.NextOccurrence(text, at + search.Length());
+  }
+}
+
+}  // namespace quill

@@ -1,0 +1,48 @@
+#pragma once
+#include <QBasicTimer>
+#include <QObject>
+#include <QString>
+#include <optional>
+#include <vector>
+
+#include "text/search/Search.h"
+#include "text/search/SearchMatches.h"
+#include "text/ui/CrystalTextView.h"
+#include "text/ui/TextWatch.h"
+
+namespace quill {
+
+/// Marks every match of a search in a view, and counts them while the program is idle. Escape in the view
+/// takes the marks away.
+class SearchMarks : public QObject {
+  Q_OBJECT
+
+ public:
+  /// The marks of a view; made when asked for the first time, they live as long as the view.
+  static SearchMarks& Of(CCrystalTextView& view);
+
+  void Show(const SearchRequest& search);
+  void Hide();
+  bool AreShown() const { return m_counter && m_counter->IsActive(); }
+  /// "3 of 41", see `MatchCounter`; empty without marks, and when nothing is found in the whole text.
+  QString StatusText() const;
+
+ Q_SIGNALS:
+  void StatusChanged();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void timerEvent(QTimerEvent* event) override;
+
+ private:
+  explicit SearchMarks(CCrystalTextView& view);
+  void OnTextChanged(uint32_t hints, int32_t line);
+  void FindInLine(int32_t line, ColumnRange visible, std::vector<ColumnRange>& matches) const;
+
+  CCrystalTextView& m_view;
+  TextWatch m_watch;
+  std::optional<MatchCounter> m_counter;  ///< of the buffer that the view shows
+  QBasicTimer m_slice;
+};
+
+}  // namespace quill

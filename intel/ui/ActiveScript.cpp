@@ -1,0 +1,93 @@
+#include "intel/ui/ActiveScript.h"
+
+#include "settings/Settings.h"
+#include "shell/ui/AppServices.h"
+#include "shell/ui/ChildFrame.h"
+#include "shell/ui/Documents.h"
+#include "shell/ui/QuillDoc.h"
+#include "shell/ui/QuillView.h"
+#include "shell/ui/Workspace.h"
+#include "text/ui/TextWatch.h"
+
+namespace quill {
+
+ActiveScript::ActiveScript(AppServices& services, Workspace& workspace, const Documents& documents,
+                           QObject* parent)
+    : QObject(parent),
+      m_services(services),
+      m_workspace(workspace),
+      m_documents(documents),
+      m_shown(std::make_shared<ScriptFacts>()),
+      m_latest(m_shown) {
+  m_autoRefresh.setSingleShot(true);
+  connect(&m_autoRefresh, &QTimer::timeout, this, &ActiveScript::OnTimer);
+  connect(&workspace, &Workspace::ActiveFrameChanged, this, &ActiveScript::Follow);
+}
+
+ActiveScript::~ActiveScript() = default;
+
+void ActiveScript::Follow(CChildFrame* frame) {
+  m_watch.reset();
+  m_autoRefresh.stop();
+  if (frame == nullptr) return;
+  m_watch = std::make_unique<TextWatch>(
+      frame->View(), TextWatch::Callbacks{[this](const TextChange* change, uint32_t hints, int32_t) {
+                                            if (change != nullptr || (hints & hint::kReset) != 0)
+                                              OnTextChanged();
+                                          },
+                                          [this] { OnTextChanged(); }});
+  Refresh();
+}
+
+void ActiveScript::OnTextChanged() {
+  m_latest.reset();
+  m_sinceChange.start();
+  // Not restarted: a replacement makes thousands of changes, a clock is read faster than a timer is set.
+  if (!m_autoRefresh.isActive()) m_autoRefresh.start(kAutoRefreshDelay);
+}
+
+void ActiveScript::OnTimer() {
+  const qint64 left = kAutoRefreshDelay - m_sinceChange.elapsed();
+  if (left > 0) {
+    m_autoRefresh.start(static_cast<int>(left));
+  } else if (ReadFlag(m_services.settings, settings::kAutoRefresh)) {
+    Refresh();
+  }
+}
+
+std::shared_ptr<const ScriptFacts> ActiveScript::Read() const {
+  const CQuillView* view = m_workspace.ActiveView();
+  if (view == nullptr || !view->Model().HasText()) return m_shown;
+  SettingsStore& settings = m_services.settings;
+  ScriptReader reader;
+  if (ReadFlag(settings, settings::kLoadIncluded)) {
+    reader = [this](const std::string& path, size_t mostBytes) -> std::optional<std::string> {
+      const CQuillDoc* open = m_documents.Find(path);
+      if (open == nullptr || !open->Buffer().IsInitialised()) return ReadScriptFile(path, mostBytes);
+      std::string text;
+      open->Buffer().CopyRange({{}, open->Buffer().EndOfText()}, text);
+      return text;
+    };
+  }
+  return ReadScriptFacts(*view->Buffer(), view->FilePath(), ReadText(settings, settings::kOnlyElements),
+                         reader);
+}
+
+const std::shared_ptr<const ScriptFacts>& ActiveScript::Latest() {
+  if (m_latest == nullptr) m_latest = Read();
+  return m_latest;
+}
+
+void ActiveScript::Refresh() {
+  CQuillView* view = m_workspace.ActiveView();
+  if (view == nullptr || !view->Model().HasText()) return;
+  m_autoRefresh.stop();
+  m_shown = m_latest = Read();
+  view->Functions().Clear();
+  view->Variables().Clear();
+  CollectNames(m_shown->outline, view->Functions(), view->Variables());
+  view->VocabularyChanged();
+  Q_EMIT Refreshed();
+}
+
+}  // namespace quill

@@ -1,0 +1,109 @@
+#include "intel/writing/ScriptTools.h"
+
+#include <algorithm>
+#include <array>
+
+#include "base/CodePage1252.h"
+
+namespace quill {
+namespace {
+
+constexpr size_t kBannerWidth = 30;
+
+constexpr std::string_view kVariableTypes[] = {"var",   "var_nsave", "var_info", "string",   "bmap",  "sound",
+                                               "font",  "define",    "entity*",  "panel*",   "text*", "view*",
+                                               "bmap*", "sky*",      "sound*",   "material*"};
+
+std::string_view Trimmed(std::string_view text) {
+  while (!text.empty() && cp1252::IsSpace(text.front())) text.remove_prefix(1);
+  while (!text.empty() && cp1252::IsSpace(text.back())) text.remove_suffix(1);
+  return text;
+}
+
+bool HasLineBreak(std::string_view text) {
+  return text.find_first_of("\r\n") != std::string_view::npos;
+}
+
+bool IsIdentifier(std::string_view name) {
+  return !name.empty() && !cp1252::IsAsciiDigit(name.front()) &&
+         std::all_of(name.begin(), name.end(), [](char c) { return cp1252::IsWordChar(c); });
+}
+
+/// "[12]" or nothing.
+bool IsArraySize(std::string_view text) {
+  if (text.empty()) return true;
+  if (text.size() < 3 || text.front() != '[' || text.back() != ']') return false;
+  const std::string_view size = text.substr(1, text.size() - 2);
+  return std::all_of(size.begin(), size.end(), cp1252::IsAsciiDigit);
+}
+
+std::string Enclosed(std::string_view value, char open, char close) {
+  if (value.size() >= 2 && value.front() == open && value.back() == close) return std::string(value);
+  return std::string(1, open).append(value) + close;
+}
+
+std::string ValueText(std::string_view type, std::string_view value) {
+  if (type == "string") return Enclosed(value, '"', '"');
+  if (type == "bmap" || type == "sound") return Enclosed(value, '<', '>');
+  return std::string(value);
+}
+
+}  // namespace
+
+std::string CommentBanner(std::string_view comment) {
+  const std::string slashes(kBannerWidth, '/');
+  return slashes + "\r\n// " + std::string(comment) + "\r\n" + slashes;
+}
+
+std::string ImageDefinition(std::string_view path) {
+  const size_t separator = path.find_last_of("/\\");
+  const std::string file =
+      cp1252::ToUpper(separator == std::string_view::npos ? path : path.substr(separator + 1));
+  return "BMAP IM_" + file.substr(0, file.find('.')) + " =<" + file + ">;";
+}
+
+std::span<const std::string_view> VariableTypes() {
+  return kVariableTypes;
+}
+
+std::string VariableProblem(const VariableDraft& draft) {
+  const std::string_view name = Trimmed(draft.name);
+  const size_t bracket = std::min(name.find('['), name.size());
+  const bool isVar = draft.type.starts_with("var");
+  if (std::find(std::begin(kVariableTypes), std::end(kVariableTypes), draft.type) ==
+      std::end(kVariableTypes)) {
+    return "\"" + draft.type + "\" is no type of variable";
+  }
+  if (name.empty()) return "The variable has no name yet";
+  if (!IsIdentifier(name.substr(0, bracket))) {
+    return "A name is made of letters, digits and \"_\" and does not begin with a digit";
+  }
+  if (!IsArraySize(name.substr(bracket)) || (!isVar && bracket < name.size())) {
+    return "Only a number can be an array, written as name[3]";
+  }
+  if (HasLineBreak(draft.value) || HasLineBreak(draft.comment)) return "Value and comment are one line each";
+  const std::string_view value = Trimmed(draft.value);
+  if (draft.type == "string") {
+    const std::string text = ValueText(draft.type, value);
+    if (std::count(text.begin(), text.end(), '"') != 2) return "A text cannot hold a double quote";
+  } else if (value.find(';') != std::string_view::npos) {
+    return "A value cannot hold a \";\"";
+  }
+  if (value.empty() &&
+      (draft.type == "bmap" || draft.type == "sound" || draft.type == "font" || draft.type == "define")) {
+    return "A definition of this type needs a value";
+  }
+  return {};
+}
+
+std::string VariableDefinition(const VariableDraft& draft) {
+  const std::string_view value = Trimmed(draft.value);
+  const std::string_view comment = Trimmed(draft.comment);
+  std::string text = draft.type + ' ' + std::string(Trimmed(draft.name));
+  if (!value.empty()) text += (draft.type == "define" ? ", " : " = ") + ValueText(draft.type, value);
+  text += ';';
+  if (!comment.empty()) text.append(" // ").append(comment);
+  return text;
+}
+
+}  // namespace quill

@@ -1,0 +1,104 @@
+// Loading and saving of CCrystalTextBuffer.
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <limits>
+#include <new>
+
+#include "base/AtomicFile.h"
+#include "text/buffer/CrystalTextBuffer.h"
+#include "text/buffer/FileLines.h"
+#include "text/buffer/LineFlagStore.h"
+
+namespace quill {
+namespace {
+
+constexpr size_t kMostLines = std::numeric_limits<int32_t>::max();
+
+class Descriptor {
+ public:
+  explicit Descriptor(int number) : m_number(number) {}
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  ~Descriptor() {
+    if (m_number >= 0) close(m_number);
+  }
+  int Number() const { return m_number; }
+
+ private:
+  int m_number;
+};
+
+}  // namespace
+
+IoResult CCrystalTextBuffer::LoadFile(const std::string& path, int32_t style) {
+  std::string section = path;  // `path` may be our own section, which clearing empties
+  ClearBuffer();
+  IoResult loaded = IoResult::Success();
+  try {
+    loaded = LoadLines(section, style);
+  } catch (const std::bad_alloc&) {
+    loaded = IoResult::Failure("Cannot open \"" + section + "\": not enough memory");
+  }
+  if (loaded) {
+    m_profileSection = std::move(section);
+    RestoreStoredFlags();
+    m_initialised = true;
+  } else {
+    ClearBuffer();
+  }
+  SetModified(false);
+  NotifyViews(nullptr, nullptr, hint::kReset, -1);
+  return loaded;
+}
+
+IoResult CCrystalTextBuffer::LoadLines(const std::string& path, int32_t style) {
+  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  if (file.Number() < 0) return IoResult::FromErrno("Cannot open", path, errno);
+  struct stat info {};
+  if (fstat(file.Number(), &info) != 0) return IoResult::FromErrno("Cannot open", path, errno);
+  if (S_ISDIR(info.st_mode)) return IoResult::Failure("Cannot open \"" + path + "\": it is a folder");
+  if (!S_ISREG(info.st_mode)) {
+    return IoResult::Failure("Cannot open \"" + path + "\": it is not a regular file");
+  }
+  FileLines lines(m_pool, file.Number(), static_cast<size_t>(info.st_size));
+  IoResult read = lines.Read(path, style, [this](char* text, int32_t length) {
+    if (m_lines.Size() >= kMostLines) return false;
+    m_lines.PushBack({text, length, 0, 0});
+    return true;
+  });
+  m_style = lines.Style();
+  m_readOnly = (info.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0 || access(path.c_str(), W_OK) != 0;
+  return read;
+}
+
+void CCrystalTextBuffer::RestoreStoredFlags() {
+  if (m_store == nullptr) return;
+  for (const auto& [line, flags] : m_store->ReadAll(m_profileSection)) {
+    if (line >= 0 && line < LineCount()) Record(line).flags = flags;
+  }
+}
+
+IoResult CCrystalTextBuffer::SaveFile(const std::string& path, int32_t style, bool clearModified) {
+  const std::string_view end = line_end::Bytes(style == line_end::kAutomatic ? m_style : style);
+  if (!m_initialised) return IoResult::Failure("Cannot write \"" + path + "\": there is no text");
+  AtomicFile file(path);
+  if (IoResult opened = file.Open(); !opened) return opened;
+  const int32_t count = LineCount();
+  for (int32_t line = 0; line < count; ++line) {
+    if (IoResult written = file.Write(Line(line)); !written) return written;
+    if (line + 1 == count) break;
+    if (IoResult written = file.Write(end); !written) return written;
+  }
+  if (IoResult committed = file.Commit(m_createBackup ? ".bak" : ""); !committed) return committed;
+  if (clearModified) {
+    m_history.MarkSaved();
+    SetModified(false);
+  }
+  return IoResult::Success();
+}
+
+}  // namespace quill

@@ -1,0 +1,495 @@
+#include "text/buffer/CrystalTextBuffer.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+#include <limits>
+
+#include "text/buffer/LineFlagStore.h"
+
+namespace quill {
+namespace {
+
+/// A byte at a time for short texts: they were just copied, and a read wider than the writes would wait
+/// for them to reach the cache.
+bool HasCr(std::string_view text) {
+  constexpr size_t kShort = 32;
+  if (text.size() > kShort) return text.find('\r') != std::string_view::npos;
+  return std::any_of(text.begin(), text.end(), [](char c) { return c == '\r'; });
+}
+
+/// Cuts a text at each CR; a CR directly followed by LF is one break.
+std::vector<std::string_view> SplitLines(std::string_view text) {
+  std::vector<std::string_view> pieces;
+  while (true) {
+    const size_t cr = text.find('\r');
+    if (cr == std::string_view::npos) break;
+    pieces.push_back(text.substr(0, cr));
+    const bool pair = cr + 1 < text.size() && text[cr + 1] == '\n';
+    text.remove_prefix(cr + (pair ? 2 : 1));
+  }
+  pieces.push_back(text);
+  return pieces;
+}
+
+/// Cuts a text at known places with two line-end characters between the pieces.
+std::vector<std::string_view> SplitAt(std::string_view text, const std::vector<int32_t>& lengths) {
+  std::vector<std::string_view> pieces;
+  size_t at = 0;
+  for (const int32_t length : lengths) {
+    pieces.push_back(text.substr(at, static_cast<size_t>(length)));
+    at += static_cast<size_t>(length) + 2;
+  }
+  return pieces;
+}
+
+/// The lines of a record's text; a single one, as most are, costs no memory.
+class RecordPieces {
+ public:
+  RecordPieces(std::string_view text, const std::vector<int32_t>* lengths) : m_single(text) {
+    if (lengths != nullptr) {
+      m_pieces = SplitAt(text, *lengths);
+    } else if (HasCr(text)) {
+      m_pieces = SplitLines(text);
+    }
+  }
+  explicit RecordPieces(const UndoRecord& record) : RecordPieces(record.text, record.pieceLengths) {}
+  std::span<const std::string_view> Get() const {
+    if (m_pieces.empty()) return {&m_single, 1};
+    return m_pieces;
+  }
+
+ private:
+  std::string_view m_single;
+  std::vector<std::string_view> m_pieces;
+};
+
+}  // namespace
+
+std::string_view line_end::Bytes(int32_t style) {
+  switch (style) {
+    case kLfCr:
+      return "\n\r";
+    case kLf:
+      return "\n";
+    default:
+      return "\r\n";
+  }
+}
+
+CCrystalTextBuffer::~CCrystalTextBuffer() {
+  ReleaseAllText();
+}
+
+void CCrystalTextBuffer::NewBuffer(int32_t style, std::string_view text) {
+  ClearBuffer();
+  for (size_t end = text.find('\n'); end != std::string_view::npos; end = text.find('\n')) {
+    m_lines.PushBack(MakeLine(text.substr(0, end)));
+    text.remove_prefix(end + 1);
+  }
+  m_lines.PushBack(MakeLine(text));
+  m_style = style == line_end::kAutomatic ? static_cast<int32_t>(line_end::kCrLf) : style;
+  m_initialised = true;
+  SetModified(false);
+  NotifyViews(nullptr, nullptr, hint::kReset, -1);
+}
+
+void CCrystalTextBuffer::ClearBuffer() {
+  ReleaseAllText();
+  m_history.Clear();
+  m_profileSection.clear();
+  m_lastChange = {};
+  m_groupDepth = 0;
+  m_nextRecordStartsGroup = true;
+  m_readOnly = false;
+  m_initialised = false;
+}
+
+bool CCrystalTextBuffer::CopyLine(int32_t line, std::string& text) const {
+  text.assign(Line(line));
+  return !text.empty();
+}
+
+int32_t CCrystalTextBuffer::CopyLeadingWhiteSpace(int32_t line, std::string& text) const {
+  const std::string_view all = Line(line);
+  const size_t end = std::min(all.find_first_not_of("\t "), all.size());
+  text.assign(all.substr(0, end));
+  return static_cast<int32_t>(end);
+}
+
+void CCrystalTextBuffer::CopyRange(TextRange range, std::string& text, std::string_view lineEnd) const {
+  CheckPosition(range.start);
+  CheckPosition(range.end);
+  text.clear();
+  if (range.end < range.start) throw std::invalid_argument("range ends before it starts");
+  auto length = static_cast<size_t>(range.end.character);
+  for (int32_t line = range.start.line; line < range.end.line; ++line)
+    length += Line(line).size() + lineEnd.size();
+  text.reserve(length - static_cast<size_t>(range.start.character));
+  for (int32_t line = range.start.line; line <= range.end.line; ++line) {
+    std::string_view piece = Line(line);
+    if (line == range.end.line) piece = piece.substr(0, static_cast<size_t>(range.end.character));
+    if (line == range.start.line) piece.remove_prefix(static_cast<size_t>(range.start.character));
+    text.append(piece);
+    if (line != range.end.line) text.append(lineEnd);
+  }
+}
+
+TextPosition CCrystalTextBuffer::EndOfText() const {
+  const int32_t last = LineCount() - 1;
+  return last < 0 ? TextPosition{} : TextPosition{last, LineLength(last)};
+}
+
+void CCrystalTextBuffer::CheckPosition(TextPosition position) const {
+  if (position.character < 0 || position.character > LineLength(position.line)) {
+    throw std::invalid_argument("character index outside the line");
+  }
+}
+
+void CCrystalTextBuffer::AddView(BufferView* view) {
+  m_views.push_back(view);
+}
+
+void CCrystalTextBuffer::RemoveView(BufferView* view) {
+  std::erase(m_views, view);
+}
+
+void CCrystalTextBuffer::NotifyViews(BufferView* source, const TextChange* change, uint32_t hints,
+                                     int32_t line) {
+  for (BufferView* view : m_views) view->OnBufferUpdate(source, change, hints, line);
+}
+
+// Line records
+
+CCrystalTextBuffer::LineRecord CCrystalTextBuffer::MakeLine(std::string_view text, std::string_view tail) {
+  const auto length = static_cast<int64_t>(text.size() + tail.size());
+  if (length > kLongestLine) throw std::invalid_argument("line too long");
+  const int64_t capacity = LinePool::CapacityFor(length);
+  LineRecord line{m_pool.Allocate(static_cast<int32_t>(capacity)), static_cast<int32_t>(length),
+                  static_cast<int32_t>(capacity), 0};
+  if (!text.empty()) std::memcpy(line.text, text.data(), text.size());
+  if (!tail.empty()) std::memcpy(line.text + text.size(), tail.data(), tail.size());
+  return line;
+}
+
+void CCrystalTextBuffer::SetLineLength(LineRecord& line, int64_t length) {
+  if (length > line.length && length >= line.capacity) {
+    if (length > kLongestLine) throw std::invalid_argument("line too long");
+    const auto capacity = static_cast<int32_t>(LinePool::CapacityFor(length));
+    line.text = m_pool.Reallocate(line.text, line.capacity, line.length, capacity);
+    line.capacity = capacity;
+  }
+  line.length = static_cast<int32_t>(length);
+}
+
+void CCrystalTextBuffer::InsertIntoLine(LineRecord& line, int32_t at, std::string_view text) {
+  const auto tail = static_cast<size_t>(line.length - at);
+  SetLineLength(line, static_cast<int64_t>(line.length) + static_cast<int64_t>(text.size()));
+  std::memmove(line.text + at + text.size(), line.text + at, tail);
+  if (!text.empty()) std::memcpy(line.text + at, text.data(), text.size());
+}
+
+void CCrystalTextBuffer::FreeLines(int32_t first, int32_t last) {
+  for (int32_t i = first; i <= last; ++i) {
+    const LineRecord& line = m_lines[static_cast<size_t>(i)];
+    m_pool.Free(line.text, line.capacity);
+  }
+}
+
+void CCrystalTextBuffer::ReleaseAllText() {
+  const size_t count = m_lines.Size();
+  for (size_t i = 0; i < count; ++i) {
+    const LineRecord& line = m_lines[i];
+    if (LinePool::IsLong(line.capacity)) m_pool.Free(line.text, line.capacity);
+  }
+  m_lines.Clear();
+  m_pool.ReleaseChunks();
+}
+
+// Flags
+
+void CCrystalTextBuffer::SetFlagOnLine(int32_t line, uint32_t mask, bool set, bool removeFromPreviousLine) {
+  if (!std::has_single_bit(mask)) return;
+  if (line == -1) {
+    line = FirstLineWithFlag(mask);
+    if (line == -1) return;
+  } else if (removeFromPreviousLine && set) {
+    (void)Record(line);  // refuse a wrong line before anything changes
+    const int32_t previous = FirstLineWithFlag(mask);
+    if (previous >= 0 && previous != line) SetFlagOnLine(previous, mask, false);
+  }
+  uint32_t& flags = Record(line).flags;
+  const uint32_t changed = set ? flags | mask : flags & ~mask;
+  if (changed == flags) return;
+  flags = changed;
+  NotifyViews(nullptr, nullptr, hint::kLineFlags, line);
+  PersistFlags(line, line);
+}
+
+int32_t CCrystalTextBuffer::FirstLineWithAnyFlag(uint32_t mask) const {
+  const size_t count = m_lines.Size();
+  for (size_t i = 0; i < count; ++i) {
+    if ((m_lines[i].flags & mask) != 0) return static_cast<int32_t>(i);
+  }
+  return -1;
+}
+
+int32_t CCrystalTextBuffer::FirstLineWithFlag(uint32_t mask) const {
+  return std::has_single_bit(mask) ? FirstLineWithAnyFlag(mask) : -1;
+}
+
+void CCrystalTextBuffer::ChangeFlagsOnLines(int32_t first, int32_t last, uint32_t setMask,
+                                            uint32_t clearMask) {
+  (void)Record(first);
+  (void)Record(last);
+  for (int32_t line = first; line <= last; ++line) {
+    uint32_t& flags = Record(line).flags;
+    flags = (flags | setMask) & ~clearMask;
+  }
+  PersistFlags(first, last);
+  NotifyViews(nullptr, nullptr, hint::kFlagsOnly, -1);
+}
+
+bool CCrystalTextBuffer::ChangeFlagsOnRanges(std::span<const LineRange> ranges, uint32_t setMask,
+                                             uint32_t clearMask) {
+  std::vector<LineFlagStore::Word> words;
+  for (const LineRange& range : ranges) {
+    for (int32_t line = range.first; line <= range.last; ++line) {
+      uint32_t& flags = Record(line).flags;
+      const uint32_t changed = (flags | setMask) & ~clearMask;
+      if (changed != flags) words.emplace_back(line, changed);
+      flags = changed;
+    }
+  }
+  if (words.empty()) return false;
+  if (m_store != nullptr && !m_profileSection.empty()) m_store->Write(m_profileSection, words);
+  NotifyViews(nullptr, nullptr, hint::kFlagsOnly, -1);
+  return true;
+}
+
+void CCrystalTextBuffer::SetBlockMarks(int32_t line, uint32_t marks) {
+  uint32_t& flags = Record(line).flags;
+  flags = (flags & ~line_flag::kBlockMarks) | (marks & line_flag::kBlockMarks);
+}
+
+void CCrystalTextBuffer::PersistFlags(int32_t first, int32_t last) {
+  if (m_store == nullptr || m_profileSection.empty()) return;
+  std::vector<LineFlagStore::Word> words;
+  words.reserve(static_cast<size_t>(std::max(last - first + 1, 0)));
+  for (int32_t line = first; line <= last; ++line) words.emplace_back(line, LineFlags(line));
+  m_store->Write(m_profileSection, words);
+}
+
+// Editing
+
+bool CCrystalTextBuffer::InsertTextAt(BufferView* view, TextPosition at, std::string_view text,
+                                      TextPosition& end, int32_t actionCode) {
+  CheckPosition(at);
+  if (m_readOnly) return false;
+  InsertRecorded(view, at, {std::string(text), nullptr}, end, actionCode);
+  return true;
+}
+
+bool CCrystalTextBuffer::InsertLinesAt(BufferView* view, TextPosition at,
+                                       const std::vector<std::string_view>& lines, TextPosition& end,
+                                       int32_t actionCode) {
+  if (lines.empty()) throw std::invalid_argument("no lines to insert");
+  CheckPosition(at);
+  if (m_readOnly) return false;
+  RecordText record;
+  bool anyCr = false;
+  for (size_t i = 0; i < lines.size(); ++i) {
+    if (i != 0) record.text += "\r\n";
+    record.text += lines[i];
+    anyCr = anyCr || HasCr(lines[i]);
+  }
+  if (anyCr) record.pieceLengths = std::make_unique<std::vector<int32_t>>();
+  for (size_t i = 0; anyCr && i < lines.size(); ++i) {
+    record.pieceLengths->push_back(static_cast<int32_t>(lines[i].size()));
+  }
+  InsertRecorded(view, at, std::move(record), end, actionCode);
+  return true;
+}
+
+void CCrystalTextBuffer::InsertRecorded(BufferView* view, TextPosition at, RecordText&& text,
+                                        TextPosition& end, int32_t actionCode) {
+  if (static_cast<int64_t>(text.text.size()) > kLongestLine - LineLength(at.line)) {
+    throw std::invalid_argument("text too long");
+  }
+  const bool ownGroup = m_groupDepth == 0;
+  if (ownGroup) OpenUndoGroup();
+  TextRange range{at, at};
+  // From the record's copy: the caller's text may be a line of ours.
+  ApplyInsert(view, at, RecordPieces(text.text, text.pieceLengths.get()).Get(), range.end);
+  end = range.end;
+  AddRecord(UndoRecord::kInsert, actionCode, range, std::move(text));
+  if (ownGroup) CloseUndoGroup(view);
+}
+
+bool CCrystalTextBuffer::InsertTextAt(BufferView* view, int32_t line, int32_t character,
+                                      std::string_view text, int32_t& outEndLine, int32_t& outEndChar,
+                                      int32_t actionCode) {
+  TextPosition end;
+  if (!InsertTextAt(view, {line, character}, text, end, actionCode)) return false;
+  outEndLine = end.line;
+  outEndChar = end.character;
+  return true;
+}
+
+bool CCrystalTextBuffer::DeleteRange(BufferView* view, TextRange range, int32_t actionCode) {
+  RecordText text;
+  CopyRange(range, text.text);
+  if (m_readOnly) return false;
+  if (HasCr(text.text)) text.pieceLengths = PieceLengthsOf(range);
+  const bool ownGroup = m_groupDepth == 0;
+  if (ownGroup) OpenUndoGroup();
+  ApplyDelete(view, range);
+  AddRecord(0, actionCode, range, std::move(text));
+  if (ownGroup) CloseUndoGroup(view);
+  return true;
+}
+
+std::unique_ptr<std::vector<int32_t>> CCrystalTextBuffer::PieceLengthsOf(TextRange range) const {
+  auto lengths = std::make_unique<std::vector<int32_t>>();
+  bool anyCr = false;
+  for (int32_t line = range.start.line; line <= range.end.line; ++line) {
+    std::string_view piece = Line(line);
+    if (line == range.end.line) piece = piece.substr(0, static_cast<size_t>(range.end.character));
+    if (line == range.start.line) piece.remove_prefix(static_cast<size_t>(range.start.character));
+    lengths->push_back(static_cast<int32_t>(piece.size()));
+    anyCr = anyCr || HasCr(piece);
+  }
+  if (!anyCr) lengths.reset();
+  return lengths;
+}
+
+bool CCrystalTextBuffer::ApplyInsert(BufferView* source, TextPosition at,
+                                     std::span<const std::string_view> pieces, TextPosition& end) {
+  if (m_readOnly) return false;
+  const auto added = static_cast<int32_t>(pieces.size()) - 1;
+  if (added == 0) {
+    InsertIntoLine(Record(at.line), at.character, pieces.front());
+    end = {at.line, at.character + static_cast<int32_t>(pieces.front().size())};
+  } else {
+    const std::string_view tail = Line(at.line).substr(static_cast<size_t>(at.character));
+    std::vector<LineRecord> fresh;
+    fresh.reserve(static_cast<size_t>(added));
+    for (int32_t i = 1; i < added; ++i) fresh.push_back(MakeLine(pieces[static_cast<size_t>(i)]));
+    fresh.push_back(MakeLine(pieces.back(), tail));
+    LineRecord& first = Record(at.line);
+    SetLineLength(first, at.character);
+    InsertIntoLine(first, at.character, pieces.front());
+    m_lines.Insert(static_cast<size_t>(at.line) + 1, fresh.data(), fresh.size());
+    end = {at.line + added, static_cast<int32_t>(pieces.back().size())};
+  }
+  TextChanged(source, {true, {at, end}}, end);
+  return true;
+}
+
+bool CCrystalTextBuffer::ApplyDelete(BufferView* source, TextRange range) {
+  if (m_readOnly) return false;
+  LineRecord& first = Record(range.start.line);
+  if (range.start.line == range.end.line) {
+    const auto tail = static_cast<size_t>(first.length - range.end.character);
+    std::memmove(first.text + range.start.character, first.text + range.end.character, tail);
+    SetLineLength(first, first.length - (range.end.character - range.start.character));
+  } else {
+    const std::string_view tail = Line(range.end.line).substr(static_cast<size_t>(range.end.character));
+    SetLineLength(first, range.start.character);
+    InsertIntoLine(first, range.start.character, tail);
+    FreeLines(range.start.line + 1, range.end.line);
+    m_lines.Erase(static_cast<size_t>(range.start.line) + 1,
+                  static_cast<size_t>(range.end.line - range.start.line));
+  }
+  TextChanged(source, {false, range}, range.start);
+  return true;
+}
+
+void CCrystalTextBuffer::TextChanged(BufferView* source, const TextChange& change, TextPosition lastChange) {
+  const bool oneLine = change.range.start.line == change.range.end.line;
+  NotifyViews(source, &change, oneLine ? hint::kLineChanged : hint::kLinesChanged, change.range.start.line);
+  if (!m_modified) SetModified(true);
+  m_lastChange = lastChange;
+}
+
+// History
+
+void CCrystalTextBuffer::AddRecord(uint32_t flags, int32_t actionCode, TextRange range, RecordText&& text) {
+  if (m_nextRecordStartsGroup) flags |= UndoRecord::kGroupStart;
+  m_nextRecordStartsGroup = false;
+  m_history.Add(flags, actionCode, range, std::move(text));
+}
+
+void CCrystalTextBuffer::OpenUndoGroup(bool mergeWithPrevious) {
+  if (m_groupDepth++ > 0) return;
+  m_nextRecordStartsGroup = !mergeWithPrevious || m_history.Position() == 0;
+}
+
+void CCrystalTextBuffer::CloseUndoGroup(BufferView* view) {
+  if (m_groupDepth > 0 && --m_groupDepth > 0) return;
+  m_nextRecordStartsGroup = true;
+  const auto last = m_history.Last();
+  if (view == nullptr || !last) return;
+  const std::string lastText(last->text);  // a copy: the view's own edits may drop records
+  view->OnUndoGroupClosed(last->action, lastText);
+}
+
+bool CCrystalTextBuffer::Reverse(const UndoRecord& record) {
+  if (record.IsInsert()) return ApplyDelete(nullptr, record.range);
+  TextPosition end;
+  return ApplyInsert(nullptr, record.range.start, RecordPieces(record).Get(), end);
+}
+
+bool CCrystalTextBuffer::Repeat(const UndoRecord& record) {
+  if (!record.IsInsert()) return ApplyDelete(nullptr, record.range);
+  TextPosition end;
+  return ApplyInsert(nullptr, record.range.start, RecordPieces(record).Get(), end);
+}
+
+bool CCrystalTextBuffer::Undo(TextPosition& position) {
+  if (!CanUndo()) return false;
+  bool groupStart = false;
+  while (!groupStart && m_history.Position() != 0) {
+    const UndoRecord record = *m_history.Last();
+    Reverse(record);
+    groupStart = record.StartsGroup();
+    m_history.StepBack();
+  }
+  FinishHistoryStep(position);
+  return true;
+}
+
+bool CCrystalTextBuffer::Redo(TextPosition& position) {
+  if (!CanRedo()) return false;
+  std::optional<UndoRecord> next = m_history.Next();
+  do {
+    Repeat(*next);
+    m_history.StepForward();
+    next = m_history.Next();
+  } while (next && !next->StartsGroup());
+  FinishHistoryStep(position);
+  return true;
+}
+
+void CCrystalTextBuffer::FinishHistoryStep(TextPosition& position) {
+  position = m_lastChange;
+  m_nextRecordStartsGroup = true;
+  const bool modified = !m_history.IsAtSaved();
+  if (modified != m_modified) SetModified(modified);
+}
+
+bool CCrystalTextBuffer::UndoLabel(std::string& label) const {
+  const auto record = m_history.Last();
+  const char* text = !record ? nullptr : action::Description(record->action);
+  label = text == nullptr ? "" : text;
+  return text != nullptr;
+}
+
+bool CCrystalTextBuffer::RedoLabel(std::string& label) const {
+  const auto record = m_history.Next();
+  const char* text = !record ? nullptr : action::Description(record->action);
+  label = text == nullptr ? "" : text;
+  return text != nullptr;
+}
+
+}  // namespace quill

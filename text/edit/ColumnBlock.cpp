@@ -1,0 +1,138 @@
+#include "text/edit/ColumnBlock.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "text/edit/UndoStep.h"
+#include "text/view/VisualColumns.h"
+
+namespace quill {
+namespace {
+
+int32_t ColumnAt(const EditTarget& target, TextPosition place) {
+  return ColumnOf(target.Buffer().Line(place.line), place.character, target.Settings().tabSize);
+}
+
+/// Puts a text at a column, behind blanks where the line is too short. Returns the place after it.
+TextPosition InsertAtColumn(UndoStep& step, const EditTarget& target, int32_t line, int32_t column,
+                            std::string_view text) {
+  const std::string_view old = target.Buffer().Line(line);
+  const int32_t tabSize = target.Settings().tabSize;
+  const int32_t character = CharacterAtColumn(old, column, tabSize);
+  const int32_t missing = column - ColumnOf(old, character, tabSize);
+  if (missing <= 0 || text.empty()) return step.Insert({line, character}, text);
+  return step.Insert({line, character}, std::string(static_cast<size_t>(missing), ' ').append(text));
+}
+
+/// Makes the block zero columns wide at a column that all its lines reach or end before.
+void CollapseTo(EditTarget& target, const ColumnBlock& block, int32_t column) {
+  const int32_t tabSize = target.Settings().tabSize;
+  const auto corner = [&](TextPosition old) {
+    return TextPosition{old.line, CharacterAtColumn(target.Buffer().Line(old.line), column, tabSize)};
+  };
+  const TextPosition anchor = corner({target.Anchor().line, 0});
+  const TextPosition caret = corner({target.Caret().line, 0});
+  target.SetColumnSelection(block.firstLine != block.lastLine);
+  target.Select(anchor, caret);
+}
+
+std::vector<std::string_view> SplitAtCrLf(std::string_view text) {
+  std::vector<std::string_view> lines;
+  for (size_t end = 0; (end = text.find("\r\n")) != std::string_view::npos;) {
+    lines.push_back(text.substr(0, end));
+    text.remove_prefix(end + 2);
+  }
+  lines.push_back(text);
+  return lines;
+}
+
+}  // namespace
+
+TextRange ColumnBlock::RangeOn(const CCrystalTextBuffer& buffer, int32_t line, int32_t tabSize) const {
+  const std::string_view text = buffer.Line(line);
+  return {{line, CharacterAtColumn(text, left, tabSize)}, {line, CharacterAtColumn(text, right, tabSize)}};
+}
+
+ColumnBlock BlockOf(const EditTarget& target) {
+  const TextRange selection = target.Selection();
+  const auto [left, right] =
+      std::minmax({ColumnAt(target, selection.start), ColumnAt(target, selection.end)});
+  return {selection.start.line, selection.end.line, left, right};
+}
+
+namespace edit {
+
+std::string CopyBlock(const EditTarget& target) {
+  const ColumnBlock block = BlockOf(target);
+  std::string text;
+  for (int32_t line = block.firstLine; line <= block.lastLine; ++line) {
+    const TextRange range = block.RangeOn(target.Buffer(), line, target.Settings().tabSize);
+    if (line != block.firstLine) text += "\r\n";
+    text +=
+        target.Buffer().Line(line).substr(static_cast<size_t>(range.start.character),
+                                          static_cast<size_t>(range.end.character - range.start.character));
+  }
+  return text;
+}
+
+bool TypeIntoBlock(EditTarget& target, std::string_view text, int32_t actionCode) {
+  if (target.Buffer().IsReadOnly()) return false;
+  const ColumnBlock block = BlockOf(target);
+  ColumnBlock replaced = block;
+  if (target.IsOverwriting() && block.Width() == 0) replaced.right += static_cast<int32_t>(text.size());
+  const int32_t tabSize = target.Settings().tabSize;
+  UndoStep step(target, actionCode);
+  TextPosition end;
+  for (int32_t line = block.firstLine; line <= block.lastLine; ++line) {
+    step.Delete(replaced.RangeOn(target.Buffer(), line, tabSize));
+    end = InsertAtColumn(step, target, line, block.left, text);
+  }
+  CollapseTo(target, block,
+             text.empty() ? block.left : ColumnOf(target.Buffer().Line(end.line), end.character, tabSize));
+  return true;
+}
+
+bool DeleteInBlock(EditTarget& target, bool toTheLeft, int32_t actionCode) {
+  if (target.Buffer().IsReadOnly()) return false;
+  const ColumnBlock block = BlockOf(target);
+  if (block.Width() > 0) return TypeIntoBlock(target, {}, action::kDeleteSelection);
+  if (toTheLeft && block.left == 0) return true;
+  const int32_t tabSize = target.Settings().tabSize;
+  int32_t column = block.left;
+  UndoStep step(target, actionCode);
+  for (int32_t line = block.firstLine; line <= block.lastLine; ++line) {
+    const std::string_view text = target.Buffer().Line(line);
+    TextRange range = block.RangeOn(target.Buffer(), line, tabSize);
+    const bool reaches = ColumnOf(text, range.start.character, tabSize) >= block.left;
+    if (toTheLeft && reaches) --range.start.character;
+    if (!toTheLeft && range.end.character < static_cast<int32_t>(text.size())) ++range.end.character;
+    step.Delete(range);
+    if (line == target.Caret().line) column = ColumnAt(target, range.start);
+  }
+  CollapseTo(target, block, column);
+  return true;
+}
+
+bool PasteBlock(EditTarget& target, std::string_view text) {
+  CCrystalTextBuffer& buffer = target.Buffer();
+  if (buffer.IsReadOnly()) return false;
+  std::vector<std::string_view> lines = SplitAtCrLf(text);
+  if (lines.size() > 1 && lines.back().empty()) lines.pop_back();
+  if (target.IsColumnSelection() && lines.size() == 1) return TypeIntoBlock(target, text, action::kPaste);
+  const bool columns = target.IsColumnSelection();
+  const int32_t left = BlockOf(target).left;
+  UndoStep step(target, action::kPaste);
+  step.DeleteSelection();
+  TextPosition end = target.Caret();
+  const int32_t column = columns ? left : ColumnAt(target, end);
+  for (int32_t line = end.line; const std::string_view piece : lines) {
+    if (line == buffer.LineCount()) step.Insert(buffer.EndOfText(), "\r\n");
+    end = InsertAtColumn(step, target, line++, column, piece);
+  }
+  target.PlaceCaret(end);
+  return true;
+}
+
+}  // namespace edit
+}  // namespace quill

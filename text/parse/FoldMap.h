@@ -1,0 +1,68 @@
+#pragma once
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "text/buffer/BufferView.h"
+#include "text/buffer/LineRange.h"
+
+namespace quill {
+
+class CCrystalTextBuffer;
+
+/// Which lines have a row on the screen. The first line of a collapsed block keeps its row, the lines
+/// after it up to the block's last one have none; a block inside a collapsed one has none at all. A line
+/// with the hidden flag that no block start above it accounts for is shown: nothing gets lost.
+/// Without collapsed blocks rows are lines, and asking and editing cost nothing.
+class FoldMap {
+ public:
+  explicit FoldMap(const CCrystalTextBuffer& buffer) : m_buffer(buffer) { Rebuild(); }
+  FoldMap(const FoldMap&) = delete;
+  FoldMap& operator=(const FoldMap&) = delete;
+
+  /// Reads the flags of all lines anew.
+  void Rebuild();
+  /// What the buffer told the view. Call it once for every update.
+  void OnTextChange(const TextChange* change, uint32_t hints, int32_t line);
+
+  bool IsIdentity() const { return m_folds.empty(); }
+  int32_t RowCount() const;
+  /// `row` from 0 to the row count; the row count stands for the end of the text.
+  int32_t LineOfRow(int32_t row) const;
+  /// A hidden line has the row of the line that hides it.
+  int32_t RowOfLine(int32_t line) const;
+  bool IsHidden(int32_t line) const;
+  /// The line is shown and hides those after it.
+  bool IsCollapsedHead(int32_t line) const;
+  /// The line itself when shown, else the one that hides it.
+  int32_t ShownLine(int32_t line) const;
+  /// The next shown line after or before `line`; the line count, or -1, when there is none.
+  int32_t NextShown(int32_t line) const;
+  int32_t PreviousShown(int32_t line) const;
+  /// The last line hidden by `line`, or the line itself when it hides none.
+  int32_t LastLineUnder(int32_t line) const;
+
+ private:
+  struct Fold {
+    int32_t head;
+    int32_t last;         ///< lines head + 1 to last are hidden
+    int32_t hiddenAbove;  ///< lines hidden by the folds before this one
+  };
+
+  /// The index of the last fold with its head at or before `line`, -1 when none.
+  int32_t FoldAtOrBefore(int32_t line) const;
+  const Fold* FoldHiding(int32_t line) const;
+  void LinesInserted(int32_t after, int32_t count);
+  void LinesRemoved(int32_t after, int32_t count);
+  /// Finds the folds anew in the runs of flagged lines that touch these lines.
+  void Rescan(int32_t first, int32_t last);
+  /// Appends the folds of one run of flagged lines.
+  void ScanRun(int32_t first, int32_t last, std::vector<Fold>& folds) const;
+  /// Sums up anew from this fold on.
+  void CountHidden(std::ptrdiff_t from);
+
+  const CCrystalTextBuffer& m_buffer;
+  std::vector<Fold> m_folds;
+};
+
+}  // namespace quill

@@ -1,0 +1,77 @@
+#include "text/parse/ScriptColouring.h"
+
+#include "base/CodePage1252.h"
+#include "text/buffer/CrystalTextBuffer.h"
+#include "text/parse/Folding.h"
+#include "text/parse/LineScan.h"
+
+namespace quill {
+namespace {
+
+/// The line starts inside a collapsed block: a block start above it that is hidden as well is open.
+bool IsInsideCollapsed(const CCrystalTextBuffer& buffer, int32_t line) {
+  int32_t depth = 0;
+  for (int32_t i = line - 1; i >= 0; --i) {
+    const uint32_t flags = buffer.LineFlags(i);
+    if ((flags & line_flag::kHidden) == 0) return false;
+    if ((flags & line_flag::kBlockEnd) != 0) ++depth;
+    if ((flags & line_flag::kBlockStart) != 0 && depth-- == 0) return true;
+  }
+  return false;
+}
+
+void ChangeMarks(CCrystalTextBuffer& buffer, int32_t line, uint32_t marks) {
+  const uint32_t flags = buffer.LineFlags(line);
+  if ((flags & line_flag::kHidden) == 0) {
+    buffer.SetBlockMarks(line, marks);
+    return;
+  }
+  const bool losesStart = (flags & ~marks & line_flag::kBlockStart) != 0;
+  if (losesStart && !IsInsideCollapsed(buffer, line)) ExpandHead(buffer, line);
+  buffer.SetBlockMarks(line, marks);
+  buffer.NotifyViews(nullptr, nullptr, hint::kLineFlags, line);
+}
+
+/// True when the marks were others before.
+inline bool ApplyMarks(CCrystalTextBuffer& buffer, int32_t line, uint32_t marks) {
+  if ((buffer.LineFlags(line) & line_flag::kBlockMarks) == marks) return false;
+  ChangeMarks(buffer, line, marks);
+  return true;
+}
+
+}  // namespace
+
+bool UsesCKeywords(std::string_view fileName) {
+  if (fileName.size() < 2) return false;
+  const std::string_view extension = fileName.substr(fileName.size() - 2);
+  return cp1252::EqualNoCase(extension, ".c") || cp1252::EqualNoCase(extension, ".h");
+}
+
+uint32_t ColourLine(CCrystalTextBuffer& buffer, const WordClasses& words, uint32_t state, int32_t line,
+                    TextBlock* blocks, int32_t* count) {
+  bool marksChanged = false;
+  if (blocks == nullptr) return ParseLine(buffer, state, line, marksChanged);
+  const std::string_view text = buffer.Line(line);
+  if (text.empty()) {
+    ApplyMarks(buffer, line, 0);
+    return state;
+  }
+  const auto length = static_cast<int32_t>(text.size());
+  ScanPoint point = StartOfLine(state);
+  ColourColumns(text, words, point, length, blocks, count);
+  ApplyMarks(buffer, line, BlockMarksOf(text, point));
+  return point.state & parse_state::kAcrossLines;
+}
+
+uint32_t ParseLine(CCrystalTextBuffer& buffer, uint32_t state, int32_t line, bool& marksChanged) {
+  const std::string_view text = buffer.Line(line);
+  if (text.empty()) {
+    marksChanged = ApplyMarks(buffer, line, 0);
+    return state;
+  }
+  const ScanPoint end = Skim(text.data(), StartOfLine(state), static_cast<int32_t>(text.size()));
+  marksChanged = ApplyMarks(buffer, line, BlockMarksOf(text, end));
+  return end.state & parse_state::kAcrossLines;
+}
+
+}  // namespace quill

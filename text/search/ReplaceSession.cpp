@@ -1,0 +1,117 @@
+#include "text/search/ReplaceSession.h"
+
+#include <algorithm>
+
+#include "text/buffer/CrystalTextBuffer.h"
+#include "text/search/ReplaceAll.h"
+
+namespace quill {
+
+ReplaceSession::ReplaceSession(ReplaceTarget& target, TextPosition start, TextRange block)
+    : m_target(target), m_start(start), m_block(block) {}
+
+bool ReplaceSession::FindNext(const ReplaceRequest& request) {
+  ForgetMatchOfOtherSearch(request);
+  if (!m_match) return FindFrom(m_start, request);
+  return FindFrom({m_match->at.line, m_match->at.character + 1}, request);
+}
+
+bool ReplaceSession::Replace(const ReplaceRequest& request) {
+  ForgetMatchOfOtherSearch(request);
+  ForgetMatchUnlessSelected();
+  if (!m_match) return FindFrom(m_start, request);
+  CCrystalTextBuffer& buffer = m_target.Buffer();
+  const TextRange match = RangeOf(*m_match);
+  m_movesBlockItself = request.inBlock;
+  buffer.OpenUndoGroup();
+  const bool replaced = m_target.ReplaceSelectedText(request.with);
+  buffer.CloseUndoGroup(m_target.View());
+  m_movesBlockItself = false;
+  if (!replaced) return true;
+  const TextPosition end = buffer.LastChange();
+  if (request.inBlock) MoveBlock(match, end);
+  return FindFrom(end, request);
+}
+
+int64_t ReplaceSession::ReplaceAll(const ReplaceRequest& request) {
+  CCrystalTextBuffer& buffer = m_target.Buffer();
+  if (buffer.IsReadOnly()) return 0;
+  ForgetMatchOfOtherSearch(request);
+  ForgetMatchUnlessSelected();
+  if (!m_match && !SearchFrom(m_start, request)) return 0;
+  m_movesBlockItself = request.inBlock;
+  const ReplaceAllOutcome outcome =
+      ReplaceAllFrom(buffer, m_target.View(), TextSearch(request.what, FlagsOf(request)), request.with,
+                     m_match->at, ScopeOf(request).end);
+  m_movesBlockItself = false;
+  if (request.inBlock) m_block.end = outcome.blockEnd;
+  m_target.PlaceCaret(outcome.lastEnd);
+  StartAnew(request);
+  return outcome.count;
+}
+
+void ReplaceSession::OnTextChanged(const TextChange& change) {
+  const auto move = [&change](TextPosition& place) {
+    place =
+        change.inserted ? PositionAfterInsert(place, change.range) : PositionAfterDelete(place, change.range);
+  };
+  move(m_start);
+  if (m_match) move(m_match->at);
+  if (m_movesBlockItself) return;
+  if (!change.inserted || m_block.start != change.range.start) move(m_block.start);  // the block grows
+  move(m_block.end);
+}
+
+TextRange ReplaceSession::RangeOf(const Match& match) {
+  return {match.at, {match.at.line, match.at.character + static_cast<int32_t>(match.what.size())}};
+}
+
+void ReplaceSession::ForgetMatchOfOtherSearch(const ReplaceRequest& request) {
+  if (!m_match || (m_match->what == request.what && m_match->flags == FlagsOf(request))) return;
+  m_start = m_match->at;
+  m_match.reset();
+}
+
+void ReplaceSession::ForgetMatchUnlessSelected() {
+  if (!m_match || m_target.Selection() == RangeOf(*m_match)) return;
+  m_start = m_match->at;
+  m_match.reset();
+}
+
+bool ReplaceSession::FindFrom(TextPosition start, const ReplaceRequest& request) {
+  if (!SearchFrom(start, request)) return false;
+  m_target.SelectFound(m_match->at, static_cast<int32_t>(request.what.size()));
+  return true;
+}
+
+bool ReplaceSession::SearchFrom(TextPosition start, const ReplaceRequest& request) {
+  TextPosition found;
+  const TextSearch search(request.what, FlagsOf(request));
+  if (search.FindInRange(m_target.Buffer(), start, ScopeOf(request), false, found)) {
+    m_match = Match{found, request.what, FlagsOf(request)};
+    return true;
+  }
+  StartAnew(request);
+  return false;
+}
+
+void ReplaceSession::StartAnew(const ReplaceRequest& request) {
+  m_match.reset();
+  m_start = request.inBlock ? m_block.start : TextPosition{};
+}
+
+TextRange ReplaceSession::ScopeOf(const ReplaceRequest& request) const {
+  return request.inBlock ? m_block : TextRange{{}, m_target.Buffer().EndOfText()};
+}
+
+void ReplaceSession::MoveBlock(TextRange match, TextPosition end) {
+  for (TextPosition* place : {&m_block.start, &m_block.end}) {
+    if (*place <= match.start) continue;
+    if (place->line == match.start.line) {
+      place->character = std::max(place->character - match.end.character + end.character, 0);
+    }
+    place->line += end.line - match.start.line;
+  }
+}
+
+}  // namespace quill
