@@ -12,6 +12,7 @@
 #include "intel/vocabulary/CommandDatabase.h"
 #include "intel/writing/Completion.h"
 #include "intel/writing/Hints.h"
+#include "support/Paths.h"
 #include "support/ScriptText.h"
 #include "support/TempFolder.h"
 

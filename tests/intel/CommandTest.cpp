@@ -5,6 +5,7 @@
 #include "intel/vocabulary/CommandSource.h"
 #include "intel/vocabulary/KeywordDatabase.h"
 #include "intel/vocabulary/StringListArchive.h"
+#include "support/Paths.h"
 #include "support/TempFolder.h"
 
 namespace quill {

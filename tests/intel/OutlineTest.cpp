@@ -12,6 +12,7 @@
 #include "intel/outline/EnclosingFunction.h"
 #include "intel/outline/OutlineScanner.h"
 #include "intel/outline/ScriptFacts.h"
+#include "support/Paths.h"
 #include "support/ScriptText.h"
 #include "support/TempFolder.h"
 

@@ -14,6 +14,7 @@
 #include "intel/vocabulary/CommandDatabase.h"
 #include "intel/vocabulary/KeywordDatabase.h"
 #include "intel/writing/ObjectMembers.h"
+#include "support/Paths.h"
 
 namespace quill {
 namespace {

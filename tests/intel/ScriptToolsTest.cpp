@@ -4,6 +4,7 @@
 #include "intel/writing/ScriptTools.h"
 #include "intel/writing/ToDoList.h"
 #include "support/FileSizeLimit.h"
+#include "support/Paths.h"
 #include "support/TempFolder.h"
 
 namespace quill {

@@ -10,6 +10,7 @@
 #include <set>
 
 #include "res/Menus.h"
+#include "support/Paths.h"
 
 namespace quill {
 namespace {

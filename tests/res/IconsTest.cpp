@@ -9,6 +9,8 @@
 #include <iterator>
 #include <regex>
 
+#include "support/Paths.h"
+
 namespace quill {
 namespace {
 

@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include "base/CodePage1252.h"
+#include "support/Paths.h"
 #include "support/ScriptText.h"
 #include "text/parse/LineStateCache.h"
 

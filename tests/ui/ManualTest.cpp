@@ -18,6 +18,7 @@
 #include "intel/ui/ManualWindow.h"
 #include "shell/ui/DockBars.h"
 #include "shell/ui/QuillView.h"
+#include "support/Paths.h"
 #include "ui/ShellFixture.h"
 
 namespace quill {

@@ -15,6 +15,7 @@
 #include "shell/ui/QuillDoc.h"
 #include "shell/ui/QuillView.h"
 #include "shell/ui/Workspace.h"
+#include "support/Paths.h"
 
 namespace quill {
 namespace {
