@@ -101,7 +101,7 @@ void CMainFrame::BuildParts() {
   m_recent = std::make_unique<RecentFiles>(m_services.Profile());
   m_recent->Load();
   auto* viewSettings = new ViewSettingsControl(m_services, *workspace, this);
-  auto* status = new CStatusBar(this);
+  auto* status = new StatusBar(this);
   setStatusBar(status);
   auto* timers = new TimerService(this);
   m_bars = std::make_unique<DockBars>(*this, *router);

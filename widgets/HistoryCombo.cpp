@@ -12,8 +12,8 @@ constexpr int kShortest = 24;  ///< characters that the box has room for at leas
 
 }  // namespace
 
-CHistoryCombo::CHistoryCombo(const AppProfile& profile, const ProfileHistory& history, Holds holds,
-                             QWidget* parent)
+HistoryCombo::HistoryCombo(const AppProfile& profile, const ProfileHistory& history, Holds holds,
+                           QWidget* parent)
     : QComboBox(parent),
       m_holds(holds),
       m_history(profile, std::string(history.section), std::string(history.prefix)) {
@@ -26,17 +26,17 @@ CHistoryCombo::CHistoryCombo(const AppProfile& profile, const ProfileHistory& hi
   if (holds == Holds::kScriptText) setValidator(new CodePageValidator(this));
 }
 
-void CHistoryCombo::LoadEntries() {
+void HistoryCombo::LoadEntries() {
   m_history.Load();
   ListEntries();
 }
 
-void CHistoryCombo::SaveText() {
+void HistoryCombo::SaveText() {
   m_history.Save(Text());
   ListEntries();
 }
 
-void CHistoryCombo::ListEntries() {
+void HistoryCombo::ListEntries() {
   const QString text = currentText();
   const QSignalBlocker blocker(this);
   clear();
@@ -45,25 +45,25 @@ void CHistoryCombo::ListEntries() {
   ShowText(text);
 }
 
-QString CHistoryCombo::Shown(const std::string& text) const {
+QString HistoryCombo::Shown(const std::string& text) const {
   return m_holds == Holds::kPath ? FromBytes(text) : FromCodePage(text);
 }
 
-std::string CHistoryCombo::Text() const {
+std::string HistoryCombo::Text() const {
   return m_holds == Holds::kPath ? ToBytes(currentText()) : ToCodePage(currentText()).value_or("");
 }
 
-void CHistoryCombo::SetText(const std::string& text) {
+void HistoryCombo::SetText(const std::string& text) {
   ShowText(Shown(text));
 }
 
 /// The arrow keys go on from the entry with that text, or from before the first one.
-void CHistoryCombo::ShowText(const QString& text) {
+void HistoryCombo::ShowText(const QString& text) {
   setCurrentIndex(findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
   setEditText(text);
 }
 
-void CHistoryCombo::FocusText() {
+void HistoryCombo::FocusText() {
   setFocus(Qt::OtherFocusReason);
   lineEdit()->selectAll();
 }

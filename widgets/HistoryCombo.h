@@ -9,7 +9,7 @@ namespace quill {
 
 /// An editable box that offers past entries and keeps them, with its last text, in the application
 /// profile.
-class CHistoryCombo : public QComboBox {
+class HistoryCombo : public QComboBox {
   Q_OBJECT
 
  public:
@@ -19,7 +19,7 @@ class CHistoryCombo : public QComboBox {
     kPath,
   };
 
-  CHistoryCombo(const AppProfile& profile, const ProfileHistory& history, Holds holds, QWidget* parent);
+  HistoryCombo(const AppProfile& profile, const ProfileHistory& history, Holds holds, QWidget* parent);
 
   /// Reads the entries; the text stays what it is.
   void LoadEntries();

@@ -65,7 +65,7 @@ CEditReplaceDlg::~CEditReplaceDlg() = default;
 
 void CEditReplaceDlg::BuildControls() {
   const ProfileHistory history{profile::kReplaceWith.section, profile::kReplaceWith.name};
-  m_with = new CHistoryCombo(Profile(), history, CHistoryCombo::Holds::kScriptText, this);
+  m_with = new HistoryCombo(Profile(), history, HistoryCombo::Holds::kScriptText, this);
   auto* label = new QLabel(UiText(StringId::kReplaceWith), this);
   label->setBuddy(m_with);
   Fields().addWidget(label, 1, 0);

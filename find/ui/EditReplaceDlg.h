@@ -42,7 +42,7 @@ class CEditReplaceDlg : public SearchDialog {
   ReplaceRequest ReplacementRequest() const;
   bool InBlock() const;
 
-  CHistoryCombo* m_with;
+  HistoryCombo* m_with;
   QRadioButton* m_selection;
   QRadioButton* m_wholeFile;
   QPushButton* m_replace;

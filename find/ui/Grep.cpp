@@ -52,10 +52,9 @@ void CGrep::Build() {
     made->setBuddy(buddy);
     return made;
   };
-  m_directory =
-      new CHistoryCombo(m_host.profile, profile::kGrepDirectories, CHistoryCombo::Holds::kPath, this);
+  m_directory = new HistoryCombo(m_host.profile, profile::kGrepDirectories, HistoryCombo::Holds::kPath, this);
   m_browse = new QPushButton(UiText(StringId::kBrowseButton), this);
-  m_text = new CHistoryCombo(m_host.profile, profile::kTextsToFind, CHistoryCombo::Holds::kScriptText, this);
+  m_text = new HistoryCombo(m_host.profile, profile::kTextsToFind, HistoryCombo::Holds::kScriptText, this);
   m_search = new QPushButton(UiText(StringId::kGrepSearch), this);
   m_results = new QListView(this);
   m_model = new GrepResultModel(this);
@@ -92,7 +91,7 @@ void CGrep::Build() {
 }
 
 void CGrep::Connect() {
-  for (CHistoryCombo* combo : {m_directory, m_text}) {
+  for (HistoryCombo* combo : {m_directory, m_text}) {
     connect(combo, &QComboBox::editTextChanged, this, &CGrep::UpdateButtons);
   }
   connect(m_browse, &QPushButton::clicked, this, &CGrep::Browse);

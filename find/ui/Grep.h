@@ -13,7 +13,7 @@ class QPushButton;
 
 namespace quill {
 
-class CHistoryCombo;
+class HistoryCombo;
 class GrepResultModel;
 struct GrepTotals;
 
@@ -55,8 +55,8 @@ class CGrep : public QDialog {
   void SavePlace();
 
   GrepHost m_host;
-  CHistoryCombo* m_directory;
-  CHistoryCombo* m_text;
+  HistoryCombo* m_directory;
+  HistoryCombo* m_text;
   QPushButton* m_browse;
   QPushButton* m_search;
   QPushButton* m_close;

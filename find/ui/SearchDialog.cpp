@@ -70,7 +70,7 @@ void SearchDialog::Build() {
   whole->setSizeConstraint(QLayout::SetFixedSize);
 
   const ProfileHistory history{m_stored.what.section, m_stored.what.name};
-  m_what = new CHistoryCombo(m_host.profile, history, CHistoryCombo::Holds::kScriptText, this);
+  m_what = new HistoryCombo(m_host.profile, history, HistoryCombo::Holds::kScriptText, this);
   auto* label = new QLabel(UiText(StringId::kFindWhat), this);
   label->setBuddy(m_what);
   m_fields->addWidget(label, 0, 0);

@@ -19,7 +19,7 @@ class QPushButton;
 namespace quill {
 
 class CCrystalTextView;
-class CHistoryCombo;
+class HistoryCombo;
 
 /// Moves a window aside when it covers what is selected in the view.
 void KeepSelectionClear(QWidget& window, const CCrystalTextView& view);
@@ -88,7 +88,7 @@ class SearchDialog : public QDialog {
 
   FindHost m_host;
   Stored m_stored;
-  CHistoryCombo* m_what;
+  HistoryCombo* m_what;
   QCheckBox* m_matchCase;
   QCheckBox* m_wholeWord;
   QGridLayout* m_fields;

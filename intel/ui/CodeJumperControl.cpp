@@ -138,7 +138,7 @@ bool CodeJumperControl::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void RegisterOutlineCommands(const ShellParts& parts) {
-  CDockBar* bar = parts.bars.Bar(CommandId::kViewCodeJumper);
+  DockBar* bar = parts.bars.Bar(CommandId::kViewCodeJumper);
   auto* pane = new CodeJumperPane(bar);
   bar->SetContents(pane);
   auto* control = new CodeJumperControl(parts, *pane, &parts.window);

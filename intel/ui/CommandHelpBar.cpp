@@ -22,7 +22,7 @@ void ShowCommandAtCaret(CHTMLCtrl& pane, const CommandDatabase& commands, const 
 }  // namespace
 
 void RegisterCommandHelp(const ShellParts& parts) {
-  CDockBar* bar = parts.bars.Bar(CommandId::kViewCommandHelp);
+  DockBar* bar = parts.bars.Bar(CommandId::kViewCommandHelp);
   auto* pane = new CHTMLCtrl(parts.commands, bar);
   bar->SetContents(pane);
   QObject::connect(&parts.workspace, &Workspace::WindowAdded, pane,

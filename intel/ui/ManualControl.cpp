@@ -25,7 +25,7 @@ ManualControl::~ManualControl() {
   if (m_window) m_window->close();
 }
 
-CManualWindow* ManualControl::Window() {
+ManualWindow* ManualControl::Window() {
   if (m_window) return m_window.get();
   std::unique_ptr<ManualBook> book = ManualBook::Open(FromBytes(m_parts.services.programFolder));
   if (book == nullptr) {
@@ -33,12 +33,12 @@ CManualWindow* ManualControl::Window() {
         FormatText(StringId::kManualMissing, {manual::kCollectionName, manual::kCompiledName}));
     return nullptr;
   }
-  m_window = std::make_unique<CManualWindow>(std::move(book), m_parts.services.Profile());
+  m_window = std::make_unique<ManualWindow>(std::move(book), m_parts.services.Profile());
   return m_window.get();
 }
 
 void ManualControl::OpenTopic(const std::string& topic) {
-  if (CManualWindow* window = Window()) window->Open(topic);
+  if (ManualWindow* window = Window()) window->Open(topic);
 }
 
 std::string ManualControl::TopicAtCaret() {
@@ -55,7 +55,7 @@ void ManualControl::OpenAtCaret() {
   // Opening the book may show a message, which takes the focus.
   const auto* help = qobject_cast<CHTMLCtrl*>(QApplication::focusWidget());
   const int32_t command = help == nullptr ? -1 : help->ShownCommand();
-  CManualWindow* window = Window();
+  ManualWindow* window = Window();
   if (window == nullptr) return;
   window->Open(command < 0 ? TopicAtCaret() : cp1252::ToLower(m_parts.commands.GetCommandName(command)));
 }

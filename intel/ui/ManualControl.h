@@ -5,7 +5,7 @@
 
 namespace quill {
 
-class CManualWindow;
+class ManualWindow;
 struct AppServices;
 struct ShellParts;
 
@@ -23,11 +23,11 @@ class ManualControl : public QObject {
   void OpenTopic(const std::string& topic);
 
  private:
-  CManualWindow* Window();
+  ManualWindow* Window();
   std::string TopicAtCaret();
 
   const ShellParts& m_parts;
-  std::unique_ptr<CManualWindow> m_window;
+  std::unique_ptr<ManualWindow> m_window;
 };
 
 }  // namespace quill

@@ -35,7 +35,7 @@ std::string PlaceSection() {
 
 }  // namespace
 
-CManualWindow::CManualWindow(std::unique_ptr<ManualBook> book, const AppProfile& profile)
+ManualWindow::ManualWindow(std::unique_ptr<ManualBook> book, const AppProfile& profile)
     : m_book(std::move(book)),
       m_profile(profile),
       m_splitter(new QSplitter(this)),
@@ -45,7 +45,7 @@ CManualWindow::CManualWindow(std::unique_ptr<ManualBook> book, const AppProfile&
       m_search(new ManualSearchPane(*m_book, this)),
       m_page(new ManualPage(*m_book, this)),
       m_findBar(new ManualFindBar(*m_page, this)) {
-  setObjectName("CManualWindow");
+  setObjectName("ManualWindow");
   setWindowIcon(LoadIcon("help"));
   // The program ends with its main window.
   setAttribute(Qt::WA_QuitOnClose, false);
@@ -57,12 +57,12 @@ CManualWindow::CManualWindow(std::unique_ptr<ManualBook> book, const AppProfile&
   RestorePlace();
 }
 
-CManualWindow::~CManualWindow() {
+ManualWindow::~ManualWindow() {
   // Its models belong to the book.
   delete takeCentralWidget();
 }
 
-void CManualWindow::BuildSide() {
+void ManualWindow::BuildSide() {
   m_contents->setFrameShape(QFrame::NoFrame);
   m_contents->setUniformRowHeights(true);
   m_contents->setItemDelegate(new RoomyDelegate(m_contents));
@@ -71,7 +71,7 @@ void CManualWindow::BuildSide() {
   m_side->addTab(m_index, UiText(StringId::kManualIndex));
   m_side->addTab(m_search, UiText(StringId::kManualSearch));
   m_side->setMinimumWidth(kLeastSideWidth);
-  connect(m_side, &QTabWidget::currentChanged, this, &CManualWindow::FocusSide);
+  connect(m_side, &QTabWidget::currentChanged, this, &ManualWindow::FocusSide);
   const auto open = [this](const QModelIndex& index) {
     const QHelpContentItem* item = m_book->Engine().contentModel()->contentItemAt(index);
     if (item != nullptr) m_page->setSource(item->url());
@@ -90,7 +90,7 @@ void CManualWindow::BuildSide() {
   m_splitter->addWidget(m_side);
 }
 
-void CManualWindow::BuildPage() {
+void ManualWindow::BuildPage() {
   auto* side = new QWidget(this);
   auto* column = new QVBoxLayout(side);
   column->setContentsMargins(0, 0, 0, 0);
@@ -100,10 +100,10 @@ void CManualWindow::BuildPage() {
   m_splitter->addWidget(side);
   m_splitter->setStretchFactor(1, 1);
   m_splitter->setChildrenCollapsible(false);
-  connect(m_page, &QTextBrowser::sourceChanged, this, &CManualWindow::OnPageChanged);
+  connect(m_page, &QTextBrowser::sourceChanged, this, &ManualWindow::OnPageChanged);
 }
 
-void CManualWindow::BuildToolBar() {
+void ManualWindow::BuildToolBar() {
   auto* bar = addToolBar(UiText(StringId::kManualToolBar));
   bar->setMovable(false);
   bar->setIconSize(QSize(kToolIconSize, kToolIconSize));
@@ -137,7 +137,7 @@ void CManualWindow::BuildToolBar() {
   connect(m_page, &QTextBrowser::forwardAvailable, forward, &QAction::setEnabled);
 }
 
-void CManualWindow::AddKeys() {
+void ManualWindow::AddKeys() {
   const auto add = [this](const char* key, auto run) {
     connect(new QShortcut(QKeySequence(key), this), &QShortcut::activated, this, run);
   };
@@ -147,7 +147,7 @@ void CManualWindow::AddKeys() {
   add("F6", [this] { m_page->hasFocus() ? FocusSide() : m_page->setFocus(); });
 }
 
-void CManualWindow::Open(const std::string& topic) {
+void ManualWindow::Open(const std::string& topic) {
   setWindowState(windowState() & ~Qt::WindowMinimized);
   // First: where a page is scrolled to depends on the width of its lines.
   show();
@@ -157,7 +157,7 @@ void CManualWindow::Open(const std::string& topic) {
   m_page->setFocus();
 }
 
-void CManualWindow::OnPageChanged(const QUrl& url) {
+void ManualWindow::OnPageChanged(const QUrl& url) {
   const bool isNamed = !m_page->documentTitle().isEmpty() && url != ManualBook::StartPage();
   setWindowTitle(isNamed ? UiText(StringId::kManualPageTitle, {m_page->documentTitle()})
                          : UiText(StringId::kManualTitle));
@@ -167,7 +167,7 @@ void CManualWindow::OnPageChanged(const QUrl& url) {
   m_contents->scrollTo(index);
 }
 
-void CManualWindow::FocusSide() {
+void ManualWindow::FocusSide() {
   QWidget* pane = m_side->currentWidget();
   if (pane == m_index) return m_index->FocusField();
   if (pane == m_search) return m_search->FocusField();
@@ -176,7 +176,7 @@ void CManualWindow::FocusSide() {
 
 // Place
 
-void CManualWindow::RestorePlace() {
+void ManualWindow::RestorePlace() {
   const auto kept = m_profile.ReadBinary(PlaceSection(), profile::kChildPlacementName);
   if (frame_geometry::Restore(*this, kept.value_or(std::string()), kUsualSize))
     setWindowState(windowState() | Qt::WindowMaximized);
@@ -185,7 +185,7 @@ void CManualWindow::RestorePlace() {
   m_page->SetZoom(ReadInt(m_profile, profile::kManualZoom));
 }
 
-void CManualWindow::SavePlace() {
+void ManualWindow::SavePlace() {
   SettingsTransaction transaction(m_profile.Store());
   m_profile.WriteBinary(PlaceSection(), profile::kChildPlacementName, frame_geometry::Save(*this));
   WriteInt(m_profile, profile::kManualSideWidth, m_side->width());
@@ -193,7 +193,7 @@ void CManualWindow::SavePlace() {
   transaction.Commit();
 }
 
-void CManualWindow::closeEvent(QCloseEvent* event) {
+void ManualWindow::closeEvent(QCloseEvent* event) {
   SavePlace();
   QMainWindow::closeEvent(event);
 }

@@ -18,12 +18,12 @@ class ManualPage;
 class ManualSearchPane;
 
 /// The window of the manual: contents, index and search beside a page.
-class CManualWindow : public QMainWindow {
+class ManualWindow : public QMainWindow {
   Q_OBJECT
 
  public:
-  CManualWindow(std::unique_ptr<ManualBook> book, const AppProfile& profile);
-  ~CManualWindow() override;
+  ManualWindow(std::unique_ptr<ManualBook> book, const AppProfile& profile);
+  ~ManualWindow() override;
 
   const ManualBook& Book() const { return *m_book; }
   ManualPage& Page() { return *m_page; }

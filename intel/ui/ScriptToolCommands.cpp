@@ -3,7 +3,7 @@
 #include <QPointer>
 #include <QRegularExpression>
 
-#include "intel/ui/ToDoDlg.h"
+#include "intel/ui/ToDoDialog.h"
 #include "intel/ui/VariableDlg.h"
 #include "intel/writing/ScriptTools.h"
 #include "res/ui/UiText.h"
@@ -51,7 +51,7 @@ void InsertVariable(const ShellParts& parts, CQuillView& view, std::string& type
 }
 
 void ShowToDoList(const ShellParts& parts) {
-  auto* dialog = new CToDoDlg(parts.services.programFolder, parts.services.Profile(), &parts.window);
+  auto* dialog = new ToDoDialog(parts.services.programFolder, parts.services.Profile(), &parts.window);
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->open();
 }

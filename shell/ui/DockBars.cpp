@@ -19,7 +19,7 @@ constexpr int kLayoutVersion = 1;
 
 }  // namespace
 
-CDockBar::CDockBar(StringId title, StringId emptyText, QWidget* parent) : QDockWidget(UiText(title), parent) {
+DockBar::DockBar(StringId title, StringId emptyText, QWidget* parent) : QDockWidget(UiText(title), parent) {
   setObjectName(UiText(title));
   setAllowedAreas(Qt::AllDockWidgetAreas);
   auto* label = new QLabel(UiText(emptyText), this);
@@ -61,8 +61,8 @@ void DockBars::AddToolBars() {
   }
 }
 
-CDockBar& DockBars::AddBar(CommandId toggle, StringId title, StringId emptyText, Qt::DockWidgetArea area) {
-  auto* bar = new CDockBar(title, emptyText, &m_window);
+DockBar& DockBars::AddBar(CommandId toggle, StringId title, StringId emptyText, Qt::DockWidgetArea area) {
+  auto* bar = new DockBar(title, emptyText, &m_window);
   m_window.addDockWidget(area, bar);
   RegisterToggle(toggle, *bar);
   m_bars.emplace(toggle, bar);
@@ -75,7 +75,7 @@ void DockBars::RegisterToggle(CommandId toggle, QWidget& bar) {
       [&bar] { return CommandState::Checked(!bar.isHidden()); });
 }
 
-CDockBar* DockBars::Bar(CommandId toggle) const {
+DockBar* DockBars::Bar(CommandId toggle) const {
   const auto found = m_bars.find(toggle);
   return found == m_bars.end() ? nullptr : found->second;
 }

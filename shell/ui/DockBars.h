@@ -15,9 +15,9 @@ class CommandRouter;
 
 /// A bar that docks at any side of the main window, floats or hides. Until it is given contents it says
 /// what it is for.
-class CDockBar : public QDockWidget {
+class DockBar : public QDockWidget {
  public:
-  CDockBar(StringId title, StringId emptyText, QWidget* parent);
+  DockBar(StringId title, StringId emptyText, QWidget* parent);
 
   /// Takes the widget over.
   void SetContents(QWidget* contents) { setWidget(contents); }
@@ -31,9 +31,9 @@ class DockBars {
 
   /// The four toolbars of the table, side by side in one row.
   void AddToolBars();
-  CDockBar& AddBar(CommandId toggle, StringId title, StringId emptyText, Qt::DockWidgetArea area);
+  DockBar& AddBar(CommandId toggle, StringId title, StringId emptyText, Qt::DockWidgetArea area);
   /// Null for a command that shows no bar.
-  CDockBar* Bar(CommandId toggle) const;
+  DockBar* Bar(CommandId toggle) const;
   const std::vector<QToolBar*>& ToolBarWidgets() const { return m_toolBars; }
 
   QByteArray SaveLayout() const;
@@ -46,7 +46,7 @@ class DockBars {
   QMainWindow& m_window;
   CommandRouter& m_router;
   std::vector<QToolBar*> m_toolBars;
-  std::map<CommandId, CDockBar*> m_bars;
+  std::map<CommandId, DockBar*> m_bars;
 };
 
 }  // namespace quill

@@ -12,7 +12,7 @@
 #include "shell/ui/QuillView.h"
 #include "shell/ui/ShellParts.h"
 #include "shell/ui/Workspace.h"
-#include "text/ui/PageSetupDlg.h"
+#include "text/ui/PageSetupDialog.h"
 #include "text/ui/PrintJob.h"
 
 namespace quill {
@@ -57,7 +57,7 @@ void PrintToPdf(const ShellParts& parts) {
 }
 
 void SetUpPage(const ShellParts& parts) {
-  CPageSetupDlg dialog(ReadMargins(parts.services.Profile()), &parts.window);
+  PageSetupDialog dialog(ReadMargins(parts.services.Profile()), &parts.window);
   if (dialog.exec() == QDialog::Accepted) WriteMargins(parts.services.Profile(), dialog.Margins());
 }
 

@@ -5,7 +5,7 @@ class QMainWindow;
 namespace quill {
 
 class ActiveScript;
-class CStatusBar;
+class StatusBar;
 class CommandDatabase;
 class CommandRouter;
 class Documents;
@@ -28,7 +28,7 @@ struct ShellParts {
   ViewSettingsControl& viewSettings;
   DockBars& bars;
   RecentFiles& recentFiles;
-  CStatusBar& statusBar;
+  StatusBar& statusBar;
   TimerService& timers;
   ActiveScript& script;
   const CommandDatabase& commands;  ///< filled before the first document opens

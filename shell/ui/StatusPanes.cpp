@@ -66,7 +66,7 @@ void StatusPane::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
 }
 
-CStatusBar::CStatusBar(QWidget* parent) : QStatusBar(parent) {
+StatusBar::StatusBar(QWidget* parent) : QStatusBar(parent) {
   m_ready = new QLabel(UiText(StringId::kReady), this);
   m_ready->setContentsMargins(4, 0, 0, 0);
   addWidget(m_ready, 1);
@@ -80,17 +80,17 @@ CStatusBar::CStatusBar(QWidget* parent) : QStatusBar(parent) {
   ShowMatches({});
 }
 
-void CStatusBar::Tell(const QString& text) {
+void StatusBar::Tell(const QString& text) {
   showMessage(text, kMessageTime);
 }
 
-StatusPane* CStatusBar::AddPane(const QString& widest) {
+StatusPane* StatusBar::AddPane(const QString& widest) {
   auto* pane = new StatusPane(widest, this);
   addPermanentWidget(pane);
   return pane;
 }
 
-void CStatusBar::Show(const StatusFacts* facts) {
+void StatusBar::Show(const StatusFacts* facts) {
   m_lineEnd->setEnabled(facts != nullptr);
   if (facts == nullptr) {
     for (StatusPane* pane : {m_caret, m_lineEnd, m_insert, m_readOnly, m_zoom}) pane->SetText({});
@@ -104,12 +104,12 @@ void CStatusBar::Show(const StatusFacts* facts) {
   m_zoom->SetText(UiText(StringId::kZoomPane, {QString::number(facts->zoom)}));
 }
 
-void CStatusBar::ShowMatches(const QString& text) {
+void StatusBar::ShowMatches(const QString& text) {
   m_matches->SetText(text);
   m_matches->setVisible(!text.isEmpty());
 }
 
-QStringList CStatusBar::PaneTexts() const {
+QStringList StatusBar::PaneTexts() const {
   QStringList texts;
   for (StatusPane* pane : {m_caret, m_lineEnd, m_insert, m_readOnly, m_zoom}) texts << pane->Text();
   return texts;

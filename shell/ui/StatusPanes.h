@@ -39,9 +39,9 @@ struct StatusFacts {
 };
 
 /// The status bar: messages at the left, panes at the right.
-class CStatusBar : public QStatusBar {
+class StatusBar : public QStatusBar {
  public:
-  explicit CStatusBar(QWidget* parent = nullptr);
+  explicit StatusBar(QWidget* parent = nullptr);
 
   /// Shows a sentence for a few seconds.
   void Tell(const QString& text);

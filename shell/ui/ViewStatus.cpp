@@ -9,7 +9,7 @@
 
 namespace quill {
 
-ViewStatus::ViewStatus(Workspace& workspace, CStatusBar& bar, CommandRouter& router, QObject* parent)
+ViewStatus::ViewStatus(Workspace& workspace, StatusBar& bar, CommandRouter& router, QObject* parent)
     : QObject(parent), m_workspace(workspace), m_bar(bar), m_router(router) {
   connect(&workspace, &Workspace::ActiveFrameChanged, this, &ViewStatus::Follow);
 }

@@ -5,7 +5,7 @@
 namespace quill {
 
 class CChildFrame;
-class CStatusBar;
+class StatusBar;
 class CommandRouter;
 class Workspace;
 
@@ -14,7 +14,7 @@ class ViewStatus : public QObject {
   Q_OBJECT
 
  public:
-  ViewStatus(Workspace& workspace, CStatusBar& bar, CommandRouter& router, QObject* parent);
+  ViewStatus(Workspace& workspace, StatusBar& bar, CommandRouter& router, QObject* parent);
 
   void Update();
 
@@ -22,7 +22,7 @@ class ViewStatus : public QObject {
   void Follow(CChildFrame* frame);
 
   Workspace& m_workspace;
-  CStatusBar& m_bar;
+  StatusBar& m_bar;
   CommandRouter& m_router;
   QPointer<QObject> m_connections;  ///< context of the connections to the active view
 };

@@ -11,7 +11,7 @@ namespace {
 
 class Layout : public ShellFixture {
  protected:
-  CDockBar& Jumper() { return *Parts().bars.Bar(CommandId::kViewCodeJumper); }
+  DockBar& Jumper() { return *Parts().bars.Bar(CommandId::kViewCodeJumper); }
 };
 
 TEST_F(Layout, BarsHideMoveAndFloatAndAreSoAgainInTheNextRun) {

@@ -38,13 +38,13 @@ class ManualInProgram : public ShellFixture {
     }
   }
 
-  static CManualWindow* FindWindow() {
+  static ManualWindow* FindWindow() {
     for (QWidget* widget : QApplication::topLevelWidgets()) {
-      if (auto* window = qobject_cast<CManualWindow*>(widget)) return window;
+      if (auto* window = qobject_cast<ManualWindow*>(widget)) return window;
     }
     return nullptr;
   }
-  static CManualWindow& Window() { return *FindWindow(); }
+  static ManualWindow& Window() { return *FindWindow(); }
   static ManualPage& Page() { return Window().Page(); }
   /// "page.html#anchor" as shown.
   static std::string Shown() {
@@ -90,7 +90,7 @@ TEST_F(ManualInProgram, OpensAtTheWordUnderTheCaret) {
   }
   const auto windows = QApplication::topLevelWidgets();
   EXPECT_EQ(
-      std::ranges::count_if(windows, [](QWidget* w) { return qobject_cast<CManualWindow*>(w) != nullptr; }),
+      std::ranges::count_if(windows, [](QWidget* w) { return qobject_cast<ManualWindow*>(w) != nullptr; }),
       1);
   OpenAt("camera.fov = 3;", 9);
   ASSERT_EQ(Page().extraSelections().size(), 1);

@@ -9,11 +9,11 @@ class QDoubleSpinBox;
 namespace quill {
 
 /// Asks for the margins of printed pages. Paper and orientation are shown but belong to the printer.
-class CPageSetupDlg : public QDialog {
+class PageSetupDialog : public QDialog {
   Q_OBJECT
 
  public:
-  explicit CPageSetupDlg(const PageMargins& margins, QWidget* parent = nullptr);
+  explicit PageSetupDialog(const PageMargins& margins, QWidget* parent = nullptr);
 
   /// As edited.
   PageMargins Margins() const;

@@ -10,11 +10,11 @@ namespace quill {
 class PlainTextField;
 
 /// Shows the to-do list and lets the user edit it; OK keeps it.
-class CToDoDlg : public QDialog {
+class ToDoDialog : public QDialog {
   Q_OBJECT
 
  public:
-  CToDoDlg(const std::string& programFolder, AppProfile profile, QWidget* parent = nullptr);
+  ToDoDialog(const std::string& programFolder, AppProfile profile, QWidget* parent = nullptr);
 
   void accept() override;
   void done(int result) override;

@@ -1,4 +1,4 @@
-#include "intel/ui/ToDoDlg.h"
+#include "intel/ui/ToDoDialog.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -22,7 +22,7 @@ std::string PlaceSection() {
 
 }  // namespace
 
-CToDoDlg::CToDoDlg(const std::string& programFolder, AppProfile profile, QWidget* parent)
+ToDoDialog::ToDoDialog(const std::string& programFolder, AppProfile profile, QWidget* parent)
     : QDialog(parent), m_list(programFolder), m_profile(profile), m_field(new PlainTextField(this)) {
   setWindowTitle(UiText(StringId::kToDoTitle));
   setSizeGripEnabled(true);
@@ -35,7 +35,7 @@ CToDoDlg::CToDoDlg(const std::string& programFolder, AppProfile profile, QWidget
   QApplication::restoreOverrideCursor();
 }
 
-void CToDoDlg::Build() {
+void ToDoDialog::Build() {
   auto* hint = new QLabel(this);
   hint->setWordWrap(true);
   // Tab is a character of the list: these have keys of their own.
@@ -59,7 +59,7 @@ void CToDoDlg::Build() {
 }
 
 /// A file that cannot be written stays as it was, and nothing is said about it.
-void CToDoDlg::accept() {
+void ToDoDialog::accept() {
   QApplication::setOverrideCursor(Qt::WaitCursor);
   const IoResult ignored = m_list.Save(m_field->Text());
   static_cast<void>(ignored);
@@ -67,7 +67,7 @@ void CToDoDlg::accept() {
   QDialog::accept();
 }
 
-void CToDoDlg::done(int result) {
+void ToDoDialog::done(int result) {
   m_profile.WriteBinary(PlaceSection(), profile::kChildPlacementName, frame_geometry::Save(*this));
   QDialog::done(result);
   if (parentWidget() != nullptr) parentWidget()->activateWindow();

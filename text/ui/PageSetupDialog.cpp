@@ -1,4 +1,4 @@
-#include "text/ui/PageSetupDlg.h"
+#include "text/ui/PageSetupDialog.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -18,7 +18,7 @@ constexpr double kLargestMargin = 100.0;  ///< millimetres
 
 }  // namespace
 
-CPageSetupDlg::CPageSetupDlg(const PageMargins& margins, QWidget* parent) : QDialog(parent) {
+PageSetupDialog::PageSetupDialog(const PageMargins& margins, QWidget* parent) : QDialog(parent) {
   setWindowTitle(tr("Page Setup"));
   auto* paperBox = new QGroupBox(tr("Paper"), this);
   auto* paperForm = new QFormLayout(paperBox);
@@ -58,7 +58,7 @@ CPageSetupDlg::CPageSetupDlg(const PageMargins& margins, QWidget* parent) : QDia
   m_fields[0]->selectAll();
 }
 
-PageMargins CPageSetupDlg::Margins() const {
+PageMargins PageSetupDialog::Margins() const {
   const auto value = [this](size_t i) {
     return static_cast<int32_t>(std::lround(m_fields[i]->value() * kHundredthsPerMillimetre));
   };
