@@ -7,16 +7,19 @@
 #include <QMimeData>
 #include <QTimer>
 #include <QUrl>
+#include <algorithm>
 #include <cstdlib>
+#include <ranges>
 
-#include "intel/ui/ActiveScript.h"
 #include "res/Strings.h"
 #include "res/ui/UiText.h"
 #include "settings/Settings.h"
 #include "shell/CommandLine.h"
 #include "shell/FrameTitle.h"
 #include "shell/KeyBindings.h"
+#include "shell/OpenProject.h"
 #include "shell/RecentFiles.h"
+#include "shell/ui/ActiveView.h"
 #include "shell/ui/AppServices.h"
 #include "shell/ui/ChildFrame.h"
 #include "shell/ui/CommandRouter.h"
@@ -41,14 +44,6 @@ namespace {
 
 constexpr int kMillisecondsAMinute = 60000;
 
-/// Every group of commands; a new group gets a line here.
-constexpr RegisterCommands kCommandGroups[] = {
-    RegisterFileCommands, RegisterPrintCommands,   RegisterEditCommands,     RegisterLineCommands,
-    RegisterFindCommands, RegisterViewCommands,    RegisterBookmarkCommands, RegisterWindowCommands,
-    RegisterHelpCommands, RegisterOutlineCommands, RegisterCommandHelp,      RegisterScriptTools,
-    RegisterTemplates,    RegisterManual,          RegisterWritingCommands,
-};
-
 DocumentServices ServicesOfDocuments(AppServices& services) {
   DocumentServices result;
   result.marks = &services.marks;
@@ -57,19 +52,16 @@ DocumentServices ServicesOfDocuments(AppServices& services) {
   return result;
 }
 
-template <typename Hook>
-void Call(const Hook& hook) {
-  if (hook) hook();
-}
-
 }  // namespace
 
-CMainFrame::CMainFrame(AppServices& services) : m_services(services) {
+CMainFrame::CMainFrame(AppServices& services, FeatureFactory makeFeatures)
+    : m_services(services), m_makeFeatures(std::move(makeFeatures)) {
   setObjectName("CMainFrame");
 }
 
 CMainFrame::~CMainFrame() {
-  if (m_parts != nullptr) m_parts->workspace.disconnect(this);  // no title is wanted any more
+  if (m_parts != nullptr) m_parts->active.disconnect(this);  // no title is wanted any more
+  m_features.Clear();
   // The views go before the documents whose text they show.
   delete takeCentralWidget();
 }
@@ -85,7 +77,7 @@ CMainFrame::Created CMainFrame::Create() {
   BuildBars();
   Connect();
   if (const Created loaded = LoadDatabases(); loaded != Created::kYes) return loaded;
-  for (const RegisterCommands registerGroup : kCommandGroups) registerGroup(*m_parts);
+  for (const auto& feature : m_features.list) feature->RegisterCommands(m_parts->router);
   UpdateFrameTitle();
   m_services.log.Line(Text(StringId::kLogFrameCreated));
   return Created::kYes;
@@ -105,32 +97,29 @@ void CMainFrame::BuildParts() {
   setStatusBar(status);
   auto* timers = new TimerService(this);
   m_bars = std::make_unique<DockBars>(*this, *router);
-  auto* script = new ActiveScript(m_services, *workspace, *documents, this);
-  m_parts = std::make_unique<ShellParts>(ShellParts{m_services, *this, *router, *workspace, *documents,
-                                                    *files, *viewSettings, *m_bars, *m_recent, *status,
-                                                    *timers, *script, m_commands});
-  new ViewStatus(*workspace, *status, *router, this);
+  auto* active = new ActiveView(*workspace, this);
+  new ViewStatus(*active, *status, *router, this);
+  m_parts = std::make_unique<ShellParts>(ShellParts{m_services, *this, *router, *workspace, *active,
+                                                    *documents, *files, *viewSettings, *m_bars, *m_recent,
+                                                    *status, *timers, m_commands});
+  m_features = m_makeFeatures(*m_parts);
 }
 
 void CMainFrame::BuildBars() {
   BuildMenuBar(*menuBar(), m_parts->router);
   m_bars->AddToolBars();
-  m_bars->AddBar(CommandId::kViewCommandHelp, StringId::kBarCommandHelp, StringId::kEmptyCommandHelp,
-                 Qt::BottomDockWidgetArea);
-  m_bars->AddBar(CommandId::kViewCodeJumper, StringId::kBarCodeJumper, StringId::kEmptyCodeJumper,
-                 Qt::LeftDockWidgetArea);
+  for (const auto& feature : m_features.list) feature->AddBars(*m_bars);
   setAcceptDrops(true);
 }
 
 void CMainFrame::Connect() {
-  connect(&m_parts->workspace, &Workspace::ActiveFrameChanged, this, &CMainFrame::OnActiveFrameChanged);
+  connect(&m_parts->active, &ActiveView::Changed, this, &CMainFrame::OnActiveViewChanged);
   connect(&m_parts->documents, &Documents::Created, this, &CMainFrame::OnDocumentCreated);
   connect(&m_parts->workspace, &Workspace::WindowAdded, this, [this](CChildFrame* frame) {
     AttachContextMenu(frame->View(), m_parts->router);
     // After the event that gave the focus: a question within it would take the focus away again.
     connect(&frame->View(), &CCrystalTextView::GotFocus, frame, [this, frame] {
       QTimer::singleShot(0, frame, [this, frame] {
-        Call(m_services.hooks.rebuildPluginMenu);
         if (!frame->IsClosed()) m_parts->files.CheckOnDisk(*frame);
       });
     });
@@ -140,9 +129,6 @@ void CMainFrame::Connect() {
 void CMainFrame::StartTimers() {
   TimerService& timers = m_parts->timers;
   timers.SetAction(timer_id::kDeferredStart, [this] { StartDeferred(); });
-  timers.SetAction(timer_id::kWatchRefresh, [this] {
-    if (isActiveWindow()) Call(m_services.hooks.refreshWatches);
-  });
   timers.SetAction(timer_id::kAutoSave, [this] { m_parts->files.BackUpActiveDocument(); });
   timers.Start(timer_id::kWatchRefresh, ReadInt(m_services.settings, settings::kWatchUpdate));
   timers.Start(timer_id::kAutoSave,
@@ -189,13 +175,10 @@ void CMainFrame::LoadKeys() {
 
 void CMainFrame::StartDeferred() {
   m_services.log.Line(Text(StringId::kLogStartingDebugger));
-  Call(m_services.hooks.startDebugger);
-  if (DropProgramName(m_services.commandLine).empty()) {
+  if (DropProgramName(m_services.commandLine).empty())
     m_services.log.Line(Text(StringId::kLogLoadingProject));
-    if (ReadFlag(m_services.settings, settings::kAutoProj)) Call(m_services.hooks.openPreviousProject);
-  }
   m_services.log.Line(Text(StringId::kLogLoadingPlugins));
-  Call(m_services.hooks.loadPlugins);
+  for (const auto& feature : m_features.list) feature->Started();
   m_parts->timers.Kill(timer_id::kDeferredStart);
 }
 
@@ -206,27 +189,23 @@ void CMainFrame::OnDocumentCreated(CQuillDoc* document) {
   connect(document, &CQuillDoc::PathSet, this, [this](const std::string& path) { m_recent->Add(path); });
 }
 
-void CMainFrame::OnActiveFrameChanged(CChildFrame*) {
+void CMainFrame::OnActiveViewChanged() {
   UpdateFrameTitle();
+  for (const auto& feature : m_features.list) feature->ActiveViewChanged();
+  if (CQuillView* view = m_parts->active.View()) m_parts->viewSettings.ApplyTo(*view);
 }
 
 void CMainFrame::UpdateFrameTitle() {
-  const auto& projectName = m_services.hooks.projectName;
-  const CQuillDoc* document = m_parts->workspace.ActiveDocument();
-  m_title = FromBytes(FrameTitle(projectName ? projectName() : std::string(),
+  const CQuillDoc* document = m_parts->active.Document();
+  m_title = FromBytes(FrameTitle(m_features.project == nullptr ? std::string() : m_features.project->Name(),
                                  document == nullptr ? std::string() : document->File().Path(),
                                  ReadFlag(m_services.settings, settings::kShowFullPathTitle)));
   setWindowTitle(m_title);
-  CChildFrame* frame = m_parts->workspace.ActiveFrame();
-  if (frame == m_titledFrame) return;
-  m_titledFrame = frame;
-  if (m_services.hooks.activeViewChanged) m_services.hooks.activeViewChanged(frame);
-  if (frame != nullptr) m_parts->viewSettings.ApplyTo(frame->View());
 }
 
 void CMainFrame::ApplySettingsToViews() {
   m_parts->viewSettings.ApplyToAll();
-  Call(m_services.hooks.settingsApplied);
+  for (const auto& feature : m_features.list) feature->SettingsApplied();
   m_parts->timers.Start(timer_id::kWatchRefresh, ReadInt(m_services.settings, settings::kWatchUpdate));
   UpdateFrameTitle();
   m_parts->router.RefreshAll();
@@ -272,18 +251,16 @@ void CMainFrame::closeEvent(QCloseEvent* event) {
 }
 
 void CMainFrame::ShutDown() {
-  const ShellHooks& hooks = m_services.hooks;
-  Call(hooks.saveProjectName);
-  Call(hooks.stopEngine);
+  for (const auto& feature : m_features.list | std::views::reverse) feature->AboutToClose();
   m_parts->timers.Kill(timer_id::kWatchRefresh);
   AppProfile profile = m_services.Profile();
   SettingsTransaction transaction(m_services.settings);
   WriteBinary(profile, profile::kBarPositions, m_bars->SaveLayout().toStdString());
   WriteBinary(profile, profile::kMainWndPos, frame_geometry::Save(*this));
   transaction.Commit();
-  if (hooks.engineRuns && hooks.engineRuns()) {
-    if (hooks.endProcess) hooks.endProcess(EXIT_SUCCESS);
-  }
+  const bool runsOn = std::any_of(m_features.list.begin(), m_features.list.end(),
+                                  [](const auto& feature) { return feature->CannotBeStopped(); });
+  if (runsOn && m_services.endProcess) m_services.endProcess(EXIT_SUCCESS);
 }
 
 }  // namespace quill

@@ -3,17 +3,17 @@
 #include <memory>
 #include <string>
 
+#include "app/Features.h"
+#include "app/ShellParts.h"
 #include "intel/vocabulary/CommandDatabase.h"
 #include "intel/vocabulary/KeywordDatabase.h"
-#include "shell/ui/ShellParts.h"
 
 namespace quill {
 
-class CChildFrame;
 class CQuillDoc;
 
-/// The main window: makes the objects that do the work, joins them, and passes on what happens to a
-/// window as such. Owns the databases.
+/// The main window: makes the objects that do the work, joins them, and tells the features what happens to
+/// it. Owns the databases.
 class CMainFrame : public QMainWindow {
   Q_OBJECT
 
@@ -25,7 +25,7 @@ class CMainFrame : public QMainWindow {
   };
 
   /// `services` outlives the window.
-  explicit CMainFrame(AppServices& services);
+  CMainFrame(AppServices& services, FeatureFactory makeFeatures);
   ~CMainFrame() override;
 
   /// Builds the window, starts its timers and loads the databases.
@@ -58,7 +58,7 @@ class CMainFrame : public QMainWindow {
   void Connect();
   void StartTimers();
   Created LoadDatabases();
-  void OnActiveFrameChanged(CChildFrame* frame);
+  void OnActiveViewChanged();
   void OnDocumentCreated(CQuillDoc* document);
   void ShutDown();
 
@@ -68,8 +68,9 @@ class CMainFrame : public QMainWindow {
   std::unique_ptr<RecentFiles> m_recent;
   std::unique_ptr<DockBars> m_bars;
   std::unique_ptr<ShellParts> m_parts;
+  FeatureFactory m_makeFeatures;
+  Features m_features;  ///< cleared before anything that they use goes
   QString m_title;
-  CChildFrame* m_titledFrame = nullptr;  ///< active at the last update of the title
 };
 
 }  // namespace quill

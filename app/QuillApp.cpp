@@ -23,17 +23,16 @@ std::vector<std::string> PathsOf(const CommandLine& commandLine) {
 
 }  // namespace
 
-CQuillApp::CQuillApp(AppServices& services, CommandLine commandLine)
-    : m_services(services), m_commandLine(std::move(commandLine)) {}
+CQuillApp::CQuillApp(AppServices& services, CommandLine commandLine, FeatureFactory makeFeatures)
+    : m_services(services), m_commandLine(std::move(commandLine)), m_makeFeatures(std::move(makeFeatures)) {}
 
 CQuillApp::~CQuillApp() = default;
 
 CQuillApp::Started CQuillApp::Start() {
   m_services.language = ReadText(m_services.settings, settings::kLanguage);
-  const auto& handOver = m_services.hooks.handOverToRunningCopy;
-  if (handOver && handOver(PathsOf(m_commandLine))) return Started::kHandedOver;
+  if (m_services.handOver && m_services.handOver(PathsOf(m_commandLine))) return Started::kHandedOver;
 
-  m_frame = std::make_unique<CMainFrame>(m_services);
+  m_frame = std::make_unique<CMainFrame>(m_services, m_makeFeatures);
   switch (m_frame->Create()) {
     case CMainFrame::Created::kYes:
       break;

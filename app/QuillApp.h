@@ -1,6 +1,7 @@
 #pragma once
 #include <memory>
 
+#include "app/Features.h"
 #include "shell/CommandLine.h"
 
 namespace quill {
@@ -19,7 +20,7 @@ class CQuillApp {
   };
 
   /// `services` outlives the application.
-  CQuillApp(AppServices& services, CommandLine commandLine);
+  CQuillApp(AppServices& services, CommandLine commandLine, FeatureFactory makeFeatures = MakeFeatures);
   ~CQuillApp();
 
   /// Everything up to the point where events are waited for.
@@ -32,6 +33,7 @@ class CQuillApp {
 
   AppServices& m_services;
   CommandLine m_commandLine;
+  FeatureFactory m_makeFeatures;
   std::unique_ptr<CMainFrame> m_frame;
 };
 

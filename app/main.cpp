@@ -62,8 +62,8 @@ int Run(QApplication& application, CommandLine commandLine, const std::string& p
                        .log = log,
                        .prompts = prompts,
                        .clock = SystemTime,
-                       .hooks = {}};
-  services.hooks.endProcess = [](int status) { std::_Exit(status); };
+                       .handOver = {},
+                       .endProcess = [](int status) { std::_Exit(status); }};
 
   CQuillApp quill(services, std::move(commandLine));
   switch (quill.Start()) {

@@ -36,20 +36,20 @@ const Command* Find(const Map& map, Key key) {
 }
 
 struct Missing {
-  Feature feature;
+  CommandArea area;
   StringId reason;
 };
 
-/// What is not built yet. The row of a feature leaves this table when the feature arrives.
+/// What is not built yet. The row of an area leaves this table when its feature arrives.
 // clang-format off
 constexpr Missing kMissing[] = {
-    {Feature::kProjects, StringId::kReasonProjects},
-    {Feature::kDebugging, StringId::kReasonDebugging},
-    {Feature::kWatches, StringId::kReasonWatches},
-    {Feature::kSuiteTools, StringId::kReasonSuiteTools},
-    {Feature::kPlugins, StringId::kReasonPlugins},
-    {Feature::kOptionsPages, StringId::kReasonOptions},
-    {Feature::kKeyboardPage, StringId::kReasonKeyboard},
+    {CommandArea::kProjects, StringId::kReasonProjects},
+    {CommandArea::kDebugging, StringId::kReasonDebugging},
+    {CommandArea::kWatches, StringId::kReasonWatches},
+    {CommandArea::kSuiteTools, StringId::kReasonSuiteTools},
+    {CommandArea::kPlugins, StringId::kReasonPlugins},
+    {CommandArea::kOptionsPages, StringId::kReasonOptions},
+    {CommandArea::kKeyboardPage, StringId::kReasonKeyboard},
 };
 // clang-format on
 
@@ -67,9 +67,9 @@ const Command* FindCommand(std::string_view name) {
   return Find(TheCatalogue().byName, name);
 }
 
-std::string_view UnavailableReason(Feature feature) {
+std::string_view UnavailableReason(CommandArea area) {
   for (const Missing& missing : kMissing) {
-    if (missing.feature == feature) return Text(missing.reason);
+    if (missing.area == area) return Text(missing.reason);
   }
   return {};
 }

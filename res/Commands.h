@@ -9,8 +9,8 @@
 
 namespace quill {
 
-/// Parts of the program that come one after the other; a command belongs to one of them.
-enum class Feature : uint8_t {
+/// What a command is about.
+enum class CommandArea : uint8_t {
   kCore,
   kFind,
   kFindInFiles,
@@ -47,7 +47,7 @@ struct Command {
   /// Base name of the SVG in res/icons; empty for none.
   std::string_view icon;
   bool checkable = false;
-  Feature feature = Feature::kCore;
+  CommandArea area = CommandArea::kCore;
 };
 
 /// Every command, each exactly once.
@@ -57,10 +57,10 @@ std::span<const Command> Commands();
 const Command* FindCommand(CommandId id);
 const Command* FindCommand(std::string_view name);
 
-/// Why the commands of a feature cannot be used: one sentence; empty once the feature is built.
-std::string_view UnavailableReason(Feature feature);
+/// Why the commands of an area cannot be used: one sentence; empty once it is built.
+std::string_view UnavailableReason(CommandArea area);
 inline std::string_view UnavailableReason(const Command& command) {
-  return UnavailableReason(command.feature);
+  return UnavailableReason(command.area);
 }
 
 /// The default keys of a command, empty ones left out.

@@ -4,7 +4,7 @@ namespace quill {
 namespace {
 
 using enum CommandId;
-using enum Feature;
+using enum CommandArea;
 
 // clang-format off
 constexpr Command kCommands[] = {

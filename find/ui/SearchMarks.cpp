@@ -27,7 +27,7 @@ SearchMarks::SearchMarks(CCrystalTextView& view)
       m_view(view),
       m_watch(view, {[this](const TextChange*, uint32_t hints, int32_t line) { OnTextChanged(hints, line); },
                      [this] { Hide(); }}) {
-  view.installEventFilter(this);
+  view.Input().Add(InputTurn::kMarks, *this);
   connect(&view, &CCrystalTextView::CaretMoved, this, [this] {
     if (AreShown()) Q_EMIT StatusChanged();
   });
@@ -61,9 +61,11 @@ QString SearchMarks::StatusText() const {
   return QString::fromStdString(m_counter->StatusText(m_view.Selection()));
 }
 
-bool SearchMarks::eventFilter(QObject*, QEvent* event) {
-  if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) Hide();
-  return false;
+bool SearchMarks::TakeInput(QEvent& event) {
+  if (event.type() != QEvent::KeyPress || !AreShown()) return false;
+  if (static_cast<const QKeyEvent&>(event).key() != Qt::Key_Escape) return false;
+  Hide();
+  return true;
 }
 
 void SearchMarks::timerEvent(QTimerEvent* event) {

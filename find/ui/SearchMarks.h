@@ -14,7 +14,7 @@ namespace quill {
 
 /// Marks every match of a search in a view, and counts them while the program is idle. Escape in the view
 /// takes the marks away.
-class SearchMarks : public QObject {
+class SearchMarks : public QObject, private InputTaker {
   Q_OBJECT
 
  public:
@@ -31,11 +31,11 @@ class SearchMarks : public QObject {
   void StatusChanged();
 
  protected:
-  bool eventFilter(QObject* watched, QEvent* event) override;
   void timerEvent(QTimerEvent* event) override;
 
  private:
   explicit SearchMarks(CCrystalTextView& view);
+  bool TakeInput(QEvent& event) override;
   void OnTextChanged(uint32_t hints, int32_t line);
   void FindInLine(int32_t line, ColumnRange visible, std::vector<ColumnRange>& matches) const;
 

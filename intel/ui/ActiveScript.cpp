@@ -1,41 +1,41 @@
 #include "intel/ui/ActiveScript.h"
 
 #include "settings/Settings.h"
-#include "shell/ui/AppServices.h"
-#include "shell/ui/ChildFrame.h"
+#include "shell/ui/ActiveView.h"
 #include "shell/ui/Documents.h"
 #include "shell/ui/QuillDoc.h"
-#include "shell/ui/QuillView.h"
-#include "shell/ui/Workspace.h"
 #include "text/ui/TextWatch.h"
 
 namespace quill {
 
-ActiveScript::ActiveScript(AppServices& services, Workspace& workspace, const Documents& documents,
-                           QObject* parent)
-    : QObject(parent),
-      m_services(services),
-      m_workspace(workspace),
+ActiveScript::ActiveScript(SettingsStore& settings, ActiveView& active, const Documents& documents)
+    : m_settings(settings),
+      m_active(active),
       m_documents(documents),
       m_shown(std::make_shared<ScriptFacts>()),
-      m_latest(m_shown) {
+      m_latest(m_shown),
+      m_followsText(ReadFlag(settings, settings::kAutoRefreshAtStart)) {
   m_autoRefresh.setSingleShot(true);
   connect(&m_autoRefresh, &QTimer::timeout, this, &ActiveScript::OnTimer);
-  connect(&workspace, &Workspace::ActiveFrameChanged, this, &ActiveScript::Follow);
+  connect(&active, &ActiveView::Changed, this, &ActiveScript::Follow);
 }
 
 ActiveScript::~ActiveScript() = default;
 
-void ActiveScript::Follow(CChildFrame* frame) {
+void ActiveScript::SettingsApplied() {
+  m_followsText = ReadFlag(m_settings, settings::kAutoRefresh);
+}
+
+void ActiveScript::Follow() {
   m_watch.reset();
   m_autoRefresh.stop();
-  if (frame == nullptr) return;
+  if (m_active.View() == nullptr) return;
   m_watch = std::make_unique<TextWatch>(
-      frame->View(), TextWatch::Callbacks{[this](const TextChange* change, uint32_t hints, int32_t) {
-                                            if (change != nullptr || (hints & hint::kReset) != 0)
-                                              OnTextChanged();
-                                          },
-                                          [this] { OnTextChanged(); }});
+      *m_active.View(), TextWatch::Callbacks{[this](const TextChange* change, uint32_t hints, int32_t) {
+                                               if (change != nullptr || (hints & hint::kReset) != 0)
+                                                 OnTextChanged();
+                                             },
+                                             [this] { OnTextChanged(); }});
   Refresh();
 }
 
@@ -50,17 +50,16 @@ void ActiveScript::OnTimer() {
   const qint64 left = kAutoRefreshDelay - m_sinceChange.elapsed();
   if (left > 0) {
     m_autoRefresh.start(static_cast<int>(left));
-  } else if (ReadFlag(m_services.settings, settings::kAutoRefresh)) {
+  } else if (m_followsText) {
     Refresh();
   }
 }
 
 std::shared_ptr<const ScriptFacts> ActiveScript::Read() const {
-  const CQuillView* view = m_workspace.ActiveView();
-  if (view == nullptr || !view->Model().HasText()) return m_shown;
-  SettingsStore& settings = m_services.settings;
+  const CQuillView* view = m_active.ViewWithText();
+  if (view == nullptr) return m_shown;
   ScriptReader reader;
-  if (ReadFlag(settings, settings::kLoadIncluded)) {
+  if (ReadFlag(m_settings, settings::kLoadIncluded)) {
     reader = [this](const std::string& path, size_t mostBytes) -> std::optional<std::string> {
       const CQuillDoc* open = m_documents.Find(path);
       if (open == nullptr || !open->Buffer().IsInitialised()) return ReadScriptFile(path, mostBytes);
@@ -69,7 +68,7 @@ std::shared_ptr<const ScriptFacts> ActiveScript::Read() const {
       return text;
     };
   }
-  return ReadScriptFacts(*view->Buffer(), view->FilePath(), ReadText(settings, settings::kOnlyElements),
+  return ReadScriptFacts(*view->Buffer(), view->FilePath(), ReadText(m_settings, settings::kOnlyElements),
                          reader);
 }
 
@@ -79,8 +78,8 @@ const std::shared_ptr<const ScriptFacts>& ActiveScript::Latest() {
 }
 
 void ActiveScript::Refresh() {
-  CQuillView* view = m_workspace.ActiveView();
-  if (view == nullptr || !view->Model().HasText()) return;
+  CQuillView* view = m_active.ViewWithText();
+  if (view == nullptr) return;
   m_autoRefresh.stop();
   m_shown = m_latest = Read();
   view->Functions().Clear();

@@ -5,26 +5,27 @@
 #include <memory>
 
 #include "intel/outline/ScriptFacts.h"
+#include "shell/ui/Feature.h"
 
 namespace quill {
 
-class CChildFrame;
+class ActiveView;
 class Documents;
 class TextWatch;
-class Workspace;
-struct AppServices;
+class SettingsStore;
 
 /// What is known of the active view's script. It is read when another view becomes active, on command and,
 /// while "AutoRefresh" is on, after a pause in typing; everybody who shows it follows.
-class ActiveScript : public QObject {
+class ActiveScript : public QObject, public Feature {
   Q_OBJECT
 
  public:
   static constexpr int kAutoRefreshDelay = 300;  ///< milliseconds after the last change
 
-  /// All outlive it.
-  ActiveScript(AppServices& services, Workspace& workspace, const Documents& documents, QObject* parent);
+  ActiveScript(SettingsStore& settings, ActiveView& active, const Documents& documents);
   ~ActiveScript() override;
+
+  void SettingsApplied() override;
 
   /// Reads the script anew and gives the view the names that it defines; without a view everything stays
   /// as it is.
@@ -38,17 +39,18 @@ class ActiveScript : public QObject {
   void Refreshed();
 
  private:
-  void Follow(CChildFrame* frame);
+  void Follow();
   void OnTextChanged();
   void OnTimer();
   std::shared_ptr<const ScriptFacts> Read() const;
 
-  AppServices& m_services;
-  Workspace& m_workspace;
+  SettingsStore& m_settings;
+  ActiveView& m_active;
   const Documents& m_documents;
   std::shared_ptr<const ScriptFacts> m_shown;
   std::shared_ptr<const ScriptFacts> m_latest;  ///< null when the text has changed since
   std::unique_ptr<TextWatch> m_watch;
+  bool m_followsText;  ///< "AutoRefresh"
   QTimer m_autoRefresh;
   QElapsedTimer m_sinceChange;
 };

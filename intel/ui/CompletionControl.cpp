@@ -6,9 +6,7 @@
 #include "intel/ui/ActiveScript.h"
 #include "res/ui/UiText.h"
 #include "settings/Settings.h"
-#include "shell/ui/AppServices.h"
-#include "shell/ui/StatusPanes.h"
-#include "shell/ui/ViewHandlers.h"
+#include "shell/ui/ActiveView.h"
 #include "widgets/CodePageText.h"
 #include "widgets/KeyEvents.h"
 
@@ -58,14 +56,23 @@ CCodeCompletion::Move MoveOf(int key) {
 
 }  // namespace
 
-CompletionControl::CompletionControl(const ShellParts& parts, QObject* parent)
-    : ActiveViewWatch(parts, parent), m_parts(parts) {}
+CompletionControl::CompletionControl(const Needs& needs) : m(needs) {
+  connect(&m.active, &ActiveView::Changed, this, &CompletionControl::Close);
+  connect(&m.active, &ActiveView::LostFocus, this, &CompletionControl::Close);
+  connect(&m.active, &ActiveView::BufferReplaced, this, &CompletionControl::Close);
+  connect(&m.active, &ActiveView::Typed, this, &CompletionControl::OnTyped);
+  connect(&m.active, &ActiveView::CaretMoved, this, &CompletionControl::OnCaretMoved);
+  m.active.AddTaker(InputTurn::kList, *this);
+  m.window.installEventFilter(this);
+}
 
-void CompletionControl::OnEnter(CQuillView& view) {
-  connect(&view, &CCrystalEditView::Typed, this, &CompletionControl::OnTyped);
-  connect(&view, &CCrystalTextView::CaretMoved, this, &CompletionControl::OnCaretMoved);
-  connect(&view, &CCrystalTextView::LostFocus, this, &CompletionControl::Close);
-  connect(&view, &CCrystalTextView::BufferReplaced, this, &CompletionControl::Close);
+CompletionControl::~CompletionControl() {
+  m.active.RemoveTaker(*this);
+  delete m_list;
+}
+
+CQuillView* CompletionControl::View() const {
+  return m.active.View();
 }
 
 // Opening
@@ -79,22 +86,22 @@ std::optional<CompletionRequest> CompletionControl::RequestAtCaret(CQuillView& v
 
 void CompletionControl::Open() {
   if (View() == nullptr || !View()->CanEdit()) return;
-  const std::shared_ptr<const ScriptFacts> facts = m_parts.script.Latest();
+  const std::shared_ptr<const ScriptFacts> facts = m.script.Latest();
   const auto request = RequestAtCaret(*View(), facts->outline);
   if (request && OpenAt(*View(), *request, facts)) return;
-  m_parts.statusBar.Tell(request ? UiText(StringId::kNothingToComplete, {FromCodePage(request->begun)})
-                                 : UiText(StringId::kUnknownObject));
+  Q_EMIT View()->Hint(request ? UiText(StringId::kNothingToComplete, {FromCodePage(request->begun)})
+                              : UiText(StringId::kUnknownObject));
 }
 
 void CompletionControl::OnTyped(char character) {
-  if (character != '.' || !ReadFlag(m_parts.services.settings, settings::kDotComplete)) return;
+  if (character != '.' || !ReadFlag(m.settings, settings::kDotComplete)) return;
   const TextPosition caret = View()->CaretPos();
   if (!MemberAccessAt(View()->Buffer()->Line(caret.line), caret.character)) return;
   // The object is mostly known already: reading the script anew would cost each dot more.
-  std::shared_ptr<const ScriptFacts> facts = m_parts.script.Shown();
+  std::shared_ptr<const ScriptFacts> facts = m.script.Shown();
   auto request = RequestAtCaret(*View(), facts->outline);
   if (!request) {
-    facts = m_parts.script.Latest();
+    facts = m.script.Latest();
     request = RequestAtCaret(*View(), facts->outline);
   }
   if (request && request->inCode && request->object != nullptr) OpenAt(*View(), *request, facts);
@@ -105,7 +112,7 @@ std::shared_ptr<const CompletionNames> CompletionControl::NamesFor(const Complet
   if (request.object != nullptr) return std::make_shared<const CompletionNames>(*request.object);
   const NameSet* keywords = &view.Keywords();
   if (m_names == nullptr || m_namesFacts != m_facts || m_namesKeywords != keywords) {
-    m_names = std::make_shared<const CompletionNames>(m_facts->outline, m_parts.commands, *keywords);
+    m_names = std::make_shared<const CompletionNames>(m_facts->outline, m.commands, *keywords);
     m_namesFacts = m_facts;
     m_namesKeywords = keywords;
   }
@@ -121,7 +128,7 @@ bool CompletionControl::OpenAt(CQuillView& view, const CompletionRequest& reques
     return false;
   }
   if (m_list == nullptr) {
-    m_list = new CCodeCompletion(Window());
+    m_list = new CCodeCompletion(&m.window);
     connect(m_list, &CCodeCompletion::EntryChanged, this, &CompletionControl::EntryChanged);
     connect(m_list, &CCodeCompletion::Clicked, this, [this] {
       m_keys.Chose();
@@ -135,7 +142,7 @@ bool CompletionControl::OpenAt(CQuillView& view, const CompletionRequest& reques
   m_list->Open(
       std::move(list),
       [this](const CompletionList& names, size_t row) {
-        return DetailOf(names, row, m_object, m_parts.commands, m_facts->outline);
+        return DetailOf(names, row, m_object, m.commands, m_facts->outline);
       },
       view.Font(), WordOnScreen(view));
   return true;
@@ -218,7 +225,12 @@ void CompletionControl::Take() {
   View()->ReplaceSelectedText(*entry);
 }
 
-bool CompletionControl::OnViewEvent(QEvent& event) {
+bool CompletionControl::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Move || event->type() == QEvent::Resize) Close();
+  return QObject::eventFilter(watched, event);
+}
+
+bool CompletionControl::TakeInput(QEvent& event) {
   switch (event.type()) {
     case QEvent::ShortcutOverride: {
       // The list's keys are no shortcuts while it is open.

@@ -7,22 +7,36 @@
 #include "intel/outline/ScriptFacts.h"
 #include "intel/ui/CodeCompletion.h"
 #include "intel/writing/Completion.h"
-#include "shell/ui/ActiveViewWatch.h"
-#include "shell/ui/ShellParts.h"
+#include "shell/ui/QuillView.h"
+#include "text/ui/InputChain.h"
 
 class QKeyEvent;
 
 namespace quill {
 
+class ActiveScript;
+class ActiveView;
+class CommandDatabase;
+class SettingsStore;
+
 /// Opens the completion list on command and behind an object's ".", leads it while the user types, and
 /// writes the name that is taken.
-class CompletionControl : public ActiveViewWatch {
+class CompletionControl : public QObject, private InputTaker {
   Q_OBJECT
 
  public:
-  CompletionControl(const ShellParts& parts, QObject* parent);
+  struct Needs {
+    QWidget& window;  ///< the list lies above it
+    ActiveView& active;
+    ActiveScript& script;
+    const CommandDatabase& commands;
+    SettingsStore& settings;
+  };
+  explicit CompletionControl(const Needs& needs);
+  ~CompletionControl() override;
 
-  /// Lists what the word at the caret of the active view can become.
+  /// Lists what the word at the caret of the active view can become. When that is nothing, the status bar is
+  /// given a sentence.
   void Open();
   bool IsOpen() const;
   void Close();
@@ -37,12 +51,12 @@ class CompletionControl : public ActiveViewWatch {
   void EntryChanged();
 
  protected:
-  void OnLeave() override { Close(); }
-  void OnEnter(CQuillView& view) override;
-  bool OnViewEvent(QEvent& event) override;
-  void OnWindowMoved() override { Close(); }
+  /// Of the window: the list does not stay behind when it is moved.
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  bool TakeInput(QEvent& event) override;
+  CQuillView* View() const;
   void OnTyped(char character);
   void OnCaretMoved();
   /// False when nothing fits.
@@ -55,7 +69,7 @@ class CompletionControl : public ActiveViewWatch {
   std::shared_ptr<const CompletionNames> NamesFor(const CompletionRequest& request, const CQuillView& view);
   QRect WordOnScreen(const CQuillView& view) const;
 
-  const ShellParts& m_parts;
+  Needs m;
   QPointer<CCodeCompletion> m_list;  ///< made when first needed
   CompletionKeys m_keys;
   TextPosition m_wordStart;

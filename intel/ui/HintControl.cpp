@@ -7,29 +7,40 @@
 #include "intel/ui/CompletionControl.h"
 #include "res/ui/UiText.h"
 #include "settings/Settings.h"
-#include "shell/ui/AppServices.h"
-#include "shell/ui/StatusPanes.h"
-#include "shell/ui/ViewHandlers.h"
+#include "shell/ui/ActiveView.h"
 #include "widgets/KeyEvents.h"
 
 namespace quill {
 
-HintControl::HintControl(const ShellParts& parts, CompletionControl& completion, QObject* parent)
-    : ActiveViewWatch(parts, parent), m_parts(parts), m_completion(completion) {
-  connect(&completion, &CompletionControl::EntryChanged, this, [this] {
-    if (m_completion.IsOpen()) UpdateHintText();
-    if (m_completion.IsOpen() && !m_onCommand) ShowHint(m_hint.Text());
-    KeepOffText();
-  });
-}
-
-void HintControl::OnEnter(CQuillView& view) {
-  connect(&view, &CCrystalTextView::CaretMoved, this, &HintControl::KeepOffText);
-  connect(&view, &CCrystalTextView::ScrolledVertically, this, [this] { ShowHint({}); });
-  connect(&view, &CCrystalTextView::LostFocus, this, [this] {
+HintControl::HintControl(const Needs& needs) : m(needs) {
+  connect(&m.completion, &CompletionControl::EntryChanged, this, &HintControl::OnEntryChanged);
+  connect(&m.active, &ActiveView::Changed, this, &HintControl::HideTip);
+  connect(&m.active, &ActiveView::CaretMoved, this, &HintControl::KeepOffText);
+  connect(&m.active, &ActiveView::ScrolledVertically, this, [this] { ShowHint({}); });
+  connect(&m.active, &ActiveView::LostFocus, this, [this] {
     if (m_onCommand) HideTip();
     ShowHint({});
   });
+  m.active.AddTaker(InputTurn::kTip, *this);
+  m.window.installEventFilter(this);
+}
+
+HintControl::~HintControl() {
+  m.active.RemoveTaker(*this);
+  delete m_tipWindow;
+}
+
+CQuillView* HintControl::View() const {
+  return m.active.View();
+}
+
+void HintControl::OnEntryChanged() {
+  if (m.completion.IsOpen()) {
+    if (m_onCommand) HideTip();
+    UpdateHintText();
+    ShowHint(m_hint.Text());
+  }
+  KeepOffText();
 }
 
 // The hint
@@ -41,15 +52,15 @@ bool HintControl::IsCaretInArgumentList() const {
 
 void HintControl::UpdateHintText() {
   if (View() == nullptr || !View()->Model().HasText()) return;
-  const std::optional<std::string> entry = m_completion.SelectedEntry();
+  const std::optional<std::string> entry = m.completion.SelectedEntry();
   m_hint.Update(*View()->Buffer(), View()->CaretPos(),
-                entry ? std::optional<std::string_view>(*entry) : std::nullopt, m_parts.commands,
-                m_parts.script.Shown()->outline);
+                entry ? std::optional<std::string_view>(*entry) : std::nullopt, m.commands,
+                m.script.Shown()->outline);
   if (m_hint.Command() >= 0) Q_EMIT CommandFound(m_hint.Command());
 }
 
 void HintControl::ShowHint(const std::string& text) {
-  const bool enabled = ReadFlag(m_parts.services.settings, settings::kHintsWhileWriting);
+  const bool enabled = ReadFlag(m.settings, settings::kHintsWhileWriting);
   switch (m_tip.ShowHint(enabled, IsCaretInArgumentList(), text)) {
     case HintTip::Action::kShow:
       SetTipText(text);
@@ -67,7 +78,7 @@ void HintControl::ShowHint(const std::string& text) {
 void HintControl::ShowOnCommand() {
   UpdateHintText();
   if (m_hint.Text().empty()) {
-    m_parts.statusBar.Tell(UiText(StringId::kNoHint));
+    if (View() != nullptr) Q_EMIT View()->Hint(UiText(StringId::kNoHint));
     return;
   }
   m_dismissed.clear();
@@ -79,13 +90,13 @@ void HintControl::ShowOnCommand() {
 // The tip
 
 void HintControl::SetTipText(const std::string& text) {
-  if (m_tipWindow == nullptr) m_tipWindow = new HintTipWindow(Window());
+  if (m_tipWindow == nullptr) m_tipWindow = new HintTipWindow(&m.window);
   m_tipWindow->SetText(text, text == m_hint.Text() ? m_hint.Argument() : TextPart{}, View()->Font());
 }
 
 void HintControl::PlaceTip() {
   const CQuillView& view = *View();
-  const bool listIsBelow = m_completion.IsOpen() && m_completion.IsBelowCaret();
+  const bool listIsBelow = m.completion.IsOpen() && m.completion.IsBelowCaret();
   const QRect caret = view.CaretRect();
   m_tipWindow->ShowBeside({view.viewport()->mapToGlobal(caret.topLeft()), QSize(0, view.LineHeight())},
                           listIsBelow ? PopupSide::kAbove : PopupSide::kBelow);
@@ -102,19 +113,19 @@ void HintControl::KeepOffText() {
   const QRect line(View()->viewport()->mapToGlobal(QPoint(0, View()->CaretRect().top())),
                    QSize(View()->viewport()->width(), View()->LineHeight()));
   const QRect tip = m_tipWindow->geometry();
-  if (tip.intersects(line) || tip.intersects(m_completion.Place())) PlaceTip();
+  if (tip.intersects(line) || tip.intersects(m.completion.Place())) PlaceTip();
 }
 
 // Events
 
-void HintControl::OnKeyPress(const QKeyEvent& event) {
-  if (IsModifierKey(event.key())) return;
+bool HintControl::OnKeyPress(const QKeyEvent& event) {
+  if (IsModifierKey(event.key())) return false;
   const bool wasVisible = m_tipWindow != nullptr && m_tipWindow->isVisible();
   if (m_onCommand) HideTip();
-  if (event.key() == Qt::Key_Escape && wasVisible && !m_completion.IsOpen()) {
-    m_dismissed = m_hint.Text();
-    HideTip();
-  }
+  if (event.key() != Qt::Key_Escape || !wasVisible) return false;
+  m_dismissed = m_hint.Text();
+  HideTip();
+  return true;
 }
 
 void HintControl::OnKeyRelease() {
@@ -125,11 +136,15 @@ void HintControl::OnKeyRelease() {
   ShowHint(dismissed ? std::string() : m_hint.Text());
 }
 
-bool HintControl::OnViewEvent(QEvent& event) {
+bool HintControl::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Move || event->type() == QEvent::Resize) HideTip();
+  return QObject::eventFilter(watched, event);
+}
+
+bool HintControl::TakeInput(QEvent& event) {
   switch (event.type()) {
     case QEvent::KeyPress:
-      OnKeyPress(static_cast<QKeyEvent&>(event));
-      break;
+      return OnKeyPress(static_cast<QKeyEvent&>(event));
     case QEvent::KeyRelease:
       if (!static_cast<QKeyEvent&>(event).isAutoRepeat()) OnKeyRelease();
       break;

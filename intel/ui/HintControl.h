@@ -4,21 +4,34 @@
 
 #include "intel/ui/HintTipWindow.h"
 #include "intel/writing/Hints.h"
-#include "shell/ui/ActiveViewWatch.h"
-#include "shell/ui/ShellParts.h"
+#include "shell/ui/QuillView.h"
+#include "text/ui/InputChain.h"
 
 class QKeyEvent;
 
 namespace quill {
 
+class ActiveScript;
+class ActiveView;
+class CommandDatabase;
 class CompletionControl;
+class SettingsStore;
 
 /// Shows the parameters of the command whose arguments are being written in a tip beside the caret.
-class HintControl : public ActiveViewWatch {
+class HintControl : public QObject, private InputTaker {
   Q_OBJECT
 
  public:
-  HintControl(const ShellParts& parts, CompletionControl& completion, QObject* parent);
+  struct Needs {
+    QWidget& window;  ///< the tip lies above it
+    ActiveView& active;
+    ActiveScript& script;
+    const CommandDatabase& commands;
+    SettingsStore& settings;
+    CompletionControl& completion;
+  };
+  explicit HintControl(const Needs& needs);
+  ~HintControl() override;
 
   /// Chooses the hint text for the active view's caret, or for the selected entry of an open completion
   /// list.
@@ -36,13 +49,15 @@ class HintControl : public ActiveViewWatch {
   void CommandFound(int index);
 
  protected:
-  void OnLeave() override { HideTip(); }
-  void OnEnter(CQuillView& view) override;
-  bool OnViewEvent(QEvent& event) override;
-  void OnWindowMoved() override { HideTip(); }
+  /// Of the window: the tip does not stay behind when it is moved.
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  void OnKeyPress(const QKeyEvent& event);
+  bool TakeInput(QEvent& event) override;
+  CQuillView* View() const;
+  void OnEntryChanged();
+  /// True for the Escape that sends the tip away.
+  bool OnKeyPress(const QKeyEvent& event);
   void OnKeyRelease();
   void SetTipText(const std::string& text);
   void PlaceTip();
@@ -50,8 +65,7 @@ class HintControl : public ActiveViewWatch {
   /// Moves the tip off the caret line and the completion list.
   void KeepOffText();
 
-  const ShellParts& m_parts;
-  CompletionControl& m_completion;
+  Needs m;
   HintText m_hint;
   HintTip m_tip;
   QPointer<HintTipWindow> m_tipWindow;  ///< made when first needed

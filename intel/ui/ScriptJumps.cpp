@@ -3,18 +3,16 @@
 #include <QApplication>
 
 #include "res/ui/UiText.h"
-#include "shell/ui/Documents.h"
+#include "shell/ui/ActiveView.h"
 #include "shell/ui/FileOperations.h"
 #include "shell/ui/QuillDoc.h"
-#include "shell/ui/ViewHandlers.h"
+#include "shell/ui/Workspace.h"
 
 namespace quill {
 
-ScriptJumps::ScriptJumps(const ShellParts& parts, QObject* parent) : QObject(parent), m_parts(parts) {}
-
 std::optional<JumpPlace> ScriptJumps::Here() {
-  const CQuillView* view = m_parts.workspace.ActiveView();
-  CQuillDoc* document = m_parts.workspace.ActiveDocument();
+  const CQuillView* view = m_active.View();
+  CQuillDoc* document = m_active.Document();
   if (view == nullptr || document == nullptr) return std::nullopt;
   const std::string name = view->FilePath().empty() ? ToBytes(document->Title()) : view->FilePath();
   m_documents[name] = document;
@@ -22,7 +20,7 @@ std::optional<JumpPlace> ScriptJumps::Here() {
 }
 
 void ScriptJumps::Show(TextPosition at) {
-  CQuillView* view = m_parts.workspace.ActiveView();
+  CQuillView* view = m_active.View();
   if (view == nullptr) return;
   view->SetCaretPos(at);
   view->ShowLinesAround(at.line);
@@ -37,7 +35,7 @@ void ScriptJumps::Go(int32_t file, TextPosition at, const ScriptFacts& facts) {
     if (index >= facts.includedPaths.size()) return;
     // A copy: opening a window reads the script anew.
     const std::string path = facts.includedPaths[index];
-    if (m_parts.files.Open(path) == nullptr) return;
+    if (m_files.Open(path) == nullptr) return;
   }
   if (from) m_history.Push(*from);
   Show(at);
@@ -45,9 +43,9 @@ void ScriptJumps::Go(int32_t file, TextPosition at, const ScriptFacts& facts) {
 
 bool ScriptJumps::GoToFile(const std::string& path) {
   const std::optional<JumpPlace> from = Here();
-  if (m_parts.files.Open(path) == nullptr) return false;
+  if (m_files.Open(path) == nullptr) return false;
   if (from) m_history.Push(*from);
-  if (CQuillView* view = m_parts.workspace.ActiveView()) view->setFocus();
+  if (CQuillView* view = m_active.View()) view->setFocus();
   return true;
 }
 
@@ -56,8 +54,8 @@ void ScriptJumps::GoBack() {
     const JumpPlace place = m_history.Pop();
     const CQuillDoc* document = m_documents[place.document];
     const bool isFile = place.document.find('/') != std::string::npos;
-    const bool shown = document != nullptr ? m_parts.workspace.ActivateDocument(*document)
-                                           : isFile && m_parts.files.Open(place.document) != nullptr;
+    const bool shown = document != nullptr ? m_workspace.ActivateDocument(*document)
+                                           : isFile && m_files.Open(place.document) != nullptr;
     if (shown) Show(place.at);
     if (shown || isFile) return;  // what was never saved and is closed by now is passed over
   }

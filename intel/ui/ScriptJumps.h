@@ -1,5 +1,4 @@
 #pragma once
-#include <QObject>
 #include <QPointer>
 #include <map>
 #include <optional>
@@ -10,17 +9,17 @@
 
 namespace quill {
 
+class ActiveView;
 class CQuillDoc;
-class CQuillView;
-struct ShellParts;
+class FileOperations;
+class Workspace;
 
 /// Goes to places in scripts, and back, place by place.
-class ScriptJumps : public QObject {
-  Q_OBJECT
-
+class ScriptJumps {
  public:
-  /// The parts outlive it.
-  ScriptJumps(const ShellParts& parts, QObject* parent);
+  /// All outlive it.
+  ScriptJumps(ActiveView& active, Workspace& workspace, FileOperations& files)
+      : m_active(active), m_workspace(workspace), m_files(files) {}
 
   /// In the active view or, when `file` is not 0, in that included file of `facts`, which is opened. Shows
   /// the place with lines around it and gives the text the focus.
@@ -35,7 +34,9 @@ class ScriptJumps : public QObject {
   std::optional<JumpPlace> Here();
   void Show(TextPosition at);
 
-  const ShellParts& m_parts;
+  ActiveView& m_active;
+  Workspace& m_workspace;
+  FileOperations& m_files;
   JumpHistory m_history;
   /// By what the history calls them: a document may get another name, or have none but its title.
   std::map<std::string, QPointer<CQuillDoc>> m_documents;

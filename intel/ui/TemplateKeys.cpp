@@ -1,5 +1,6 @@
 #include "intel/ui/TemplateKeys.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 
 #include "intel/outline/CodeWalk.h"
@@ -11,8 +12,8 @@
 namespace quill {
 
 TemplateKeys::TemplateKeys(CQuillView& view, Source templates)
-    : QObject(&view),
-      m_view(view),
+    : m_view(view),
+      m_input(&view.Input()),
       m_templates(std::move(templates)),
       m_watch(view, {[this](const TextChange* change, uint32_t hints, int32_t) {
                        if (change != nullptr) m_session.OnTextChange(*change);
@@ -20,7 +21,18 @@ TemplateKeys::TemplateKeys(CQuillView& view, Source templates)
                      },
                      [this] { m_session.End(); }}) {
   connect(&view, &CCrystalTextView::CaretMoved, this, [this] { m_session.OnCaretMoved(m_view.CaretPos()); });
-  view.SetEditKeyHook([this](const QKeyEvent& key) { return OnKey(key); });
+  m_input->Add(InputTurn::kTemplate, *this);
+}
+
+TemplateKeys::~TemplateKeys() {
+  if (m_input != nullptr) m_input->Remove(*this);
+}
+
+bool TemplateKeys::TakeInput(QEvent& event) {
+  // Nothing is written while a selection is being drawn with the mouse.
+  const bool mouseDown = (QApplication::mouseButtons() & (Qt::LeftButton | Qt::RightButton)) != 0;
+  return event.type() == QEvent::KeyPress && !mouseDown && m_view.Model().HasText() &&
+         OnKey(static_cast<const QKeyEvent&>(event));
 }
 
 void TemplateKeys::Insert(const CodeTemplates& templates, const std::string& name) {

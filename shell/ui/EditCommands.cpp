@@ -1,5 +1,6 @@
+#include "shell/ui/EditCommands.h"
+
 #include "res/ui/UiText.h"
-#include "shell/ui/AppServices.h"
 #include "shell/ui/ViewHandlers.h"
 #include "text/edit/CaseCommands.h"
 #include "text/edit/DeleteCommands.h"
@@ -43,38 +44,33 @@ CommandState NeedsWritableSelection(const CQuillView& view) {
 }
 
 /// A change of case works on what is selected.
-void RegisterCase(const ShellParts& parts, CommandId id, edit::LetterCase letterCase) {
-  OnView(
-      parts, id,
+void AddCase(const ViewHandlers& views, CommandId id, edit::LetterCase letterCase) {
+  views.Add(
+      id,
       [letterCase](CQuillView& view) {
         view.Edit([letterCase](EditTarget& target) { return edit::ChangeCase(target, letterCase); });
       },
       NeedsWritableSelection);
 }
 
-}  // namespace
-
-void RegisterEditCommands(const ShellParts& parts) {
-  OnView(
-      parts, kEditUndo, [](CQuillView& view) { view.Undo(); }, UndoState);
-  OnView(
-      parts, kEditRedo, [](CQuillView& view) { view.Redo(); }, RedoState);
-  OnView(
-      parts, kEditCut, [](CQuillView& view) { view.Cut(); }, NeedsWritableSelection);
-  OnView(
-      parts, kEditCopy, [](CQuillView& view) { view.Copy(); }, NeedsSelection);
-  OnView(
-      parts, kEditPaste, [](CQuillView& view) { view.Paste(); }, NeedsWriting);
-  OnWritableView(parts, kEditDelete, edit::DeleteRight);
-  OnView(parts, kEditSelectAll, [](CQuillView& view) { view.SelectAll(); });
-  OnWritableView(parts, kEditInsertDate, [clock = parts.services.clock](EditTarget& target) {
-    return edit::InsertDate(target, static_cast<std::time_t>(clock()));
-  });
-  OnView(
-      parts, kEditOverwrite, [](CQuillView& view) { view.ToggleOverwriteMode(); },
+void AddHistoryAndClipboard(const ViewHandlers& views) {
+  views.Add(
+      kEditUndo, [](CQuillView& view) { view.Undo(); }, UndoState);
+  views.Add(
+      kEditRedo, [](CQuillView& view) { view.Redo(); }, RedoState);
+  views.Add(
+      kEditCut, [](CQuillView& view) { view.Cut(); }, NeedsWritableSelection);
+  views.Add(
+      kEditCopy, [](CQuillView& view) { view.Copy(); }, NeedsSelection);
+  views.Add(
+      kEditPaste, [](CQuillView& view) { view.Paste(); }, NeedsWriting);
+  views.AddEdit(kEditDelete, edit::DeleteRight);
+  views.Add(kEditSelectAll, [](CQuillView& view) { view.SelectAll(); });
+  views.Add(
+      kEditOverwrite, [](CQuillView& view) { view.ToggleOverwriteMode(); },
       [](const CQuillView& view) { return CommandState::Checked(view.OverwriteMode()); });
-  OnView(
-      parts, kEditColumnSelection,
+  views.Add(
+      kEditColumnSelection,
       [](CQuillView& view) {
         view.Model().SetColumnSelection(!view.Model().IsColumnSelection());
         view.ApplyDamage();
@@ -82,18 +78,29 @@ void RegisterEditCommands(const ShellParts& parts) {
       [](const CQuillView& view) { return CommandState::Checked(view.Model().IsColumnSelection()); });
 }
 
-void RegisterLineCommands(const ShellParts& parts) {
-  OnWritableView(parts, kEditDeleteLine, edit::DeleteLines);
-  OnWritableView(parts, kEditDuplicateLine, edit::DuplicateLines);
-  OnWritableView(parts, kEditMoveLineUp, edit::MoveLinesUp);
-  OnWritableView(parts, kEditMoveLineDown, edit::MoveLinesDown);
-  OnWritableView(parts, kEditIndent, edit::IndentLines);
-  OnWritableView(parts, kEditUnindent, edit::UnindentLines);
-  OnWritableView(parts, kEditIndentAll, edit::IndentAll);
-  OnWritableView(parts, kEditCommentLine, edit::CommentLines);
-  OnWritableView(parts, kEditUncommentLine, edit::UncommentLines);
-  RegisterCase(parts, kEditUpperCase, edit::LetterCase::kUpper);
-  RegisterCase(parts, kEditLowerCase, edit::LetterCase::kLower);
+void AddLineCommands(const ViewHandlers& views) {
+  views.AddEdit(kEditDeleteLine, edit::DeleteLines);
+  views.AddEdit(kEditDuplicateLine, edit::DuplicateLines);
+  views.AddEdit(kEditMoveLineUp, edit::MoveLinesUp);
+  views.AddEdit(kEditMoveLineDown, edit::MoveLinesDown);
+  views.AddEdit(kEditIndent, edit::IndentLines);
+  views.AddEdit(kEditUnindent, edit::UnindentLines);
+  views.AddEdit(kEditIndentAll, edit::IndentAll);
+  views.AddEdit(kEditCommentLine, edit::CommentLines);
+  views.AddEdit(kEditUncommentLine, edit::UncommentLines);
+  AddCase(views, kEditUpperCase, edit::LetterCase::kUpper);
+  AddCase(views, kEditLowerCase, edit::LetterCase::kLower);
+}
+
+}  // namespace
+
+void EditCommands::RegisterCommands(CommandRouter& router) {
+  const ViewHandlers views(router, m_active);
+  AddHistoryAndClipboard(views);
+  AddLineCommands(views);
+  views.AddEdit(kEditInsertDate, [clock = m_clock](EditTarget& target) {
+    return edit::InsertDate(target, static_cast<std::time_t>(clock()));
+  });
 }
 
 }  // namespace quill

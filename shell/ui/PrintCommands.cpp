@@ -1,3 +1,5 @@
+#include "shell/ui/PrintCommands.h"
+
 #include <QMainWindow>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -5,13 +7,12 @@
 
 #include "res/ui/UiText.h"
 #include "settings/Settings.h"
+#include "shell/ui/ActiveView.h"
 #include "shell/ui/AppServices.h"
 #include "shell/ui/CommandRouter.h"
 #include "shell/ui/Prompts.h"
 #include "shell/ui/QuillDoc.h"
 #include "shell/ui/QuillView.h"
-#include "shell/ui/ShellParts.h"
-#include "shell/ui/Workspace.h"
 #include "text/ui/PageSetupDialog.h"
 #include "text/ui/PrintJob.h"
 
@@ -32,46 +33,46 @@ void WriteMargins(AppProfile profile, const PageMargins& margins) {
   transaction.Commit();
 }
 
-void PrintTo(QPrinter& printer, const ShellParts& parts) {
-  const QString title = parts.workspace.ActiveDocument()->Title();
+}  // namespace
+
+void PrintCommands::RegisterCommands(CommandRouter& router) {
+  const auto hasView = [this] {
+    return CommandState::EnabledIf(m_active.View() != nullptr, StringId::kNoDocumentOpen);
+  };
+  router.Register(CommandId::kFilePageSetup, [this] { SetUpPage(); });
+  router.Register(
+      CommandId::kFilePrint, [this] { Print(); }, hasView);
+  router.Register(
+      CommandId::kFilePrintToPdf, [this] { PrintToPdf(); }, hasView);
+}
+
+void PrintCommands::PrintTo(QPrinter& printer) {
+  const QString title = m_active.Document()->Title();
   printer.setDocName(title);
-  PrintJob job(*parts.workspace.ActiveView(), ReadMargins(parts.services.Profile()), title);
-  if (!job.Print(printer)) parts.services.prompts.Tell(std::string(Text(StringId::kPrintFailed)));
+  PrintJob job(*m_active.View(), ReadMargins(m_services.Profile()), title);
+  if (!job.Print(printer)) m_services.prompts.Tell(std::string(Text(StringId::kPrintFailed)));
 }
 
-void Print(const ShellParts& parts) {
+void PrintCommands::Print() {
   QPrinter printer(QPrinter::HighResolution);
-  QPrintDialog dialog(&printer, &parts.window);
-  if (dialog.exec() == QDialog::Accepted) PrintTo(printer, parts);
+  QPrintDialog dialog(&printer, &m_window);
+  if (dialog.exec() == QDialog::Accepted) PrintTo(printer);
 }
 
-void PrintToPdf(const ShellParts& parts) {
-  const std::filesystem::path source = parts.workspace.ActiveDocument()->File().SuggestedName();
+void PrintCommands::PrintToPdf() {
+  const std::filesystem::path source = m_active.Document()->File().SuggestedName();
   const std::string path =
-      parts.services.prompts.ChoosePdfFile(std::filesystem::path(source).replace_extension(".pdf").string());
+      m_services.prompts.ChoosePdfFile(std::filesystem::path(source).replace_extension(".pdf").string());
   if (path.empty()) return;
   QPrinter printer(QPrinter::HighResolution);
   printer.setOutputFormat(QPrinter::PdfFormat);
   printer.setOutputFileName(FromBytes(path));
-  PrintTo(printer, parts);
+  PrintTo(printer);
 }
 
-void SetUpPage(const ShellParts& parts) {
-  PageSetupDialog dialog(ReadMargins(parts.services.Profile()), &parts.window);
-  if (dialog.exec() == QDialog::Accepted) WriteMargins(parts.services.Profile(), dialog.Margins());
-}
-
-}  // namespace
-
-void RegisterPrintCommands(const ShellParts& parts) {
-  const auto hasView = [&workspace = parts.workspace] {
-    return CommandState::EnabledIf(workspace.ActiveView() != nullptr, StringId::kNoDocumentOpen);
-  };
-  parts.router.Register(CommandId::kFilePageSetup, [parts] { SetUpPage(parts); });
-  parts.router.Register(
-      CommandId::kFilePrint, [parts] { Print(parts); }, hasView);
-  parts.router.Register(
-      CommandId::kFilePrintToPdf, [parts] { PrintToPdf(parts); }, hasView);
+void PrintCommands::SetUpPage() {
+  PageSetupDialog dialog(ReadMargins(m_services.Profile()), &m_window);
+  if (dialog.exec() == QDialog::Accepted) WriteMargins(m_services.Profile(), dialog.Margins());
 }
 
 }  // namespace quill

@@ -19,10 +19,6 @@ void CQuillView::SetFilePath(const std::string& path) {
   VocabularyChanged();
 }
 
-bool CQuillView::HandleEditKey(QKeyEvent* event) {
-  return (m_editKeyHook && m_editKeyHook(*event)) || CCrystalEditView::HandleEditKey(event);
-}
-
 const NameSet& CQuillView::Keywords() const {
   return m_keywords.SetFor(m_path);
 }

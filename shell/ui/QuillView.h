@@ -1,5 +1,4 @@
 #pragma once
-#include <functional>
 #include <string>
 
 #include "base/NameSet.h"
@@ -31,23 +30,14 @@ class CQuillView : public CCrystalEditView {
   NameSet& Variables() { return m_variables; }
   void VocabularyChanged() { viewport()->update(); }
 
-  /// Gets each editing key before the view does, and whatever lists and tips have left of it; true keeps
-  /// it from the view.
-  using KeyHook = std::function<bool(const QKeyEvent& key)>;
-  void SetEditKeyHook(KeyHook hook) { m_editKeyHook = std::move(hook); }
-
   const WordClasses& Words() const override;
   CommentMarkers GetCommentMarkers() const override { return kScriptCommentMarkers; }
-
- protected:
-  bool HandleEditKey(QKeyEvent* event) override;
 
  private:
   const KeywordDatabase& m_keywords;
   const CommandDatabase& m_commands;
   NameSet m_functions;
   NameSet m_variables;
-  KeyHook m_editKeyHook;
   mutable WordClasses m_words;  ///< these and those of the databases; brought up to date when asked for
   std::string m_path;
   std::string m_folder;

@@ -1,37 +1,44 @@
 #pragma once
 #include <functional>
 
+#include "shell/ui/ActiveView.h"
 #include "shell/ui/CommandRouter.h"
-#include "shell/ui/QuillView.h"
-#include "shell/ui/ShellParts.h"
-#include "shell/ui/Workspace.h"
 
 namespace quill {
-
-using ViewHandler = std::function<void(CQuillView&)>;
-using ViewStateOf = std::function<CommandState(const CQuillView&)>;
-
-/// Registers a command on the active view, disabled while there is none.
-inline void OnView(const ShellParts& parts, CommandId id, const ViewHandler& run,
-                   const ViewStateOf& state = {}) {
-  parts.router.Register(
-      id, [&workspace = parts.workspace, run] { run(*workspace.ActiveView()); },
-      [&workspace = parts.workspace, state] {
-        const CQuillView* view = workspace.ActiveView();
-        if (view == nullptr) return CommandState::Disabled(StringId::kNoDocumentOpen);
-        return state ? state(*view) : CommandState();
-      });
-}
 
 /// Disabled while the text is read-only.
 inline CommandState NeedsWriting(const CQuillView& view) {
   return CommandState::EnabledIf(view.CanEdit(), StringId::kDocumentIsReadOnly);
 }
 
-/// Registers an editing operation, disabled also while the text is read-only.
-inline void OnWritableView(const ShellParts& parts, CommandId id, const CQuillView::Operation& operation) {
-  OnView(
-      parts, id, [operation](CQuillView& view) { view.Edit(operation); }, NeedsWriting);
-}
+/// Registers commands that work on the active view; they are disabled while there is none.
+class ViewHandlers {
+ public:
+  using Run = std::function<void(CQuillView&)>;
+  using StateOf = std::function<CommandState(const CQuillView&)>;
+
+  /// Both outlive the commands.
+  ViewHandlers(CommandRouter& router, ActiveView& active) : m_router(router), m_active(active) {}
+
+  void Add(CommandId id, const Run& run, const StateOf& state = {}) const {
+    m_router.Register(
+        id, [&active = m_active, run] { run(*active.View()); },
+        [&active = m_active, state] {
+          const CQuillView* view = active.View();
+          if (view == nullptr) return CommandState::Disabled(StringId::kNoDocumentOpen);
+          return state ? state(*view) : CommandState();
+        });
+  }
+
+  /// An editing operation, disabled also while the text is read-only.
+  void AddEdit(CommandId id, const CQuillView::Operation& operation) const {
+    Add(
+        id, [operation](CQuillView& view) { view.Edit(operation); }, NeedsWriting);
+  }
+
+ private:
+  CommandRouter& m_router;
+  ActiveView& m_active;
+};
 
 }  // namespace quill

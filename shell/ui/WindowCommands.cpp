@@ -1,9 +1,9 @@
-#include "shell/ui/AppServices.h"
+#include "shell/ui/WindowCommands.h"
+
 #include "shell/ui/ChildFrame.h"
 #include "shell/ui/CommandRouter.h"
 #include "shell/ui/FileOperations.h"
 #include "shell/ui/Prompts.h"
-#include "shell/ui/ShellParts.h"
 #include "shell/ui/Workspace.h"
 
 namespace quill {
@@ -25,49 +25,46 @@ CommandState WindowState(const Workspace& workspace, int index) {
   return state;
 }
 
-void RegisterArranging(const ShellParts& parts) {
-  Workspace& workspace = parts.workspace;
-  const auto withoutTabs = [&workspace] {
-    return CommandState::EnabledIf(!workspace.IsTabbed(), StringId::kOnlyWithoutTabs);
-  };
-  parts.router.Register(
-      kWindowTabbed, [&workspace] { workspace.SetTabbed(!workspace.IsTabbed()); },
-      [&workspace] { return CommandState::Checked(workspace.IsTabbed()); });
-  parts.router.Register(
-      kWindowCascade, [&workspace] { workspace.cascadeSubWindows(); }, withoutTabs);
-  parts.router.Register(
-      kWindowTileHorizontally, [&workspace] { workspace.Tile(Qt::Horizontal); }, withoutTabs);
-  parts.router.Register(
-      kWindowTileVertically, [&workspace] { workspace.Tile(Qt::Vertical); }, withoutTabs);
-}
-
 }  // namespace
 
-void RegisterWindowCommands(const ShellParts& parts) {
-  Workspace& workspace = parts.workspace;
+void WindowCommands::RegisterCommands(CommandRouter& router) {
+  Workspace& workspace = m_workspace;
   const auto anyWindow = [&workspace] {
     return CommandState::EnabledIf(workspace.ActiveFrame() != nullptr, StringId::kNoDocumentOpen);
   };
   const auto severalWindows = [&workspace] {
     return CommandState::EnabledIf(workspace.Frames().size() > 1, StringId::kOnlyOneWindow);
   };
-  RegisterArranging(parts);
-  parts.router.Register(
+  RegisterArranging(router);
+  router.Register(
       kWindowNew, [&workspace] { workspace.AddWindow(*workspace.ActiveDocument()); }, anyWindow);
-  parts.router.Register(
+  router.Register(
       kWindowNext, [&workspace] { workspace.activateNextSubWindow(); }, severalWindows);
-  parts.router.Register(
+  router.Register(
       kWindowPrevious, [&workspace] { workspace.activatePreviousSubWindow(); }, severalWindows);
-  parts.router.Register(
-      kWindowCloseAll, [&files = parts.files] { files.CloseAll(); }, anyWindow);
-  parts.router.RegisterSeries(
+  router.Register(
+      kWindowCloseAll, [this] { m_files.CloseAll(); }, anyWindow);
+  router.RegisterSeries(
       kWindowListFirst, kWindowListLast,
       [&workspace](int index) { workspace.Activate(*workspace.Frames().at(static_cast<size_t>(index))); },
       [&workspace](int index) { return WindowState(workspace, index); });
+  router.Register(kHelpAbout, [this] { m_prompts.ShowAbout(); });
 }
 
-void RegisterHelpCommands(const ShellParts& parts) {
-  parts.router.Register(kHelpAbout, [&prompts = parts.services.prompts] { prompts.ShowAbout(); });
+void WindowCommands::RegisterArranging(CommandRouter& router) {
+  Workspace& workspace = m_workspace;
+  const auto withoutTabs = [&workspace] {
+    return CommandState::EnabledIf(!workspace.IsTabbed(), StringId::kOnlyWithoutTabs);
+  };
+  router.Register(
+      kWindowTabbed, [&workspace] { workspace.SetTabbed(!workspace.IsTabbed()); },
+      [&workspace] { return CommandState::Checked(workspace.IsTabbed()); });
+  router.Register(
+      kWindowCascade, [&workspace] { workspace.cascadeSubWindows(); }, withoutTabs);
+  router.Register(
+      kWindowTileHorizontally, [&workspace] { workspace.Tile(Qt::Horizontal); }, withoutTabs);
+  router.Register(
+      kWindowTileVertically, [&workspace] { workspace.Tile(Qt::Vertical); }, withoutTabs);
 }
 
 }  // namespace quill

@@ -50,10 +50,12 @@ CQuillApp::Started ShellFixture::Start(const std::vector<std::string>& arguments
                                                          .log = *m_log,
                                                          .prompts = m_prompts,
                                                          .clock = SystemTime,
-                                                         .hooks = m_hooks});
-  m_app = std::make_unique<CQuillApp>(*m_services, CommandLine::Parse(arguments, [](const std::string& path) {
-    return std::filesystem::exists(path);
-  }));
+                                                         .handOver = m_handOver,
+                                                         .endProcess = m_endProcess});
+  m_app = std::make_unique<CQuillApp>(
+      *m_services,
+      CommandLine::Parse(arguments, [](const std::string& path) { return std::filesystem::exists(path); }),
+      m_makeFeatures);
   const CQuillApp::Started started = m_app->Start();
   if (started != CQuillApp::Started::kRunning) return started;
   QApplication::setActiveWindow(&Frame());

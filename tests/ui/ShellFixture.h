@@ -61,7 +61,10 @@ class ShellFixture : public testing::Test {
   std::unique_ptr<RunLog> m_log;
   std::unique_ptr<AppServices> m_services;
   std::unique_ptr<CQuillApp> m_app;
-  ShellHooks m_hooks;
+  FeatureFactory m_makeFeatures = MakeFeatures;
+  /// Of the services, for the next `Start`.
+  std::function<bool(const std::vector<std::string>&)> m_handOver;
+  std::function<void(int)> m_endProcess;
 };
 
 }  // namespace quill

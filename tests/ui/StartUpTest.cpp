@@ -1,6 +1,9 @@
 #include <filesystem>
+#include <utility>
 
+#include "app/ShellParts.h"
 #include "shell/KeyBindings.h"
+#include "shell/OpenProject.h"
 #include "shell/ui/CommandRouter.h"
 #include "shell/ui/Documents.h"
 #include "shell/ui/QuillDoc.h"
@@ -14,31 +17,64 @@ namespace {
 
 using Started = CQuillApp::Started;
 
-class StartUp : public ShellFixture {};
+class StartUp : public ShellFixture {
+ protected:
+  /// Writes down what it is told, and may be a project or something that runs on.
+  class Witness : public Feature, public OpenProject {
+   public:
+    Witness(std::string name, StartUp& test) : m_name(std::move(name)), m_test(test) {}
+    ~Witness() override { Say("gone"); }
+    void AddBars(DockBars&) override { Say("bars"); }
+    void RegisterCommands(CommandRouter&) override { Say("commands"); }
+    void Started() override { Say("started"); }
+    void ActiveViewChanged() override { Say("view"); }
+    void SettingsApplied() override { Say("settings"); }
+    void AboutToClose() override { Say("closing"); }
+    bool CannotBeStopped() const override { return m_test.m_runsOn; }
+    std::string Name() const override { return m_test.m_project; }
+
+   private:
+    void Say(const std::string& what) { m_test.m_said += m_name + " " + what + "; "; }
+
+    std::string m_name;
+    StartUp& m_test;
+  };
+
+  /// The program's features, and two witnesses at the end of the list.
+  void AddWitnesses() {
+    m_makeFeatures = [this](const ShellParts& parts) {
+      Features features = MakeFeatures(parts);
+      features.project = &features.Add<Witness>("a", *this);
+      features.Add<Witness>("b", *this);
+      return features;
+    };
+  }
+  std::string Said() { return std::exchange(m_said, {}); }
+
+  std::string m_said;
+  std::string m_project;
+  bool m_runsOn = false;
+};
 
 TEST_F(StartUp, LogsItsStepsInOrderAndWhatWaitsComesWithTimer107) {
-  std::string calls;
-  m_hooks.startDebugger = [&calls] { calls += "debugger "; };
-  m_hooks.openPreviousProject = [&calls] { calls += "project "; };
-  m_hooks.loadPlugins = [&calls] { calls += "plugins "; };
+  AddWitnesses();
   m_folder.Write("bin/qil.log", "of the run before\n");
   ASSERT_EQ(Start(), Started::kRunning);
   const std::string created =
       "Creating MainFrame...\nVersion -1.3.1\nLoading Keywords...\nLoading Commands...\nMainFrame created\n";
   EXPECT_EQ(LogMessages(), created);
-  EXPECT_EQ(calls, "");
+  EXPECT_EQ(Said(), "a bars; b bars; a commands; b commands; a view; b view; ");
   EXPECT_EQ(Parts().timers.PeriodOf(timer_id::kDeferredStart), 1000);
   EXPECT_EQ(Parts().timers.PeriodOf(timer_id::kWatchRefresh), 500);
   EXPECT_EQ(Parts().timers.PeriodOf(timer_id::kAutoSave), 60000);
   EXPECT_TRUE(Parts().timers.Fire(timer_id::kDeferredStart));
   EXPECT_EQ(LogMessages(),
             created + "Starting Debugger...\nLoading previous project...\nLoading Plugins...\n");
-  EXPECT_EQ(calls, "debugger project plugins ");
+  EXPECT_EQ(Said(), "a started; b started; ");
   EXPECT_FALSE(Parts().timers.Fire(timer_id::kDeferredStart)) << "it fires once";
 }
 
 TEST_F(StartUp, AFileOnTheCommandLineOpensAtItsLineAndNoProjectIsReopened) {
-  m_hooks.openPreviousProject = [] { FAIL(); };
   const std::string path = m_folder.Write("a.vsl", "1\r\n2\r\n3");
   ASSERT_EQ(Start({path + ":2"}), Started::kRunning);
   EXPECT_EQ(ActiveText(), "1|2|3");
@@ -76,7 +112,7 @@ TEST_F(StartUp, AMissingDatabaseEndsTheProgramWithItsMessage) {
 
 TEST_F(StartUp, ARunningCopyTakesTheCommandLine) {
   std::vector<std::string> handed;
-  m_hooks.handOverToRunningCopy = [&handed](const std::vector<std::string>& files) {
+  m_handOver = [&handed](const std::vector<std::string>& files) {
     handed = files;
     return true;
   };
@@ -103,34 +139,42 @@ TEST_F(StartUp, TheUsersKeysAreUsedAndABrokenTableIsToldAbout) {
 }
 
 TEST_F(StartUp, TheTitleNamesTheProjectAndThePathWhenItShould) {
-  std::string project;
-  m_hooks.projectName = [&project] { return project; };
+  AddWitnesses();
   ASSERT_EQ(Start(), Started::kRunning);
   Open("a.vsl", "x");
   EXPECT_EQ(Frame().windowTitle(), "Vesper Editor");
-  project = "lander";
+  m_project = "lander";
   WriteFlag(m_settings, settings::kShowFullPathTitle, true);
   Frame().UpdateFrameTitle();
   EXPECT_EQ(Frame().windowTitle().toStdString(),
             "Vesper Editor - [lander] - [" + m_folder.Path("a.vsl") + "]");
 }
 
-TEST_F(StartUp, ClosingRunsItsStepsInOrderAndARunningEngineEndsTheProcess) {
-  std::string calls;
-  bool engineRuns = false;
-  m_hooks.saveProjectName = [&calls] { calls += "project "; };
-  m_hooks.stopEngine = [&calls] { calls += "engine "; };
-  m_hooks.engineRuns = [&engineRuns] { return engineRuns; };
-  m_hooks.endProcess = [&calls](int status) { calls += "end " + std::to_string(status); };
+TEST_F(StartUp, ClosingTellsTheFeaturesLastFirstAndWhatRunsOnEndsTheProcess) {
+  AddWitnesses();
+  m_endProcess = [this](int status) { m_said += "end " + std::to_string(status) + "; "; };
   ASSERT_EQ(Start(), Started::kRunning);
+  Said();
   Quit();
-  EXPECT_EQ(calls, "project engine ");
+  EXPECT_EQ(Said(), "b closing; a closing; a view; b view; b gone; a gone; ");
   EXPECT_EQ(ReadBinary(AppProfile(m_settings), profile::kMainWndPos)->size(), 44U);
   EXPECT_TRUE(ReadBinary(AppProfile(m_settings), profile::kBarPositions).has_value());
-  engineRuns = true;
+  m_runsOn = true;
   ASSERT_EQ(Start(), Started::kRunning);
+  Said();
   Quit();
-  EXPECT_EQ(calls, "project engine project engine end 0");
+  EXPECT_EQ(Said(), "b closing; a closing; end 0; a view; b view; b gone; a gone; ");
+}
+
+TEST_F(StartUp, FeaturesGoBeforeWhatTheyUseAndHearOfAppliedSettings) {
+  AddWitnesses();
+  ASSERT_EQ(Start(), Started::kRunning);
+  Open("a.vsl", "x");
+  Said();
+  Frame().ApplySettingsToViews();
+  EXPECT_EQ(Said(), "a settings; b settings; ");
+  Crash();
+  EXPECT_EQ(Said(), "b gone; a gone; ") << "windows that go afterwards tell nobody";
 }
 
 }  // namespace

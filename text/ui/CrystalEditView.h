@@ -58,11 +58,11 @@ class CCrystalEditView : public CCrystalTextView {
   void dragLeaveEvent(QDragLeaveEvent* event) override;
   void dropEvent(QDropEvent* event) override;
   bool BeginsDrag(QMouseEvent* event) override;
-  /// A key that edits; true when it was one.
-  virtual bool HandleEditKey(QKeyEvent* event);
-  bool TypeText(const QString& text);
 
  private:
+  /// A key that edits; true when it was one.
+  bool HandleEditKey(QKeyEvent* event);
+  bool TypeText(const QString& text);
   void StartDrag();
   bool PasteFrom(const QMimeData& data);
   void PublishPrimarySelection();

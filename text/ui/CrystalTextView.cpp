@@ -20,7 +20,8 @@ constexpr int64_t kUnits = ColumnMetrics::kUnitsPerPixel;
 
 }  // namespace
 
-CCrystalTextView::CCrystalTextView(QWidget* parent) : QAbstractScrollArea(parent) {
+CCrystalTextView::CCrystalTextView(QWidget* parent)
+    : QAbstractScrollArea(parent), m_input(new InputChain(*this)) {
   setFrameShape(QFrame::NoFrame);
   setFocusPolicy(Qt::StrongFocus);
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent);

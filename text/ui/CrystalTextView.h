@@ -14,6 +14,7 @@
 #include "text/parse/CommentMarkers.h"
 #include "text/search/Search.h"
 #include "text/ui/EditorFont.h"
+#include "text/ui/InputChain.h"
 #include "text/ui/LinePainter.h"
 #include "text/ui/MarginPainter.h"
 #include "text/ui/ViewPalette.h"
@@ -41,6 +42,8 @@ class CCrystalTextView : public QAbstractScrollArea {
   /// Null detaches. The buffer must outlive the view or be detached first.
   void SetBuffer(CCrystalTextBuffer* buffer);
   CCrystalTextBuffer* Buffer() const { return m_model.Buffer(); }
+  /// Who sees keys and mouse before the text.
+  InputChain& Input() { return *m_input; }
   virtual void ApplySettings(const ViewSettings& settings);
   const ViewSettings& Settings() const { return m_settings; }
   TextViewModel& Model() { return m_model; }
@@ -187,6 +190,7 @@ class CCrystalTextView : public QAbstractScrollArea {
   void ExtendSelectionTo(QPoint point);
   void DragScrollStep();
 
+  InputChain* m_input;
   TextViewModel m_model;
   ViewSettings m_settings;
   ViewPalette m_palette;

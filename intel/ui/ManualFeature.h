@@ -3,19 +3,33 @@
 #include <memory>
 #include <string>
 
+#include "shell/ui/Feature.h"
+
 namespace quill {
 
+class ActiveScript;
+class ActiveView;
+class CommandDatabase;
+class CommandHelp;
 class ManualWindow;
 struct AppServices;
-struct ShellParts;
 
 /// Opens the manual: its files are read when it is wanted for the first time, and there is one window.
-class ManualControl : public QObject {
+class ManualFeature : public QObject, public Feature {
   Q_OBJECT
 
  public:
-  explicit ManualControl(const ShellParts& parts);
-  ~ManualControl() override;
+  struct Needs {
+    AppServices& services;
+    ActiveView& active;
+    ActiveScript& script;
+    const CommandDatabase& commands;
+    CommandHelp& help;
+  };
+  explicit ManualFeature(const Needs& needs);
+  ~ManualFeature() override;
+
+  void RegisterCommands(CommandRouter& router) override;
 
   /// At what the keyboard works on: the command in the help bar, or the word at the caret.
   void OpenAtCaret();
@@ -26,7 +40,7 @@ class ManualControl : public QObject {
   ManualWindow* Window();
   std::string TopicAtCaret();
 
-  const ShellParts& m_parts;
+  Needs m;
   std::unique_ptr<ManualWindow> m_window;
 };
 

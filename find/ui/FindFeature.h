@@ -4,24 +4,39 @@
 
 #include "find/ui/FindHost.h"
 #include "find/ui/SearchMarks.h"
+#include "shell/ui/Feature.h"
 #include "text/search/Search.h"
+
+class QMainWindow;
 
 namespace quill {
 
-class CChildFrame;
+class ActiveView;
 class CEditReplaceDlg;
 class CFindTextDlg;
 class CGrep;
 class CQuillView;
-struct ShellParts;
+class FileOperations;
+class StatusBar;
+struct AppServices;
 
 /// Finding, as the main window offers it: opens the dialogs on the active view, repeats searches, and
 /// shows in the status bar how many matches there are.
-class FindWindows : public QObject {
+class FindFeature : public QObject, public Feature {
   Q_OBJECT
 
  public:
-  explicit FindWindows(const ShellParts& parts);
+  struct Needs {
+    AppServices& services;
+    QMainWindow& window;
+    ActiveView& active;
+    FileOperations& files;
+    StatusBar& statusBar;
+  };
+  explicit FindFeature(const Needs& needs);
+
+  void RegisterCommands(CommandRouter& router) override;
+  void ActiveViewChanged() override;
 
   void OpenFind();
   void OpenReplace();
@@ -34,14 +49,13 @@ class FindWindows : public QObject {
 
  private:
   FindHost HostOf();
-  void Follow(CChildFrame* frame);
   void ShowMatchCount();
   void HideMarks();
   bool FindFrom(CQuillView& view, TextPosition start, const SearchRequest& search);
   void OpenResult(const std::string& path, int64_t line);
   SearchRequest StoredSearch() const;
 
-  const ShellParts& m_parts;
+  Needs m;
   CFindTextDlg* m_find = nullptr;
   CEditReplaceDlg* m_replace = nullptr;
   CGrep* m_grep = nullptr;

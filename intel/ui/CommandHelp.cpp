@@ -1,0 +1,41 @@
+#include "intel/ui/CommandHelp.h"
+
+#include "intel/outline/Definitions.h"
+#include "intel/vocabulary/CommandDatabase.h"
+#include "shell/ui/ActiveView.h"
+#include "shell/ui/DockBars.h"
+
+namespace quill {
+
+CommandHelp::CommandHelp(ActiveView& active, const CommandDatabase& commands)
+    : m_active(active), m_commands(commands) {
+  connect(&active, &ActiveView::CaretMoved, this, &CommandHelp::ShowCommandAtCaret);
+}
+
+void CommandHelp::AddBars(DockBars& bars) {
+  DockBar& bar = bars.AddBar(CommandId::kViewCommandHelp, StringId::kBarCommandHelp,
+                             StringId::kEmptyCommandHelp, Qt::BottomDockWidgetArea);
+  m_pane = new CHTMLCtrl(m_commands, &bar);
+  bar.SetContents(m_pane);
+  connect(m_pane, &CHTMLCtrl::ManualWanted, this, &CommandHelp::ManualWanted);
+}
+
+void CommandHelp::Show(int32_t command) {
+  if (m_pane->isVisible()) m_pane->ShowCommand(command);
+}
+
+std::optional<int32_t> CommandHelp::CommandInFocus() const {
+  if (!m_pane->hasFocus() || m_pane->ShownCommand() < 0) return std::nullopt;
+  return m_pane->ShownCommand();
+}
+
+void CommandHelp::ShowCommandAtCaret() {
+  const CQuillView* view = m_active.ViewWithText();
+  if (view == nullptr || !m_pane->isVisible()) return;
+  const TextPosition caret = view->CaretPos();
+  const std::string_view line = view->Buffer()->Line(caret.line);
+  const Identifier word = IdentifierAt(line, caret.character);
+  if (word.start < word.end) m_pane->ShowCommand(m_commands.FindCommandIndex(word.In(line)));
+}
+
+}  // namespace quill

@@ -1,0 +1,49 @@
+#include "intel/ui/Templates.h"
+
+#include "intel/ui/TemplateKeys.h"
+#include "res/ui/UiText.h"
+#include "shell/ui/ChildFrame.h"
+#include "shell/ui/ViewHandlers.h"
+#include "shell/ui/Workspace.h"
+
+namespace quill {
+
+Templates::Templates(Workspace& workspace, ActiveView& active, std::string programFolder)
+    : m_active(active), m_folder(std::move(programFolder)) {
+  connect(&workspace, &Workspace::WindowAdded, this,
+          [this](CChildFrame* frame) { AddKeysTo(frame->View()); });
+}
+
+Templates::~Templates() = default;
+
+void Templates::AddKeysTo(CQuillView& view) {
+  m_keys[&view] = std::make_unique<TemplateKeys>(view, [this]() -> const CodeTemplates& {
+    m_templates.Load(m_folder);
+    return m_templates;
+  });
+  connect(&view, &QObject::destroyed, this, [this](QObject* gone) { m_keys.erase(gone); });
+}
+
+void Templates::RegisterCommands(CommandRouter& router) {
+  router.RegisterSeries(
+      CommandId::kTemplateFirst, CommandId::kTemplateLast, [this](int index) { Insert(index); },
+      [this](int index) { return StateOf(index); }, [this] { m_templates.Load(m_folder); });
+}
+
+void Templates::Insert(int index) {
+  const auto keys = m_keys.find(m_active.View());
+  if (keys == m_keys.end() || !Has(index)) return;
+  keys->second->Insert(m_templates, m_templates.Names()[static_cast<size_t>(index)]);
+}
+
+CommandState Templates::StateOf(int index) const {
+  CommandState state;
+  state.visible = Has(index);
+  if (!state.visible) return state;
+  const CQuillView* view = m_active.View();
+  state = view == nullptr ? CommandState::Disabled(StringId::kNoDocumentOpen) : NeedsWriting(*view);
+  state.text = FromBytes(m_templates.Names()[static_cast<size_t>(index)]).replace(u'&', "&&");
+  return state;
+}
+
+}  // namespace quill

@@ -1,0 +1,24 @@
+#pragma once
+#include "intel/ui/CompletionControl.h"
+#include "intel/ui/HintControl.h"
+#include "shell/ui/Feature.h"
+
+namespace quill {
+
+class CommandHelp;
+
+/// What helps while writing: the completion list and the tip with a command's parameters.
+class WritingHelp : public Feature {
+ public:
+  /// `help` shows the command that the tip or the list is about.
+  WritingHelp(const CompletionControl::Needs& needs, CommandHelp& help);
+
+  void RegisterCommands(CommandRouter& router) override;
+
+ private:
+  ActiveView& m_active;
+  CompletionControl m_completion;
+  HintControl m_hints;
+};
+
+}  // namespace quill
