@@ -20,14 +20,22 @@ class InputFile {
 
   /// Refuses folders, pipes and devices.
   IoResult Open(const std::string& path);
+  /// Takes over the descriptor of a regular file that is open for reading; `Size` stays 0.
+  void Adopt(int descriptor, const std::string& path);
+  void Close();
+
+  const std::string& Path() const { return m_path; }
   /// Size in bytes when the file was opened.
   uint64_t Size() const { return m_size; }
+  /// When the file was opened it had no write bit at all, or this process may not write it.
+  bool IsReadOnly() const;
   /// Reads up to `size` bytes; `got` is smaller than `size` only at the end of the file.
   IoResult Read(char* target, size_t size, size_t& got);
 
  private:
-  std::string m_path;  ///< for messages
+  std::string m_path;
   uint64_t m_size = 0;
+  bool m_hasWriteBit = false;
   int m_descriptor = -1;
 };
 

@@ -14,13 +14,24 @@ bool PathExists(const std::string& path) {
 }
 
 InputFile::~InputFile() {
+  Close();
+}
+
+void InputFile::Close() {
   if (m_descriptor >= 0) close(m_descriptor);
+  m_descriptor = -1;
+}
+
+void InputFile::Adopt(int descriptor, const std::string& path) {
+  Close();
+  m_path = path;
+  m_size = 0;
+  m_hasWriteBit = false;
+  m_descriptor = descriptor;
 }
 
 IoResult InputFile::Open(const std::string& path) {
-  if (m_descriptor >= 0) close(m_descriptor);
-  m_path = path;
-  m_size = 0;
+  Adopt(-1, path);
   // Without O_NONBLOCK a pipe would hang here instead of being refused below.
   m_descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   struct stat info {};
@@ -32,7 +43,12 @@ IoResult InputFile::Open(const std::string& path) {
     return IoResult::Failure("Cannot open \"" + path + "\": it is not a regular file");
   }
   m_size = static_cast<uint64_t>(info.st_size);
+  m_hasWriteBit = (info.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0;
   return IoResult::Success();
+}
+
+bool InputFile::IsReadOnly() const {
+  return !m_hasWriteBit || access(m_path.c_str(), W_OK) != 0;
 }
 
 IoResult InputFile::Read(char* target, size_t size, size_t& got) {

@@ -63,15 +63,15 @@ GrepTotals FindInFiles(const std::string& directory, std::string_view what, cons
   if (directory.empty() || what.empty()) return totals;
   LineGrep grep(what);
   ResultBatch batch(sink);
-  totals.skipped = WalkFolder(directory, IsSearchedFile, [&](int descriptor, const std::string& path) {
+  totals.skipped = WalkFolder(directory, IsSearchedFile, [&](InputFile& file) {
     const int64_t linesBefore = totals.lines;
-    const bool read = grep.ReadFile(descriptor, [&](const LineHit& hit) {
-      batch.Add(path, hit);
+    const IoResult read = grep.ReadFile(file, [&](const LineHit& hit) {
+      batch.Add(file.Path(), hit);
       ++totals.lines;
     });
     ++totals.files;
     if (totals.lines > linesBefore) ++totals.filesWithMatches;
-    return read;
+    return static_cast<bool>(read);
   });
   batch.Flush();
   return totals;

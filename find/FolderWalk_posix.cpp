@@ -15,8 +15,7 @@ namespace {
 
 class Walk {
  public:
-  Walk(const std::function<bool(std::string_view)>& wanted,
-       const std::function<bool(int, const std::string&)>& take)
+  Walk(const std::function<bool(std::string_view)>& wanted, const std::function<bool(InputFile&)>& take)
       : m_wanted(wanted), m_take(take) {}
 
   int64_t Start(const std::string& directory) {
@@ -79,8 +78,9 @@ class Walk {
     if (isFolder) {
       EnterFolder(descriptor);
     } else {
-      if (!m_take(descriptor, m_path)) ++m_skipped;
-      close(descriptor);
+      m_file.Adopt(descriptor, m_path);
+      if (!m_take(m_file)) ++m_skipped;
+      m_file.Close();
     }
     m_path.resize(length);
   }
@@ -97,8 +97,9 @@ class Walk {
   }
 
   const std::function<bool(std::string_view)>& m_wanted;
-  const std::function<bool(int, const std::string&)>& m_take;
+  const std::function<bool(InputFile&)>& m_take;
   std::string m_path;                           ///< of what is being visited
+  InputFile m_file;                             ///< one for all, so that its path's memory serves again
   std::set<std::pair<dev_t, ino_t>> m_entered;  ///< directories
   int64_t m_skipped = 0;
 };
@@ -106,7 +107,7 @@ class Walk {
 }  // namespace
 
 int64_t WalkFolder(const std::string& directory, const std::function<bool(std::string_view)>& wanted,
-                   const std::function<bool(int, const std::string&)>& take) {
+                   const std::function<bool(InputFile&)>& take) {
   return Walk(wanted, take).Start(directory);
 }
 

@@ -1,23 +1,15 @@
 #include "find/LineGrep.h"
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
+
+#include "base/LastIndexOf.h"
 
 namespace quill {
 namespace {
 
 /// Holds most scripts whole and stays in the processor's second-level cache.
 constexpr size_t kBufferBytes = size_t{256} * 1024;
-
-/// Index of the last LF, or npos.
-size_t LastLf(std::string_view bytes) {
-  const void* lf = bytes.empty() ? nullptr : memrchr(bytes.data(), '\n', bytes.size());
-  if (lf == nullptr) return std::string_view::npos;
-  return static_cast<size_t>(static_cast<const char*>(lf) - bytes.data());
-}
 
 /// Number of pieces, one line after the other.
 int64_t CountPiecesOfLines(std::string_view bytes) {
@@ -37,20 +29,18 @@ int64_t CountPiecesOfLines(std::string_view bytes) {
 LineGrep::LineGrep(std::string_view what)
     : m_searcher(what, false), m_bytes(std::make_unique<char[]>(kBufferBytes)) {}
 
-bool LineGrep::ReadFile(int descriptor, const std::function<void(const LineHit&)>& take) {
+IoResult LineGrep::ReadFile(InputFile& file, const std::function<void(const LineHit&)>& take) {
   m_line = 1;
   size_t fill = 0;
   while (true) {
-    const ssize_t got = read(descriptor, m_bytes.get() + fill, kBufferBytes - fill);
-    if (got < 0 && errno == EINTR) continue;
-    if (got < 0) return false;
-    fill += static_cast<size_t>(got);
+    size_t got = 0;
+    if (IoResult read = file.Read(m_bytes.get() + fill, kBufferBytes - fill, got); !read) return read;
+    fill += got;
     const std::string_view bytes(m_bytes.get(), fill);
-    if (got == 0) {
+    if (fill < kBufferBytes) {
       Scan(bytes, take);
-      return true;
+      return IoResult::Success();
     }
-    if (fill < kBufferBytes) continue;
     const size_t whole = EndOfLastWholePiece(bytes);
     const size_t counted = Scan(bytes.substr(0, whole), take);
     m_line += CountPieces(bytes.substr(counted, whole - counted));
@@ -60,7 +50,7 @@ bool LineGrep::ReadFile(int descriptor, const std::function<void(const LineHit&)
 }
 
 size_t LineGrep::EndOfLastWholePiece(std::string_view bytes) {
-  const size_t lineStart = LastLf(bytes) + 1;  // 0 without one
+  const size_t lineStart = LastIndexOf(bytes, '\n') + 1;  // 0 without one
   const size_t rest = bytes.size() - lineStart;
   // A piece is known to be whole when the byte behind it is here: it may be the LF of a CR LF.
   return rest == 0 ? lineStart : lineStart + (rest - 1) / kLongestLine * kLongestLine;
@@ -91,7 +81,7 @@ int64_t LineGrep::CountPieces(std::string_view bytes) {
   }
   // The last line that ended in a window, and all that follow.
   const size_t windows = bytes.size() / kWindow * kWindow;
-  const size_t lineStart = LastLf(bytes.substr(0, windows)) + 1;
+  const size_t lineStart = LastIndexOf(bytes.substr(0, windows), '\n') + 1;
   return pieces + CountPiecesOfLines(bytes.substr(lineStart));
 }
 
@@ -101,7 +91,7 @@ size_t LineGrep::Scan(std::string_view bytes, const std::function<void(const Lin
     const size_t distance = m_searcher.Find(bytes.substr(from));
     if (distance == ByteSearcher::kNone) break;
     const size_t at = from + distance;
-    const size_t lineStart = piece + LastLf(bytes.substr(piece, at - piece)) + 1;
+    const size_t lineStart = piece + LastIndexOf(bytes.substr(piece, at - piece), '\n') + 1;
     const size_t piecesBefore = (at - lineStart) / kLongestLine;
     const size_t start = lineStart + piecesBefore * kLongestLine;
     m_line += CountPieces(bytes.substr(piece, start - piece));

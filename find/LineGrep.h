@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "base/ByteSearcher.h"
+#include "base/InputFile.h"
 
 namespace quill {
 
@@ -28,9 +29,9 @@ class LineGrep {
 
   explicit LineGrep(std::string_view what);
 
-  /// Reads from an open file to its end. `take` gets the lines in order. False on a read error, with
-  /// errno set; the lines before it have been handed over.
-  bool ReadFile(int descriptor, const std::function<void(const LineHit&)>& take);
+  /// Reads from an open file to its end. `take` gets the lines in order. After a read error the lines of
+  /// earlier blocks have been handed over.
+  IoResult ReadFile(InputFile& file, const std::function<void(const LineHit&)>& take);
 
  private:
   struct Piece {

@@ -1,9 +1,12 @@
 #include "shell/BackupCopies.h"
 
+#include <ctime>
 #include <filesystem>
+#include <optional>
 #include <stdexcept>
 #include <vector>
 
+#include "base/LocalTime.h"
 #include "shell/FileIdentity.h"
 #include "text/buffer/CrystalTextBuffer.h"
 
@@ -25,12 +28,9 @@ void SetReadOnlyAttribute(const fs::path& file, bool readOnly) {
 
 /// A file's time by way of the local calendar, which knows no years before 1900: those count as 0.
 int64_t CalendarTime(int64_t seconds) {
-  const auto time = static_cast<time_t>(seconds);
-  std::tm local{};
-  if (localtime_r(&time, &local) == nullptr) {
-    throw std::invalid_argument("the time of a backup copy has no calendar date");
-  }
-  return local.tm_year + kTmYearBase < 1900 ? 0 : seconds;
+  const std::optional<std::tm> local = LocalTime(static_cast<std::time_t>(seconds));
+  if (!local) throw std::invalid_argument("the time of a backup copy has no calendar date");
+  return local->tm_year + kTmYearBase < 1900 ? 0 : seconds;
 }
 
 /// While it lives, the buffer keeps no ".bak" of what it writes over: in the backup folder that would

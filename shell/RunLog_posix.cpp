@@ -3,18 +3,19 @@
 
 #include <ctime>
 #include <filesystem>
+#include <optional>
 
+#include "base/LocalTime.h"
 #include "shell/RunLog.h"
 
 namespace quill {
 namespace {
 
 std::string TimeStamp(int64_t seconds) {
-  const auto time = static_cast<time_t>(seconds);
-  std::tm local{};
+  const std::optional<std::tm> local = LocalTime(static_cast<std::time_t>(seconds));
+  if (!local) return {};
   char text[64];
-  if (localtime_r(&time, &local) == nullptr) return {};
-  return {text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S ", &local)};
+  return {text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S ", &*local)};
 }
 
 }  // namespace

@@ -1,14 +1,10 @@
 // Loading and saving of CCrystalTextBuffer.
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <limits>
 #include <new>
 
 #include "base/AtomicFile.h"
+#include "base/InputFile.h"
 #include "text/buffer/CrystalTextBuffer.h"
 #include "text/buffer/FileLines.h"
 #include "text/buffer/LineFlagStore.h"
@@ -17,20 +13,6 @@ namespace quill {
 namespace {
 
 constexpr size_t kMostLines = std::numeric_limits<int32_t>::max();
-
-class Descriptor {
- public:
-  explicit Descriptor(int number) : m_number(number) {}
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor() {
-    if (m_number >= 0) close(m_number);
-  }
-  int Number() const { return m_number; }
-
- private:
-  int m_number;
-};
 
 }  // namespace
 
@@ -56,22 +38,16 @@ IoResult CCrystalTextBuffer::LoadFile(const std::string& path, int32_t style) {
 }
 
 IoResult CCrystalTextBuffer::LoadLines(const std::string& path, int32_t style) {
-  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-  if (file.Number() < 0) return IoResult::FromErrno("Cannot open", path, errno);
-  struct stat info {};
-  if (fstat(file.Number(), &info) != 0) return IoResult::FromErrno("Cannot open", path, errno);
-  if (S_ISDIR(info.st_mode)) return IoResult::Failure("Cannot open \"" + path + "\": it is a folder");
-  if (!S_ISREG(info.st_mode)) {
-    return IoResult::Failure("Cannot open \"" + path + "\": it is not a regular file");
-  }
-  FileLines lines(m_pool, file.Number(), static_cast<size_t>(info.st_size));
-  IoResult read = lines.Read(path, style, [this](char* text, int32_t length) {
+  InputFile file;
+  if (IoResult opened = file.Open(path); !opened) return opened;
+  FileLines lines(m_pool, file);
+  IoResult read = lines.Read(style, [this](char* text, int32_t length) {
     if (m_lines.Size() >= kMostLines) return false;
     m_lines.PushBack({text, length, 0, 0});
     return true;
   });
   m_style = lines.Style();
-  m_readOnly = (info.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0 || access(path.c_str(), W_OK) != 0;
+  m_readOnly = file.IsReadOnly();
   return read;
 }
 

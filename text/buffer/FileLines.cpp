@@ -1,9 +1,6 @@
 #include "text/buffer/FileLines.h"
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
 #include <limits>
 
@@ -16,19 +13,6 @@ constexpr size_t kChunkBytes = 32768;
 /// Blocks are not larger than this unless one line is: a wrong file size must not ask for everything.
 constexpr size_t kLargestBlock = size_t{64} << 20;
 
-/// Fills the chunk unless the file ends first; -1 after an error.
-ssize_t ReadChunk(int descriptor, char* chunk) {
-  size_t filled = 0;
-  while (filled < kChunkBytes) {
-    const ssize_t got = read(descriptor, chunk + filled, kChunkBytes - filled);
-    if (got < 0 && errno == EINTR) continue;
-    if (got < 0) return -1;
-    if (got == 0) break;
-    filled += static_cast<size_t>(got);
-  }
-  return static_cast<ssize_t>(filled);
-}
-
 }  // namespace
 
 int32_t DetectLineEndStyle(std::string_view bytes) {
@@ -40,24 +24,23 @@ int32_t DetectLineEndStyle(std::string_view bytes) {
   return chunk[lf + 1] == '\r' ? line_end::kLfCr : line_end::kLf;
 }
 
-IoResult FileLines::Read(const std::string& path, int32_t style,
-                         const std::function<bool(char*, int32_t)>& take) {
+IoResult FileLines::Read(int32_t style, const std::function<bool(char*, int32_t)>& take) {
   IoResult tooLarge =
-      IoResult::Failure("Cannot open \"" + path + "\": it is too large (2 GB a line, 2^31 lines)");
+      IoResult::Failure("Cannot open \"" + m_file.Path() + "\": it is too large (2 GB a line, 2^31 lines)");
   std::string_view end;
   while (true) {
     MakeRoom();
-    const ssize_t got = ReadChunk(m_descriptor, m_fill);
-    if (got < 0) return IoResult::FromErrno("Cannot read", path, errno);
+    size_t got = 0;
+    if (IoResult read = m_file.Read(m_fill, kChunkBytes, got); !read) return read;
     if (end.empty()) {  // the first chunk
-      const std::string_view chunk(m_fill, static_cast<size_t>(got));
+      const std::string_view chunk(m_fill, got);
       m_style = style == line_end::kAutomatic ? DetectLineEndStyle(chunk) : style;
       end = line_end::Bytes(m_style);
     }
     if (got == 0) break;
     char* search = m_fill;
     m_fill += got;
-    m_bytesRead += static_cast<size_t>(got);
+    m_bytesRead += got;
     while (search < m_fill) {
       auto* last = static_cast<char*>(std::memchr(search, end.back(), static_cast<size_t>(m_fill - search)));
       if (last == nullptr) break;
@@ -80,7 +63,8 @@ void FileLines::MakeRoom() {
   const auto used = static_cast<size_t>(m_fill - m_block.get());
   if (m_block != nullptr && m_blockBytes - used >= kChunkBytes + LinePool::kReadAhead) return;
   const auto pending = static_cast<size_t>(m_fill - m_line);
-  const size_t expected = m_fileBytes > m_bytesRead ? m_fileBytes - m_bytesRead : 0;
+  const auto fileBytes = static_cast<size_t>(m_file.Size());
+  const size_t expected = fileBytes > m_bytesRead ? fileBytes - m_bytesRead : 0;
   const size_t wanted = pending + std::max(pending, std::min(expected, kLargestBlock)) + 2 * kChunkBytes;
   if (m_block != nullptr && m_line == m_block.get()) {
     GrowBlock(m_block, wanted);

@@ -1,10 +1,9 @@
 #pragma once
 #include <cstdint>
 #include <functional>
-#include <string>
 #include <string_view>
 
-#include "base/IoResult.h"
+#include "base/InputFile.h"
 #include "text/buffer/LinePool.h"
 
 namespace quill {
@@ -13,14 +12,13 @@ namespace quill {
 /// they were read, side by side in large blocks, so that loading copies (almost) no text.
 class FileLines {
  public:
-  /// `pool` keeps the blocks. `fileBytes` is the expected size; a wrong one costs time, nothing else.
-  FileLines(LinePool& pool, int descriptor, size_t fileBytes)
-      : m_pool(pool), m_descriptor(descriptor), m_fileBytes(fileBytes) {}
+  /// `pool` keeps the blocks. The file's size is what is expected; a wrong one costs time, nothing else.
+  FileLines(LinePool& pool, InputFile& file) : m_pool(pool), m_file(file) {}
 
   /// `style`: 0 to 2, or automatic: what the first chunk shows.
   /// `take` gets each line in order, without its line end; the byte after a line may be written. It
   /// returns false to stop. May throw `std::bad_alloc`.
-  IoResult Read(const std::string& path, int32_t style, const std::function<bool(char*, int32_t)>& take);
+  IoResult Read(int32_t style, const std::function<bool(char*, int32_t)>& take);
   /// The style that was asked or found.
   int32_t Style() const { return m_style; }
 
@@ -28,8 +26,7 @@ class FileLines {
   void MakeRoom();
 
   LinePool& m_pool;
-  int m_descriptor;
-  size_t m_fileBytes;
+  InputFile& m_file;
   size_t m_bytesRead = 0;
   int32_t m_style = 0;
   ByteBlock m_block;

@@ -1,5 +1,6 @@
 #include "text/edit/InsertCommands.h"
 
+#include "base/LocalTime.h"
 #include "text/edit/ClipboardText.h"
 #include "text/edit/UndoStep.h"
 
@@ -15,10 +16,10 @@ bool ReplaceSelectedText(EditTarget& target, std::string_view text) {
 
 bool InsertDate(EditTarget& target, std::time_t now) {
   constexpr size_t kLongestDate = 128;
-  std::tm local{};
-  if (localtime_r(&now, &local) == nullptr) return false;
+  const std::optional<std::tm> local = LocalTime(now);
+  if (!local) return false;
   char date[kLongestDate];
-  const size_t length = std::strftime(date, sizeof date, "%Y-%m-%d", &local);
+  const size_t length = std::strftime(date, sizeof date, "%Y-%m-%d", &*local);
   return ReplaceSelectedText(target, {date, length});
 }
 
