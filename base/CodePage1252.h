@@ -45,6 +45,8 @@ char ToLower(char c);
 char ToUpper(char c);
 std::string ToLower(std::string_view text);
 std::string ToUpper(std::string_view text);
+/// Without white space at both ends.
+std::string_view Trimmed(std::string_view text);
 /// Equal but for case.
 bool EqualNoCase(std::string_view a, std::string_view b);
 

@@ -30,12 +30,6 @@ OutlineRow RowOf(std::string_view text, OutlineRoot root, TextPosition at, int32
   return {text, name.size(), false, root, at, file};
 }
 
-std::string_view Trimmed(std::string_view text) {
-  while (!text.empty() && cp1252::IsSpace(text.front())) text.remove_prefix(1);
-  while (!text.empty() && cp1252::IsSpace(text.back())) text.remove_suffix(1);
-  return text;
-}
-
 /// Sorts what stands from `first` on.
 void SortByName(std::vector<OutlineRow>& rows, size_t first = 0) {
   std::vector<std::string_view> names;
@@ -76,7 +70,7 @@ std::vector<OutlineRow> ElementRows(const Outline& outline, RowOrder order) {
   const size_t firstFile = rows.size();
   NameSet files;
   for (const NamedFile& file : outline.namedFiles) {
-    const std::string_view name = Trimmed(file.name);
+    const std::string_view name = cp1252::Trimmed(file.name);
     if (name.empty() || !files.Insert(cp1252::ToLower(name))) continue;
     rows.push_back({name, name.size(), true, OutlineRoot::kPaths, file.at, 0});
   }

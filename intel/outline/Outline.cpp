@@ -13,12 +13,6 @@ constexpr std::array<std::string_view, kOutlineRootCount> kRootNames = {
     "Actions", "Bitmaps", "Defines", "Entities", "Fonts",   "Functions", "Materials", "Panels", "Paths",
     "Skills",  "Skies",   "Sounds",  "Starters", "Strings", "Texts",     "Variables", "Views",  "Windows"};
 
-std::string_view Trimmed(std::string_view text) {
-  while (!text.empty() && cp1252::IsSpace(text.front())) text.remove_prefix(1);
-  while (!text.empty() && cp1252::IsSpace(text.back())) text.remove_suffix(1);
-  return text;
-}
-
 /// Drops what follows the first `c`, unless that is the first character.
 std::string_view CutBehindFirst(std::string_view text, char c) {
   const size_t at = text.find(c);
@@ -58,12 +52,12 @@ std::string_view NamedFile::Extension() const {
 std::string_view BareName(OutlineRoot root, std::string_view text) {
   switch (ElementKindOf(root)) {
     case element_kind::kFunction:
-      return Trimmed(text.substr(0, text.find('(')));
+      return cp1252::Trimmed(text.substr(0, text.find('(')));
     case element_kind::kAction:
-      return Trimmed(text);
+      return cp1252::Trimmed(text);
     default:
       for (const char c : {'=', '[', '<'}) text = CutBehindFirst(text, c);
-      return Trimmed(text);
+      return cp1252::Trimmed(text);
   }
 }
 

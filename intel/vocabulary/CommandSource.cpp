@@ -17,12 +17,6 @@ constexpr std::array<std::string_view, 14> kArgumentTypes = {
     "number", "vector", "string", "function", "bmap", "panel", "text",
     "font",   "view",   "entity", "material", "sky",  "sound", "window"};
 
-std::string_view Trim(std::string_view text) {
-  while (!text.empty() && cp1252::IsSpace(text.front())) text.remove_prefix(1);
-  while (!text.empty() && cp1252::IsSpace(text.back())) text.remove_suffix(1);
-  return text;
-}
-
 bool IsName(std::string_view text) {
   const auto fits = [](char c) { return (c >= 'a' && c <= 'z') || cp1252::IsAsciiDigit(c) || c == '_'; };
   return !text.empty() && !cp1252::IsAsciiDigit(text.front()) && std::all_of(text.begin(), text.end(), fits);
@@ -74,18 +68,18 @@ void CommandSource::AddFile(const std::string& fileName, std::string_view text) 
 
 void CommandSource::ReadLine(std::string_view line) {
   if (line.starts_with('#')) return;
-  if (Trim(line).empty()) {
+  if (cp1252::Trimmed(line).empty()) {
     EndCommand();
   } else if (!IsPrintableAscii(line)) {
     Report("the line holds a tab or a character that is not plain ASCII");
   } else if (line.front() == ' ') {
-    AddHelpLine(Trim(line));
+    AddHelpLine(cp1252::Trimmed(line));
   } else if (line.starts_with(kFieldWord)) {
     EndCommand();
-    m_field = Trim(line.substr(kFieldWord.size()));
+    m_field = cp1252::Trimmed(line.substr(kFieldWord.size()));
   } else {
     EndCommand();
-    BeginCommand(Trim(line));
+    BeginCommand(cp1252::Trimmed(line));
   }
 }
 

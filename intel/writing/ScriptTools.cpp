@@ -14,12 +14,6 @@ constexpr std::string_view kVariableTypes[] = {"var",   "var_nsave", "var_info",
                                                "font",  "define",    "entity*",  "panel*",   "text*", "view*",
                                                "bmap*", "sky*",      "sound*",   "material*"};
 
-std::string_view Trimmed(std::string_view text) {
-  while (!text.empty() && cp1252::IsSpace(text.front())) text.remove_prefix(1);
-  while (!text.empty() && cp1252::IsSpace(text.back())) text.remove_suffix(1);
-  return text;
-}
-
 bool HasLineBreak(std::string_view text) {
   return text.find_first_of("\r\n") != std::string_view::npos;
 }
@@ -67,7 +61,7 @@ std::span<const std::string_view> VariableTypes() {
 }
 
 std::string VariableProblem(const VariableDraft& draft) {
-  const std::string_view name = Trimmed(draft.name);
+  const std::string_view name = cp1252::Trimmed(draft.name);
   const size_t bracket = std::min(name.find('['), name.size());
   const bool isVar = draft.type.starts_with("var");
   if (std::find(std::begin(kVariableTypes), std::end(kVariableTypes), draft.type) ==
@@ -82,7 +76,7 @@ std::string VariableProblem(const VariableDraft& draft) {
     return "Only a number can be an array, written as name[3]";
   }
   if (HasLineBreak(draft.value) || HasLineBreak(draft.comment)) return "Value and comment are one line each";
-  const std::string_view value = Trimmed(draft.value);
+  const std::string_view value = cp1252::Trimmed(draft.value);
   if (draft.type == "string") {
     const std::string text = ValueText(draft.type, value);
     if (std::count(text.begin(), text.end(), '"') != 2) return "A text cannot hold a double quote";
@@ -97,9 +91,9 @@ std::string VariableProblem(const VariableDraft& draft) {
 }
 
 std::string VariableDefinition(const VariableDraft& draft) {
-  const std::string_view value = Trimmed(draft.value);
-  const std::string_view comment = Trimmed(draft.comment);
-  std::string text = draft.type + ' ' + std::string(Trimmed(draft.name));
+  const std::string_view value = cp1252::Trimmed(draft.value);
+  const std::string_view comment = cp1252::Trimmed(draft.comment);
+  std::string text = draft.type + ' ' + std::string(cp1252::Trimmed(draft.name));
   if (!value.empty()) text += (draft.type == "define" ? ", " : " = ") + ValueText(draft.type, value);
   text += ';';
   if (!comment.empty()) text.append(" // ").append(comment);
