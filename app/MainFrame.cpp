@@ -137,11 +137,11 @@ void CMainFrame::StartTimers() {
 
 CMainFrame::Created CMainFrame::LoadDatabases() {
   m_services.log.Line(Text(StringId::kLogLoadingKeywords));
-  DatabaseResult loaded = m_keywords.Load(m_services.programFolder);
+  DatabaseResult loaded = m_keywords.LoadKeywordSets(m_services.programFolder);
   if (loaded) {
     m_services.log.Line(Text(StringId::kLogLoadingCommands));
     try {
-      loaded = m_commands.Load(m_services.programFolder);
+      loaded = m_commands.LoadCommandDatabase(m_services.programFolder);
     } catch (const std::invalid_argument& error) {
       loaded = {DatabaseResult::State::kUnreadable, error.what()};
     }

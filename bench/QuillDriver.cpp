@@ -17,7 +17,8 @@ class QuillDriver : public EditorDriver {
  public:
   QuillDriver() {
     const std::string folder = QUILL_PROGRAM_FOLDER;
-    if (!m_keywords.Load(folder) || !m_commands.Load(folder)) qFatal("The databases are not built");
+    if (!m_keywords.LoadKeywordSets(folder) || !m_commands.LoadCommandDatabase(folder))
+      qFatal("The databases are not built");
     m_view = std::make_unique<CQuillView>(m_keywords, m_commands);
     ViewSettings settings;
     settings.fontName = "DejaVu Sans Mono";

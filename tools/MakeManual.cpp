@@ -71,7 +71,8 @@ int Make(const std::vector<std::string>& arguments) {
   quill::CommandDatabase commands;
   commands.Append(source.Triples());
   quill::KeywordDatabase keywords;
-  if (const quill::DatabaseResult loaded = keywords.Load(arguments[2]); !loaded) return Fail(loaded.message);
+  if (const quill::DatabaseResult loaded = keywords.LoadKeywordSets(arguments[2]); !loaded)
+    return Fail(loaded.message);
 
   const fs::path output = arguments[0];
   fs::create_directories(output);

@@ -13,7 +13,7 @@ constexpr size_t kStringsPerCommand = 3;
 
 }  // namespace
 
-DatabaseResult CommandDatabase::Load(const std::string& folder) {
+DatabaseResult CommandDatabase::LoadCommandDatabase(const std::string& folder) {
   const std::string path = folder + "/" + kCommandsFileName;
   if (!PathExists(path)) return {DatabaseResult::State::kMissing, kCommandsMissing};
   std::vector<std::string> list;

@@ -21,7 +21,7 @@ class CommandDatabase {
  public:
   /// Reads "KVSTCommands.db" in `folder` and appends its commands. Throws std::invalid_argument when
   /// the file's number of strings is not a multiple of three.
-  DatabaseResult Load(const std::string& folder);
+  DatabaseResult LoadCommandDatabase(const std::string& folder);
 
   /// Appends commands given as name, parameter text, help text, and so on. Throws
   /// std::invalid_argument, and appends nothing, when the last triple is incomplete.

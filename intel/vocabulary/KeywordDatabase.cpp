@@ -12,7 +12,7 @@ DatabaseResult AddFile(const std::string& path, NameSet& set) {
 
 }  // namespace
 
-DatabaseResult KeywordDatabase::Load(const std::string& folder) {
+DatabaseResult KeywordDatabase::LoadKeywordSets(const std::string& folder) {
   m_script.Clear();
   if (DatabaseResult result = AddFile(folder + "/" + kKeywordsFileName, m_script); !result) return result;
   return AddFile(folder + "/" + kCKeywordsFileName, m_c);

@@ -8,13 +8,13 @@
 namespace quill {
 
 /// The keywords of Vesper and of C. Filled before the first document opens; afterwards only by
-/// another `Load` on the same thread.
+/// another `LoadKeywordSets` on the same thread.
 class KeywordDatabase {
  public:
   /// Reads "Keywords.db" and then "cKeywords.db" in `folder`. The script keywords are replaced; the C
   /// keywords are only added to, so that a keyword once known stays until the program ends. Stops at
   /// the first file that is missing or unreadable.
-  DatabaseResult Load(const std::string& folder);
+  DatabaseResult LoadKeywordSets(const std::string& folder);
 
   /// The set for a document: C's when the path ends in ".c" or ".h" in any case, else the script's.
   /// The reference stays valid, and follows a reload, as long as the database lives.

@@ -34,16 +34,16 @@ TEST(CommandDatabase, FindsTheCommandAtPositionZeroLast) {
 TEST(CommandDatabase, TellsMissingDamagedAndIncompleteFilesApart) {
   TempFolder folder;
   CommandDatabase commands;
-  const DatabaseResult missing = commands.Load(folder.Path(""));
+  const DatabaseResult missing = commands.LoadCommandDatabase(folder.Path(""));
   EXPECT_EQ(missing.state, DatabaseResult::State::kMissing);
   EXPECT_EQ(missing.message, "Command Database does not exist, please reinstall Vesper Editor");
   folder.Write(kCommandsFileName, std::string("\x03\x00\x04wa", 5));
-  EXPECT_EQ(commands.Load(folder.Path("")).state, DatabaseResult::State::kUnreadable);
+  EXPECT_EQ(commands.LoadCommandDatabase(folder.Path("")).state, DatabaseResult::State::kUnreadable);
   folder.Write(kCommandsFileName, WriteStringList(Strings{"a", "b", "c", "d"}));
-  EXPECT_THROW((void)commands.Load(folder.Path("")), std::invalid_argument);
+  EXPECT_THROW((void)commands.LoadCommandDatabase(folder.Path("")), std::invalid_argument);
   EXPECT_EQ(commands.Count(), 0);
   folder.Write(kCommandsFileName, WriteStringList({}));
-  EXPECT_TRUE(commands.Load(folder.Path("")));
+  EXPECT_TRUE(commands.LoadCommandDatabase(folder.Path("")));
   EXPECT_EQ(commands.Count(), 0);
 }
 
@@ -90,8 +90,8 @@ TEST(CommandSource, NamesTheLineOfEachFault) {
 TEST(ShippedDatabases, LoadAndAgreeWithOneAnother) {
   KeywordDatabase keywords;
   CommandDatabase commands;
-  ASSERT_TRUE(keywords.Load(QUILL_BIN_DIR));
-  ASSERT_TRUE(commands.Load(QUILL_BIN_DIR));
+  ASSERT_TRUE(keywords.LoadKeywordSets(QUILL_BIN_DIR));
+  ASSERT_TRUE(commands.LoadCommandDatabase(QUILL_BIN_DIR));
   EXPECT_GE(commands.Count(), 120);
   for (int32_t i = 0; i < commands.Count(); ++i) {
     const std::string& name = commands.GetCommandName(i);

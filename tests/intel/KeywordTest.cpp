@@ -45,7 +45,7 @@ class KeywordDatabaseTest : public testing::Test {
     m_folder.Write(kKeywordsFileName, script);
     m_folder.Write(kCKeywordsFileName, c);
   }
-  DatabaseResult Load() { return m_database.Load(m_folder.Path("")); }
+  DatabaseResult Load() { return m_database.LoadKeywordSets(m_folder.Path("")); }
 
   TempFolder m_folder;
   KeywordDatabase m_database;

@@ -88,8 +88,8 @@ std::vector<Call> CallsIn(std::string_view code) {
 class Samples : public testing::Test {
  protected:
   void SetUp() override {
-    ASSERT_TRUE(m_keywords.Load(QUILL_BIN_DIR));
-    ASSERT_TRUE(m_commands.Load(QUILL_BIN_DIR));
+    ASSERT_TRUE(m_keywords.LoadKeywordSets(QUILL_BIN_DIR));
+    ASSERT_TRUE(m_commands.LoadCommandDatabase(QUILL_BIN_DIR));
     for (int32_t i = 0; i < m_commands.Count(); ++i) {
       m_arity[m_commands.GetCommandName(i)] = CallsIn(m_commands.GetCommandParameters(i)).at(0).arguments;
     }

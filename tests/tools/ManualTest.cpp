@@ -20,7 +20,7 @@ class ManualTest : public testing::Test {
     m_commands.Append(m_source.Triples());
     m_folder.Write("Keywords.db", "while\r\nvar\r\n");
     m_folder.Write("cKeywords.db", "");
-    ASSERT_TRUE(m_keywords.Load(m_folder.Folder().string()));
+    ASSERT_TRUE(m_keywords.LoadKeywordSets(m_folder.Folder().string()));
   }
   Vocabulary Words() { return {m_keywords, m_commands, m_kinds}; }
   std::string Markdown(std::string_view text) { return ReadMarkdown(text, Words(), CommandPageName).html; }
