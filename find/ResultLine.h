@@ -16,7 +16,7 @@ struct ResultPlace {
 };
 
 /// What a result line opens: the path ends before the first " (", the number follows the first "(". A
-/// path that itself holds one of them opens something else; result lines have always been read so.
+/// path that itself holds one of them opens something else: the line does not say where the path ends.
 /// Nothing without " (" and a ")".
 std::optional<ResultPlace> ParseResultLine(std::string_view resultLine);
 
