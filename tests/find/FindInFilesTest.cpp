@@ -126,6 +126,31 @@ TEST(FindInFiles, CountsThePiecesOfLongLinesLikeANaiveReader) {
   }
 }
 
+TEST(FindInFiles, CountsLineEndsThatLieInTwoBlocks) {
+  constexpr size_t kBlock = size_t{256} * 1024;
+  const TempFolder folder;
+  const size_t lengths[] = {0, 1, 1021, 1022, 1023, 1024, 2044, 2045, 2046, 2047};
+  for (const size_t fillLine : {size_t{64}, size_t{1000}, 2 * kBlock}) {
+    for (const size_t length : lengths) {
+      for (size_t cr = kBlock - 4; cr < kBlock + 4; ++cr) {
+        std::string bytes(cr - length, 'x');
+        for (size_t at = fillLine - 1; at < bytes.size(); at += fillLine) bytes[at] = '\n';
+        if (fillLine < kBlock) bytes.back() = '\n';
+        bytes += std::string(length, 'y') + "\r\nhit\r\n\nhit";
+        const std::string path = folder.Write("a.vsl", bytes);
+        std::vector<std::string> expected;
+        int64_t number = 0;
+        for (const std::string& piece : NaivePieces(bytes)) {
+          ++number;
+          if (piece.find("hit") == std::string::npos) continue;
+          AppendResultLine(expected.emplace_back(), path, number, piece);
+        }
+        EXPECT_EQ(Grep(folder.Path(""), "hit").entries, expected) << fillLine << " " << length << " " << cr;
+      }
+    }
+  }
+}
+
 TEST(ResultLine, OpensWhatItsFirstParenthesesSay) {
   struct Row {
     const char* entry;

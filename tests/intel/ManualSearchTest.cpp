@@ -66,6 +66,34 @@ TEST_F(ManualSearchTest, PutsHeadingsFirstAndNeedsEveryWord) {
   for (const auto& [query, targets] : rows) EXPECT_EQ(Found(query), targets) << query;
 }
 
+TEST(ManualSearch, RanksHeadingsThenNumberOfPlacesThenTheManualsOrder) {
+  std::string often;
+  for (int i = 0; i < 200; ++i) often += "wait ";
+  ManualSearch search;
+  // Each before those that are better, so that the manual's order does not help.
+  search.Add({{"once", "Wait", "other", "long wait"},
+              {"twice", "P", "other", "wait for long and wait"},
+              {"often", "P", "other", often},
+              {"oftener", "P", "other", often + often},  // so many count as equal
+              {"inside", "P", "do wait", "Pauses."},
+              {"inside and often", "P", "do wait", often},
+              {"begins", "P", "wait long", ""},
+              {"begins and once", "P", "waiting", "wait"},
+              {"begins and often", "P", "waiting", often},
+              {"whole", "P", "Wait", ""}});
+  const auto found = [&search](std::string_view query) {
+    std::vector<std::string> targets;
+    for (const size_t at : search.Find(query)) targets.push_back(search.Section(at).target);
+    return targets;
+  };
+  using Targets = std::vector<std::string>;
+  EXPECT_EQ(found("wAit"), (Targets{"whole", "begins and often", "begins and once", "begins",
+                                    "inside and often", "inside", "often", "oftener", "twice", "once"}));
+  for (const char* query : {"long wait", "wait long"}) {
+    EXPECT_EQ(found(query), (Targets{"begins", "twice", "once"})) << "what the words earn is added up";
+  }
+}
+
 TEST_F(ManualSearchTest, ExcerptsShowTheFirstPlaceAndMarkAll) {
   const auto marked = [this](size_t position, std::string_view query) {
     const ManualExcerpt excerpt = m_search.Excerpt(position, query);

@@ -237,6 +237,24 @@ TEST_F(DocumentFileTest, RecoveredTextIsOneUndoStepAwayFromItsFile) {
   }
 }
 
+TEST_F(DocumentFileTest, ALostTextIsKeptWhenRecoveringItCannotBeWrittenDown) {
+  document->New("Untitled1");
+  Type("precious");
+  Crash();
+  {
+    auto found = FindRecoverable(recovery);
+    ASSERT_EQ(found.size(), 1u);
+    const FileSizeLimit full(10);
+    ASSERT_TRUE(document->Recover(found[0]));
+    EXPECT_EQ(Text(), "precious");
+    Restart();
+  }
+  auto found = FindRecoverable(recovery);
+  ASSERT_EQ(found.size(), 1u);
+  ASSERT_TRUE(document->Recover(found[0]));
+  EXPECT_EQ(Text(), "precious");
+}
+
 TEST_F(DocumentFileTest, RecoveredTextOfAFileThatHasGoneKeepsItsPath) {
   const std::string path = temp.Write("a.vsl", "old");
   ASSERT_TRUE(document->Open(path));

@@ -40,5 +40,16 @@ TEST(KeyBindings, BytesGiveTheSameBindingsBackAndEveryPrefixIsRefused) {
   EXPECT_THROW(bindings.Set("x", {std::string(256, 'F')}), std::invalid_argument);
 }
 
+TEST(KeyBindings, AnyNumberOfCommandsComesBack) {
+  for (const int count : {0, 1, 255, 256, 257, 300, 600}) {
+    KeyBindings bindings;
+    for (int i = 0; i < count; ++i) bindings.Set("command." + std::to_string(i), {"F" + std::to_string(i)});
+    EXPECT_EQ(KeyBindings::FromBytes(bindings.ToBytes()), bindings) << count;
+  }
+  KeyBindings longest;
+  longest.Set(std::string(255, 'c'), Keys(255, std::string(255, 'F')));
+  EXPECT_EQ(KeyBindings::FromBytes(longest.ToBytes()), longest);
+}
+
 }  // namespace
 }  // namespace quill

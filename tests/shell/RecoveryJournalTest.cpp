@@ -329,6 +329,37 @@ TEST_F(RecoveryJournalTest, AWriteThatFailsHalfWayIsMadeUpForLater) {
   EXPECT_EQ(TextOf(text), "one two three");
 }
 
+TEST_F(RecoveryJournalTest, TheOldJournalStaysWhileTheNewOneCannotBeWritten) {
+  enum Obstacle { kFullDisk, kNameIsTaken };
+  for (const Obstacle obstacle : {kFullDisk, kNameIsTaken}) {
+    Session session(folder, "");
+    Insert(session.buffer, {0, 0}, "kept");
+    ASSERT_TRUE(session.journal->Flush());
+    std::filesystem::path temporary = *std::filesystem::directory_iterator(folder);
+    temporary.replace_extension(".tmp");
+    const auto failToWrite = [&] {
+      // A text from outside has to be written whole.
+      session.buffer.NewBuffer(line_end::kCrLf, std::string(300'000, 'x'));
+      EXPECT_FALSE(session.journal->Flush());
+      EXPECT_FALSE(session.journal->Flush());
+      session.Die();
+    };
+    if (obstacle == kFullDisk) {
+      const FileSizeLimit limit(1000);
+      failToWrite();
+    } else {
+      std::ofstream(temporary) << "of somebody else";
+      failToWrite();
+    }
+    auto found = FindRecoverable(folder);
+    ASSERT_EQ(found.size(), 1u) << obstacle;
+    CCrystalTextBuffer text;
+    EXPECT_EQ(found[0].Read(text), RecoveredText::kWhole) << obstacle;
+    EXPECT_EQ(TextOf(text), "kept") << obstacle;
+    found[0].Discard();
+  }
+}
+
 TEST(RecoveryFolder, FollowsTheStateHomeUnlessItIsRelative) {
   setenv("HOME", "/home/u", 1);
   const std::pair<const char*, const char*> rows[] = {

@@ -150,6 +150,53 @@ TEST(BufferFile, ReadOnlyFollowsTheFilesAttribute) {
   EXPECT_EQ(buffer.ProfileSection(), path);
 }
 
+TEST(BufferFile, WhatComesAfterAReadOnlyFileCanBeWritten) {
+  const TempFolder folder;
+  const std::string path = folder.Write("a", "x");
+  ASSERT_EQ(chmod(path.c_str(), 0444), 0);
+  CCrystalTextBuffer buffer;
+  TextPosition end;
+  ASSERT_TRUE(buffer.LoadFile(path));
+  ASSERT_FALSE(buffer.InsertTextAt(nullptr, {0, 0}, "y", end));
+  buffer.NewBuffer();
+  EXPECT_TRUE(buffer.InsertTextAt(nullptr, {0, 0}, "y", end));
+  ASSERT_TRUE(buffer.LoadFile(path));
+  EXPECT_FALSE(buffer.LoadFile(folder.Path("missing")));
+  EXPECT_FALSE(buffer.IsReadOnly()) << "nothing is left of the file before";
+}
+
+TEST(BufferFile, IsUnmodifiedExactlyWhileItHoldsTheSavedText) {
+  const TempFolder folder;
+  const std::string path = folder.Path("a.vsl");
+  std::mt19937 random(23);
+  CCrystalTextBuffer buffer;
+  buffer.NewBuffer();
+  std::string saved;
+  TextPosition end;
+  // Every step types what was never typed before, so that equal texts are the same place of the history;
+  // in the second half more is typed than the history holds.
+  for (int step = 0; step < 6000; ++step) {
+    const uint32_t what = random() % 100;
+    const bool muchIsTyped = step > 2000;
+    if (what < 1) {
+      ASSERT_TRUE(buffer.SaveFile(path));
+      saved = buffer.Line(0);
+    } else if (what < (muchIsTyped ? 25 : 45)) {
+      buffer.Undo(end);
+    } else if (what < (muchIsTyped ? 30 : 70)) {
+      buffer.Redo(end);
+    } else {
+      ASSERT_TRUE(buffer.InsertTextAt(nullptr, {0, 0}, std::to_string(step) + ",", end));
+    }
+    ASSERT_EQ(buffer.IsModified(), buffer.Line(0) != saved) << step;
+  }
+  ASSERT_TRUE(buffer.SaveFile(path));
+  ASSERT_TRUE(buffer.Undo(end));
+  ASSERT_TRUE(buffer.InsertTextAt(nullptr, {0, 0}, "other", end));
+  while (buffer.Undo(end)) ASSERT_TRUE(buffer.IsModified());
+  while (buffer.Redo(end)) ASSERT_TRUE(buffer.IsModified());
+}
+
 struct ResetCounter : BufferView {
   void OnBufferUpdate(BufferView*, const TextChange*, uint32_t hints, int32_t) override {
     resets += hints == hint::kReset ? 1 : 0;

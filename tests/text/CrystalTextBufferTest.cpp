@@ -152,6 +152,37 @@ TEST(CrystalTextBuffer, MovesAndRefusesFlags) {
   EXPECT_EQ(buffer.LineFlags(0), 0u);
 }
 
+TEST(CrystalTextBuffer, FlagsStayOnTheLineThatIsBrokenAndMoveWithTheLinesBelow) {
+  const uint32_t mark = line_flag::kBookmark;
+  const struct {
+    TextPosition at;
+    const char* text;
+    std::vector<uint32_t> flags;
+  } cases[] = {
+      {{0, 0}, "\r", {mark, 0, 0, line_flag::kBreakpoint}},
+      {{0, 0}, "x\r\ny\rz", {mark, 0, 0, 0, line_flag::kBreakpoint}},
+      {{0, 1}, "\r", {mark, 0, 0, line_flag::kBreakpoint}},
+      {{0, 0}, "x", {mark, 0, line_flag::kBreakpoint}},
+      {{1, 0}, "\r", {mark, 0, 0, line_flag::kBreakpoint}},
+      {{2, 1}, "\r", {mark, 0, line_flag::kBreakpoint, 0}},
+  };
+  for (const auto& c : cases) {
+    Buffer buffer("a\rb\rc");
+    buffer.SetFlagOnLine(0, mark, true);
+    buffer.SetFlagOnLine(2, line_flag::kBreakpoint, true);
+    const auto flags = [&buffer] {
+      std::vector<uint32_t> all;
+      for (int32_t line = 0; line < buffer.LineCount(); ++line) all.push_back(buffer.LineFlags(line));
+      return all;
+    };
+    ASSERT_TRUE(buffer.Insert(c.at, c.text));
+    EXPECT_EQ(flags(), c.flags) << c.at.line << " " << c.text;
+    TextPosition at;
+    ASSERT_TRUE(buffer.Undo(at));
+    EXPECT_EQ(flags(), (std::vector<uint32_t>{mark, 0, line_flag::kBreakpoint})) << c.text;
+  }
+}
+
 TEST(CrystalTextBuffer, ChecksEveryPlace) {
   Buffer buffer("ab\rc");
   std::string text;

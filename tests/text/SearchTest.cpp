@@ -163,6 +163,22 @@ struct CountingView : BufferView {
   MatchCounter counter;
 };
 
+TEST(MatchCounter, NumbersMatchesThatTouchEachOther) {
+  const ScriptText text("aaaaa aa\naaaa");
+  MatchCounter counter(text);
+  counter.Start(TextSearch("aa", 0));
+  while (!counter.Advance(256)) continue;
+  const std::pair<TextRange, const char*> rows[] = {
+      {{{0, 0}, {0, 2}}, "1 of 5"}, {{{0, 2}, {0, 4}}, "2 of 5"}, {{{0, 6}, {0, 8}}, "3 of 5"},
+      {{{1, 0}, {1, 2}}, "4 of 5"}, {{{1, 2}, {1, 4}}, "5 of 5"}, {{{1, 4}, {1, 4}}, "5"},
+      {{{0, 1}, {0, 3}}, "1 of 5"},  // across two: the one that ends behind its start
+  };
+  for (const auto& [selection, status] : rows) {
+    EXPECT_EQ(counter.StatusText(selection), status)
+        << selection.start.line << "," << selection.start.character;
+  }
+}
+
 TEST(MatchCounter, AgreesWithAFreshCountAfterAnyEdits) {
   std::mt19937 random(3);
   std::string content;
