@@ -49,12 +49,11 @@ void SqliteSettingsStore::Close() {
   m_db.Close(settings_file::IdentityOf(m_path) == m_identity);
 }
 
-void SqliteSettingsStore::ReopenIfReplaced() {
+void SqliteSettingsStore::CloseIfReplaced() {
   // Another copy set the file aside, or the user removed it: writing on would be writing into nothing.
-  if (!m_db.IsOpen() || settings_file::IdentityOf(m_path) == m_identity) return;
+  if (m_depth > 0 || !m_db.IsOpen() || settings_file::IdentityOf(m_path) == m_identity) return;
   Close();
-  settings_file::MakeFolderFor(m_path);
-  Open();
+  m_tried = false;
 }
 
 void SqliteSettingsStore::Repair() {
@@ -102,6 +101,7 @@ void SqliteSettingsStore::Validate() {
 }
 
 SqliteSettingsStore::CachedKey* SqliteSettingsStore::FindKey(std::string_view key) {
+  CloseIfReplaced();
   OpenIfThere();
   if (!m_db.IsOpen()) return nullptr;
   Validate();
@@ -143,6 +143,7 @@ bool SqliteSettingsStore::CreateKey(std::string_view key) {
 
 std::vector<std::string> SqliteSettingsStore::SubKeys(std::string_view key) {
   std::vector<std::string> names;
+  CloseIfReplaced();
   OpenIfThere();
   if (!m_db.IsOpen()) return names;
   Note(m_db.ForEachKeyBelow(key, [&](std::string_view path) {
@@ -213,8 +214,8 @@ bool SqliteSettingsStore::Flush() {
 
 bool SqliteSettingsStore::BeginTransaction() {
   if (m_depth == 0) {
+    CloseIfReplaced();
     OpenOrCreate();
-    ReopenIfReplaced();
     m_failed = !m_db.IsOpen() || !Note(m_db.Begin());
     if (!m_failed) Validate();
   }

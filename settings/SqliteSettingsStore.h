@@ -12,7 +12,8 @@ namespace quill {
 
 /// The settings store of a system without a registry: one SQLite file, which any number of copies of
 /// the program read and write at once. What was read is kept until another copy writes, so that a read
-/// costs one look at the file's change counter.
+/// costs one look at the file's change counter, and one whether it is the same file still: one that was
+/// removed or put in its place counts at once.
 ///
 /// A missing folder or file is created by the first write, not before: making a database costs more
 /// than the rest of a start. Where that is not possible the store is silently empty and takes nothing. A file
@@ -54,12 +55,12 @@ class SqliteSettingsStore final : public SettingsStore {
   };
   static constexpr int64_t kNoKey = 0;
 
-  /// Both once in a run at most.
+  /// Both once in a run at most, and once more when the file has been replaced.
   void OpenIfThere();
   void OpenOrCreate();
   void Open();
   void Close();
-  void ReopenIfReplaced();
+  void CloseIfReplaced();
   void Repair();
   /// Remembers damage; it is repaired once no statement and no transaction is open.
   bool Note(Result result);

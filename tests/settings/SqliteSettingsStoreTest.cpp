@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <atomic>
 #include <filesystem>
+#include <functional>
 #include <latch>
 #include <memory>
 #include <thread>
@@ -222,6 +223,46 @@ TEST_F(SqliteSettingsStoreTest, WritingGoesOnWhenTheFileIsRemovedMeanwhile) {
   EXPECT_EQ(ReadInt(store, settings::kTabSize), 3);
   EXPECT_EQ(SqliteSettingsStore(m_path).TakeMessage(), "");
   EXPECT_EQ(ReadInt(store, settings::kFontSize), 10);
+}
+
+TEST_F(SqliteSettingsStoreTest, AFileThatIsResetFromOutsideIsReadAnewAndWritten) {
+  const auto removeFile = [this] { std::filesystem::remove_all(m_folder.Path("new/quill")); };
+  const std::function<int()> resets[] = {
+      [&] {
+        Query(m_path, "DELETE FROM entries; DELETE FROM keys");
+        return 3;
+      },
+      [&] {
+        removeFile();
+        return 3;
+      },
+      [&] {
+        std::filesystem::remove(m_path);  // its log stays behind
+        return 3;
+      },
+      [&] {
+        removeFile();
+        WriteInt(*std::make_unique<SqliteSettingsStore>(m_path), settings::kTabSize, 7);
+        return 7;
+      },
+  };
+  const std::string key = "HKEY_CURRENT_USER\\Software\\Quill\\Settings";
+  for (size_t i = 0; i < std::size(resets); ++i) {
+    SqliteSettingsStore store(m_path);
+    ASSERT_TRUE(WriteInt(store, settings::kTabSize, 9));
+    ASSERT_TRUE(WriteInt(store, settings::kFontSize, 20));
+    EXPECT_EQ(ReadInt(store, settings::kTabSize), 9);
+    const int expected = resets[i]();
+    EXPECT_EQ(ReadInt(store, settings::kTabSize), expected) << i;
+    EXPECT_EQ(ReadInt(store, settings::kFontSize), 12) << i;
+    EXPECT_TRUE(WriteInt(store, settings::kFontSize, 11)) << i;
+    EXPECT_EQ(ReadInt(store, settings::kTabSize), expected) << i;
+    EXPECT_TRUE(store.KeyExists(key)) << i;
+    EXPECT_EQ(store.TakeMessage(), "") << i;
+    SqliteSettingsStore other(m_path);
+    EXPECT_EQ(ReadInt(other, settings::kFontSize), 11) << i;
+    EXPECT_EQ(ReadInt(other, settings::kTabSize), expected) << i;
+  }
 }
 
 TEST_F(SqliteSettingsStoreTest, AFolderThatCannotBeMadeGivesDefaultsInSilence) {
