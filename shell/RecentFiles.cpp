@@ -2,21 +2,14 @@
 
 #include <algorithm>
 
+#include "settings/Settings.h"
+
 namespace quill {
-namespace {
-
-constexpr std::string_view kSection = "Recent File List";
-
-std::string NameOf(size_t index) {
-  return "File" + std::to_string(index + 1);
-}
-
-}  // namespace
 
 void RecentFiles::Load() {
   m_paths.clear();
-  for (size_t i = 0; i < kMaxFiles; ++i) {
-    std::string path = m_profile.ReadText(kSection, NameOf(i));
+  for (const ProfileText& entry : profile::kRecentFiles) {
+    std::string path = ReadText(m_profile, entry);
     if (!path.empty() && std::ranges::find(m_paths, path) == m_paths.end()) {
       m_paths.push_back(std::move(path));
     }
@@ -38,10 +31,11 @@ void RecentFiles::Remove(std::string_view path) {
 void RecentFiles::Store() {
   SettingsTransaction transaction(m_profile.Store());
   for (size_t i = 0; i < kMaxFiles; ++i) {
+    const ProfileText& entry = profile::kRecentFiles[i];
     if (i < m_paths.size()) {
-      m_profile.WriteText(kSection, NameOf(i), m_paths[i]);
+      WriteText(m_profile, entry, m_paths[i]);
     } else {
-      m_profile.DeleteValue(kSection, NameOf(i));
+      m_profile.DeleteValue(entry.section, entry.name);
     }
   }
   transaction.Commit();

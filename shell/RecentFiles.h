@@ -1,17 +1,18 @@
 #pragma once
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "settings/AppProfile.h"
+#include "settings/ProfileTable.h"
 
 namespace quill {
 
-/// The files opened or saved last, newest first, kept in the profile's section "Recent File List" as
-/// "File1" to "File4".
+/// The files opened or saved last, newest first, kept in the profile.
 class RecentFiles {
  public:
-  static constexpr size_t kMaxFiles = 4;
+  static constexpr size_t kMaxFiles = std::size(profile::kRecentFiles);
 
   explicit RecentFiles(AppProfile profile) : m_profile(profile) {}
 

@@ -1,11 +1,10 @@
 #include "shell/ViewPreferences.h"
 
 #include "settings/Settings.h"
-#include "settings/SettingsKey.h"
 
 namespace quill {
 
-ViewSettings ReadViewSettings(SettingsStore& store, const SystemColours& system) {
+ViewSettings ReadViewSettings(SettingsStore& store, const DesktopColours& desktop) {
   ViewSettings view;
   view.fontName = ReadText(store, settings::kFontName);
   view.fontSize = ReadInt(store, settings::kFontSize);
@@ -19,11 +18,11 @@ ViewSettings ReadViewSettings(SettingsStore& store, const SystemColours& system)
   view.autoBrackets = ReadFlag(store, settings::kAutoBrackets);
   view.keepSpaces = ReadFlag(store, settings::kKeepSpaces);
 
-  SettingsKey key(store);
-  key.SetKey(settings::kKeyPath, true);
-  view.colours.Load({[&key](const char* name, uint32_t fallback) { return key.ReadColour(name, fallback); },
-                     [&key](const char* name) { return key.ReadFlag(name, false); }},
-                    system);
+  view.colours.Load({[&store](const ColourSetting& setting, const DesktopColours& colours) {
+                       return ReadColour(store, setting, colours);
+                     },
+                     [&store](const FlagSetting& setting) { return ReadFlag(store, setting); }},
+                    desktop);
   return view;
 }
 

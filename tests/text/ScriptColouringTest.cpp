@@ -256,24 +256,24 @@ TEST(ScriptColouring, TakesCKeywordsForCFilesOfAnyCase) {
 }
 
 TEST(ColourTable, ReadsColoursAndSwitchesOrFallsBackToDefaults) {
-  const ColourReader reader{[](const char* name, uint32_t fallback) {
-                              return std::string_view(name) == "BackColor" ? 0xFF112233u : fallback;
+  const ColourReader reader{[](const ColourSetting& setting, const DesktopColours& desktop) {
+                              return setting.name == "BackColor" ? 0xFF112233u : setting.Fallback(desktop);
                             },
-                            [](const char* name) { return std::string_view(name) == "FuncBold"; }};
+                            [](const FlagSetting& setting) { return setting.name == "FuncBold"; }};
   ColourTable table;
   EXPECT_FALSE(table.AnyBold());
   table.Load(reader, {0xAAAAAA, 0xBBBBBB});
   std::string seen;
-  for (const ColourEntry& entry : ColourEntries()) {
+  for (int32_t index = 0; index < kColourIndexLimit; ++index) {
     char text[40];
-    std::snprintf(text, sizeof text, "%d=%06X%s%s ", entry.index, table.ColourOf(entry.index),
-                  table.IsBold(entry.index) ? "b" : "", table.IsDefault(entry.index) ? "" : "!");
+    std::snprintf(text, sizeof text, "%d=%06X%s%s ", index, table.ColourOf(index),
+                  table.IsBold(index) ? "b" : "", table.IsDefault(index) ? "" : "!");
     seen += text;
   }
   EXPECT_EQ(seen,
             "0=112233! 1=112233! 2=000000 3=000000 4=808080 5=000000 6=BBBBBB 7=C56A31 8=FFFFFF 9=808080 "
             "10=FF0000 11=000088 12=515151b 13=515151 14=008000 15=A000A0 16=000000 17=686868 18=C08000 "
-            "25=00FFFF ");
+            "19=000000 20=000000 21=000000 22=000000 23=000000 24=000000 25=00FFFF ");
   EXPECT_EQ(table.ColourOf(-1), 0u);
   EXPECT_EQ(table.ColourOf(kColourIndexLimit), 0u);
 }

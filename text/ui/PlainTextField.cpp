@@ -8,6 +8,7 @@
 
 #include "res/Commands.h"
 #include "res/ui/UiText.h"
+#include "settings/SettingsTable.h"
 
 namespace quill {
 namespace {
@@ -45,18 +46,27 @@ uint32_t Reference(const QColor& colour) {
   return static_cast<uint32_t>(colour.red() | colour.green() << 8 | colour.blue() << 16);
 }
 
+QPalette::ColorRole RoleOf(ColourIndex index) {
+  switch (index) {
+    case kColourBackground:
+    case kColourMargin:
+      return QPalette::Base;
+    case kColourSelectionBackground:
+      return QPalette::Highlight;
+    case kColourSelectionText:
+      return QPalette::HighlightedText;
+    default:
+      return QPalette::Text;
+  }
+}
+
 /// Text of any kind in one colour.
-ColourTable DesktopColours(const QPalette& palette) {
-  const auto colour = [&palette](const char* name, uint32_t) {
-    const std::string_view value = name;
-    QPalette::ColorRole role = QPalette::Text;
-    if (value == "BackColor" || value == "MarginColor") role = QPalette::Base;
-    if (value == "SelBackColor") role = QPalette::Highlight;
-    if (value == "SelForeColor") role = QPalette::HighlightedText;
-    return Reference(palette.color(QPalette::Active, role));
-  };
+ColourTable FieldColours(const QPalette& palette) {
   ColourTable table;
-  table.Load({colour, [](const char*) { return false; }});
+  table.Load({[&palette](const ColourSetting& setting, const DesktopColours&) {
+                return Reference(palette.color(QPalette::Active, RoleOf(setting.index)));
+              },
+              [](const FlagSetting&) { return false; }});
   return table;
 }
 
@@ -88,7 +98,7 @@ void PlainTextField::TakeAppearance() {
   settings.highlightLine = false;
   settings.indentationGuide = false;
   settings.autoBrackets = false;
-  settings.colours = DesktopColours(palette());
+  settings.colours = FieldColours(palette());
   ApplySettings(settings);
 }
 
