@@ -5,6 +5,7 @@
 #include <QScreen>
 #include <QWidget>
 
+#include "settings/ProfileTable.h"
 #include "settings/WindowPlacement.h"
 
 namespace quill::frame_geometry {
@@ -29,6 +30,20 @@ void PlaceInTheMiddle(QWidget& window, QSize usualSize) {
   window.setGeometry(QRect(screen.center() - QPoint(size.width(), size.height()) / 2, size));
 }
 
+/// A window's normal rectangle, and whether it fills the room that it has.
+struct Place {
+  QRect rectangle;
+  bool maximised = false;
+};
+
+std::optional<Place> PlaceFrom(const std::string& bytes) {
+  const auto placement = WindowPlacement::FromBytes(bytes);
+  if (!placement) return std::nullopt;
+  return Place{
+      QRect(QPoint(placement->left, placement->top), QPoint(placement->right - 1, placement->bottom - 1)),
+      placement->showState == WindowPlacement::kMaximised};
+}
+
 }  // namespace
 
 std::string Save(const QWidget& window) {
@@ -44,19 +59,28 @@ std::string Save(const QWidget& window) {
 }
 
 bool Restore(QWidget& window, const std::string& bytes, QSize usualSize) {
-  const auto placement = WindowPlacement::FromBytes(bytes);
-  if (!placement) {
-    PlaceInTheMiddle(window, usualSize);
-    return false;
-  }
-  const QRect rectangle(QPoint(placement->left, placement->top),
-                        QPoint(placement->right - 1, placement->bottom - 1));
-  if (IsReachable(rectangle)) {
-    window.setGeometry(rectangle);
+  const auto place = PlaceFrom(bytes);
+  if (place && IsReachable(place->rectangle)) {
+    window.setGeometry(place->rectangle);
   } else {
     PlaceInTheMiddle(window, usualSize);
   }
-  return placement->showState == WindowPlacement::kMaximised;
+  return place && place->maximised;
+}
+
+bool RestoreWithin(QWidget& window, const std::string& bytes) {
+  const auto place = PlaceFrom(bytes);
+  if (!place || place->rectangle.isEmpty()) return false;
+  window.setGeometry(place->rectangle);
+  return place->maximised;
+}
+
+void Keep(AppProfile profile, std::string_view section, const QWidget& window) {
+  profile.WriteBinary(section, profile::kChildPlacementName, Save(window));
+}
+
+std::optional<std::string> Kept(const AppProfile& profile, std::string_view section) {
+  return profile.ReadBinary(section, profile::kChildPlacementName);
 }
 
 }  // namespace quill::frame_geometry

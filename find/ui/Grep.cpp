@@ -178,7 +178,7 @@ void CGrep::done(int result) {
 // Place
 
 void CGrep::RestorePlace() {
-  const auto kept = m_host.profile.ReadBinary(PlaceSection(), profile::kChildPlacementName);
+  const auto kept = frame_geometry::Kept(m_host.profile, PlaceSection());
   if (kept) {
     frame_geometry::Restore(*this, *kept, kPreferredSize);
     return;
@@ -192,7 +192,7 @@ void CGrep::RestorePlace() {
 }
 
 void CGrep::SavePlace() {
-  m_host.profile.WriteBinary(PlaceSection(), profile::kChildPlacementName, frame_geometry::Save(*this));
+  frame_geometry::Keep(m_host.profile, PlaceSection(), *this);
 }
 
 }  // namespace quill

@@ -177,7 +177,7 @@ void ManualWindow::FocusSide() {
 // Place
 
 void ManualWindow::RestorePlace() {
-  const auto kept = m_profile.ReadBinary(PlaceSection(), profile::kChildPlacementName);
+  const auto kept = frame_geometry::Kept(m_profile, PlaceSection());
   if (frame_geometry::Restore(*this, kept.value_or(std::string()), kUsualSize))
     setWindowState(windowState() | Qt::WindowMaximized);
   const int side = std::max(ReadInt(m_profile, profile::kManualSideWidth), kLeastSideWidth);
@@ -187,7 +187,7 @@ void ManualWindow::RestorePlace() {
 
 void ManualWindow::SavePlace() {
   SettingsTransaction transaction(m_profile.Store());
-  m_profile.WriteBinary(PlaceSection(), profile::kChildPlacementName, frame_geometry::Save(*this));
+  frame_geometry::Keep(m_profile, PlaceSection(), *this);
   WriteInt(m_profile, profile::kManualSideWidth, m_side->width());
   WriteInt(m_profile, profile::kManualZoom, m_page->Zoom());
   transaction.Commit();

@@ -27,7 +27,7 @@ ToDoDialog::ToDoDialog(const std::string& programFolder, AppProfile profile, QWi
   setWindowTitle(UiText(StringId::kToDoTitle));
   setSizeGripEnabled(true);
   Build();
-  const auto kept = m_profile.ReadBinary(PlaceSection(), profile::kChildPlacementName);
+  const auto kept = frame_geometry::Kept(m_profile, PlaceSection());
   resize(kPreferredSize);
   if (kept) frame_geometry::Restore(*this, *kept, kPreferredSize);
   QApplication::setOverrideCursor(Qt::WaitCursor);
@@ -68,7 +68,7 @@ void ToDoDialog::accept() {
 }
 
 void ToDoDialog::done(int result) {
-  m_profile.WriteBinary(PlaceSection(), profile::kChildPlacementName, frame_geometry::Save(*this));
+  frame_geometry::Keep(m_profile, PlaceSection(), *this);
   QDialog::done(result);
   if (parentWidget() != nullptr) parentWidget()->activateWindow();
 }

@@ -7,10 +7,9 @@
 
 #include "res/ui/IconSet.h"
 #include "res/ui/UiText.h"
-#include "settings/Settings.h"
-#include "settings/WindowPlacement.h"
 #include "shell/ui/QuillDoc.h"
 #include "shell/ui/QuillView.h"
+#include "widgets/FrameGeometry.h"
 
 namespace quill {
 
@@ -59,23 +58,12 @@ std::string CChildFrame::PlacementSection() const {
 }
 
 void CChildFrame::SavePlacement(AppProfile profile) const {
-  const QRect rectangle = isMaximized() || isMinimized() ? normalGeometry() : geometry();
-  WindowPlacement placement;
-  placement.showState = isMaximized() ? WindowPlacement::kMaximised : WindowPlacement::kNormal;
-  placement.left = rectangle.left();
-  placement.top = rectangle.top();
-  placement.right = rectangle.left() + rectangle.width();
-  placement.bottom = rectangle.top() + rectangle.height();
-  profile.WriteBinary(PlacementSection(), profile::kChildPlacementName, placement.ToBytes());
+  frame_geometry::Keep(profile, PlacementSection(), *this);
 }
 
 void CChildFrame::RestorePlacement(const AppProfile& profile) {
-  const auto bytes = profile.ReadBinary(PlacementSection(), profile::kChildPlacementName);
-  const auto placement = bytes ? WindowPlacement::FromBytes(*bytes) : std::nullopt;
-  if (!placement || placement->right <= placement->left || placement->bottom <= placement->top) return;
-  setGeometry(placement->left, placement->top, placement->right - placement->left,
-              placement->bottom - placement->top);
-  if (placement->showState == WindowPlacement::kMaximised) showMaximized();
+  const auto kept = frame_geometry::Kept(profile, PlacementSection());
+  if (kept && frame_geometry::RestoreWithin(*this, *kept)) showMaximized();
 }
 
 }  // namespace quill
