@@ -27,7 +27,7 @@ void AddEditorCommands(const ShellParts& parts, Features& features) {
   AppServices& services = parts.services;
   features.Add<FileCommands>(FileCommands::Needs{parts.window, parts.active, parts.documents, parts.files,
                                                  parts.recentFiles, services.prompts});
-  features.Add<PrintCommands>(services, parts.window, parts.active);
+  features.Add<PrintCommands>(services, parts.active);
   features.Add<EditCommands>(parts.active, services.clock);
   features.Add<ViewCommands>(
       ViewCommands::Needs{parts.window, parts.active, parts.viewSettings, parts.statusBar, services.prompts});

@@ -27,7 +27,7 @@ class AtomicFile {
   IoResult FlushBuffer();
   IoResult WriteOut(std::string_view bytes);
   IoResult KeepBackup(const std::string& backupPath);
-  IoResult Fail(const std::string& what, int errorNumber);
+  IoResult Fail(StringId what, int errorNumber);
   void Abandon();
 
   std::string m_asked;   ///< as named by the caller, for messages

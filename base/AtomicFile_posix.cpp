@@ -10,6 +10,8 @@
 
 #include "base/AtomicFile.h"
 
+#include "res/Strings.h"
+
 namespace quill {
 namespace {
 
@@ -58,7 +60,7 @@ void AtomicFile::Abandon() {
   m_temporary.clear();
 }
 
-IoResult AtomicFile::Fail(const std::string& what, int errorNumber) {
+IoResult AtomicFile::Fail(StringId what, int errorNumber) {
   Abandon();
   return IoResult::FromErrno(what, m_asked, errorNumber);
 }
@@ -67,12 +69,12 @@ IoResult AtomicFile::Open() {
   m_target = ResolveLinks(m_asked);
   struct stat info {};
   m_targetExists = stat(m_target.c_str(), &info) == 0;
-  if (!m_targetExists && errno != ENOENT) return Fail("Cannot write", errno);
-  if (m_targetExists && S_ISDIR(info.st_mode)) return Fail("Cannot write", EISDIR);
+  if (!m_targetExists && errno != ENOENT) return Fail(StringId::kCannotWrite, errno);
+  if (m_targetExists && S_ISDIR(info.st_mode)) return Fail(StringId::kCannotWrite, EISDIR);
   if (m_targetExists && !S_ISREG(info.st_mode)) {
-    return IoResult::Failure("Cannot write \"" + m_asked + "\": it is not a regular file");
+    return IoResult::Refusal(StringId::kCannotWrite, m_asked, StringId::kReasonNoRegularFile);
   }
-  if (m_targetExists && access(m_target.c_str(), W_OK) != 0) return Fail("Cannot write", errno);
+  if (m_targetExists && access(m_target.c_str(), W_OK) != 0) return Fail(StringId::kCannotWrite, errno);
   const std::string folder = FolderOf(m_target);
   for (int attempt = 0; attempt < kNameAttempts && m_descriptor < 0; ++attempt) {
     std::string name = folder + "/CRE" + RandomSuffix() + ".tmp";
@@ -80,13 +82,13 @@ IoResult AtomicFile::Open() {
     if (m_descriptor >= 0) m_temporary = std::move(name);
     if (m_descriptor < 0 && errno != EEXIST) break;
   }
-  if (m_descriptor < 0) return Fail("Cannot create a file in the folder of", errno);
+  if (m_descriptor < 0) return Fail(StringId::kCannotCreateBeside, errno);
   if (m_targetExists) {
     // The owner may only be given away by root; keeping the group is still worth the attempt.
     if (fchown(m_descriptor, info.st_uid, info.st_gid) != 0) {
       [[maybe_unused]] const int ignored = fchown(m_descriptor, static_cast<uid_t>(-1), info.st_gid);
     }
-    if (fchmod(m_descriptor, info.st_mode & 07777) != 0) return Fail("Cannot set the permissions of", errno);
+    if (fchmod(m_descriptor, info.st_mode & 07777) != 0) return Fail(StringId::kCannotSetPermissions, errno);
   }
   m_buffer.reserve(kBufferBytes);
   return IoResult::Success();
@@ -111,7 +113,7 @@ IoResult AtomicFile::WriteOut(std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t written = write(m_descriptor, bytes.data(), bytes.size());
     if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return Fail("Cannot write", written == 0 ? ENOSPC : errno);
+    if (written <= 0) return Fail(StringId::kCannotWrite, written == 0 ? ENOSPC : errno);
     bytes.remove_prefix(static_cast<size_t>(written));
   }
   return IoResult::Success();
@@ -124,18 +126,18 @@ IoResult AtomicFile::KeepBackup(const std::string& backupPath) {
     const bool kept = rename(link.c_str(), backupPath.c_str()) == 0;
     const int error = errno;
     unlink(link.c_str());  // still there when both names already were the same file
-    return kept ? IoResult::Success() : Fail("Cannot keep the backup of", error);
+    return kept ? IoResult::Success() : Fail(StringId::kCannotKeepBackup, error);
   }
-  if (rename(m_target.c_str(), backupPath.c_str()) != 0) return Fail("Cannot keep the backup of", errno);
+  if (rename(m_target.c_str(), backupPath.c_str()) != 0) return Fail(StringId::kCannotKeepBackup, errno);
   return IoResult::Success();
 }
 
 IoResult AtomicFile::Commit(const std::string& backupSuffix) {
   if (IoResult flushed = FlushBuffer(); !flushed) return flushed;
-  if (fsync(m_descriptor) != 0) return Fail("Cannot flush to the disk", errno);
+  if (fsync(m_descriptor) != 0) return Fail(StringId::kCannotFlush, errno);
   const int closed = close(m_descriptor);
   m_descriptor = -1;
-  if (closed != 0) return Fail("Cannot write", errno);
+  if (closed != 0) return Fail(StringId::kCannotWrite, errno);
   const bool backup = m_targetExists && !backupSuffix.empty();
   const std::string backupPath = m_target + backupSuffix;
   if (backup) {
@@ -144,7 +146,7 @@ IoResult AtomicFile::Commit(const std::string& backupSuffix) {
   if (rename(m_temporary.c_str(), m_target.c_str()) != 0) {
     const int error = errno;
     if (backup && access(m_target.c_str(), F_OK) != 0) rename(backupPath.c_str(), m_target.c_str());
-    return Fail("Cannot replace", error);
+    return Fail(StringId::kCannotReplace, error);
   }
   m_temporary.clear();
   const int folder = open(FolderOf(m_target).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);

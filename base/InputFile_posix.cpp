@@ -6,6 +6,8 @@
 
 #include "base/InputFile.h"
 
+#include "res/Strings.h"
+
 namespace quill {
 
 bool PathExists(const std::string& path) {
@@ -36,11 +38,11 @@ IoResult InputFile::Open(const std::string& path) {
   m_descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   struct stat info {};
   if (m_descriptor < 0 || fstat(m_descriptor, &info) != 0) {
-    return IoResult::FromErrno("Cannot open", path, errno);
+    return IoResult::FromErrno(StringId::kCannotOpen, path, errno);
   }
-  if (S_ISDIR(info.st_mode)) return IoResult::Failure("Cannot open \"" + path + "\": it is a folder");
+  if (S_ISDIR(info.st_mode)) return IoResult::Refusal(StringId::kCannotOpen, path, StringId::kReasonFolder);
   if (!S_ISREG(info.st_mode)) {
-    return IoResult::Failure("Cannot open \"" + path + "\": it is not a regular file");
+    return IoResult::Refusal(StringId::kCannotOpen, path, StringId::kReasonNoRegularFile);
   }
   m_size = static_cast<uint64_t>(info.st_size);
   m_hasWriteBit = (info.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0;
@@ -56,7 +58,7 @@ IoResult InputFile::Read(char* target, size_t size, size_t& got) {
   while (got < size) {
     const ssize_t part = read(m_descriptor, target + got, size - got);
     if (part < 0 && errno == EINTR) continue;
-    if (part < 0) return IoResult::FromErrno("Cannot read", m_path, errno);
+    if (part < 0) return IoResult::FromErrno(StringId::kCannotRead, m_path, errno);
     if (part == 0) break;
     got += static_cast<size_t>(part);
   }
@@ -66,7 +68,7 @@ IoResult InputFile::Read(char* target, size_t size, size_t& got) {
 IoResult ReadWholeFile(const std::string& path, uint64_t mostBytes, std::string& text) {
   InputFile file;
   if (IoResult open = file.Open(path); !open) return open;
-  if (file.Size() > mostBytes) return IoResult::Failure("\"" + path + "\" is too large");
+  if (file.Size() > mostBytes) return IoResult::Failure(FormatText(StringId::kFileTooLarge, {path}));
   text.resize(static_cast<size_t>(file.Size()));
   size_t got = 0;
   IoResult read = file.Read(text.data(), text.size(), got);

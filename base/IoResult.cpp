@@ -4,8 +4,12 @@
 
 namespace quill {
 
-IoResult IoResult::FromErrno(const std::string& what, const std::string& path, int errorNumber) {
-  return Failure(what + " \"" + path + "\": " + std::generic_category().message(errorNumber));
+IoResult IoResult::FromErrno(StringId what, const std::string& path, int errorNumber) {
+  return Failure(FormatText(what, {path, std::generic_category().message(errorNumber)}));
+}
+
+IoResult IoResult::Refusal(StringId what, const std::string& path, StringId reason) {
+  return Failure(FormatText(what, {path, Text(reason)}));
 }
 
 }  // namespace quill

@@ -2,6 +2,8 @@
 #include <string>
 #include <utility>
 
+#include "res/Strings.h"
+
 namespace quill {
 
 /// Outcome of a file operation: true, or false with one sentence that a user can act on.
@@ -10,8 +12,10 @@ class [[nodiscard]] IoResult {
   static IoResult Success() { return IoResult(); }
   /// `message` names the file and what failed, without a final full stop.
   static IoResult Failure(std::string message) { return IoResult(std::move(message)); }
-  /// "`what` “`path`”: `system text of errorNumber`".
-  static IoResult FromErrno(const std::string& what, const std::string& path, int errorNumber);
+  /// `what` is a sentence of two gaps: for the path, and for the system's text of `errorNumber`.
+  static IoResult FromErrno(StringId what, const std::string& path, int errorNumber);
+  /// The same with a reason of our own.
+  static IoResult Refusal(StringId what, const std::string& path, StringId reason);
 
   explicit operator bool() const { return m_ok; }
   /// Empty after success.

@@ -6,6 +6,7 @@
 #include "find/FolderWalk.h"
 #include "find/LineGrep.h"
 #include "find/ResultLine.h"
+#include "res/Strings.h"
 
 namespace quill {
 namespace {
@@ -45,9 +46,10 @@ class ResultBatch {
 }  // namespace
 
 std::string GrepTotals::StatusText() const {
-  std::string text = std::to_string(lines) + " lines in " + std::to_string(filesWithMatches) + " of " +
-                     std::to_string(files) + " files";
-  if (skipped > 0) text += ", " + std::to_string(skipped) + " skipped";
+  std::string text =
+      FormatText(StringId::kGrepSummary,
+                 {std::to_string(lines), std::to_string(filesWithMatches), std::to_string(files)});
+  if (skipped > 0) text += FormatText(StringId::kGrepSkipped, {std::to_string(skipped)});
   return text;
 }
 

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "res/Strings.h"
+
 namespace quill {
 
 namespace {
@@ -63,12 +65,9 @@ void SqliteSettingsStore::Repair() {
   if (m_identity) {
     const settings_file::SetAsideResult moved = settings_file::SetAside(m_path, *m_identity);
     if (moved.outcome == settings_file::SetAsideOutcome::kDone) {
-      m_message = "The settings file \"" + m_path + "\" was damaged. It is kept as \"" + moved.newPath +
-                  "\"; all settings have their defaults.";
+      m_message = FormatText(StringId::kSettingsSetAside, {m_path, moved.newPath});
     } else if (moved.outcome == settings_file::SetAsideOutcome::kFailed) {
-      m_message = "The settings file \"" + m_path +
-                  "\" is damaged and cannot be renamed. All settings have their defaults, and changes are "
-                  "not kept.";
+      m_message = FormatText(StringId::kSettingsDamaged, {m_path});
       return;
     }
   }

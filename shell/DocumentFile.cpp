@@ -178,8 +178,8 @@ IoResult DocumentFile::Recover(RecoverableDocument& lost) {
   CCrystalTextBuffer text;
   const RecoveredText kind = lost.Read(text);
   if (kind == RecoveredText::kNothing) {
-    return IoResult::Failure("Cannot recover \"" + (lost.Path().empty() ? lost.Title() : lost.Path()) +
-                             "\": its journal cannot be read any more");
+    const std::string& name = lost.Path().empty() ? lost.Title() : lost.Path();
+    return IoResult::Failure(FormatText(StringId::kJournalUnreadable, {name}));
   }
   BeginRecovered(lost, kind == RecoveredText::kWhole && !lost.Path().empty());
   m_buffer.SetReadOnly(false);

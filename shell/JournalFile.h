@@ -71,7 +71,7 @@ class JournalFile {
  private:
   std::string TemporaryPath() const;
   std::string BasePath() const;
-  IoResult Fail(const std::string& what, int errorNumber);
+  IoResult Fail(StringId what, int errorNumber);
 
   std::string m_folder;
   std::string m_name;

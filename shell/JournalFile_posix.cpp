@@ -10,6 +10,7 @@
 #include <set>
 #include <utility>
 
+#include "res/Strings.h"
 #include "shell/FileIdentity.h"
 #include "shell/JournalFile.h"
 
@@ -103,7 +104,7 @@ std::string JournalFile::BasePath() const {
   return Join(m_folder, m_name + kBaseExtension);
 }
 
-IoResult JournalFile::Fail(const std::string& what, int errorNumber) {
+IoResult JournalFile::Fail(StringId what, int errorNumber) {
   return IoResult::FromErrno(what, PathOf(m_folder, m_name), errorNumber);
 }
 
@@ -115,7 +116,7 @@ IoResult JournalFile::Create(const std::string& folder, const std::string& name)
   std::error_code error;
   if (fs::create_directories(folder, error)) fs::permissions(folder, fs::perms::owner_all, error);
   m_descriptor = open(TemporaryPath().c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-  if (m_descriptor < 0) return Fail("Cannot create the recovery journal", errno);
+  if (m_descriptor < 0) return Fail(StringId::kCannotCreateJournal, errno);
   Lock(m_descriptor);  // nobody else knows the file yet; a system without locks works without them
   return IoResult::Success();
 }
@@ -153,7 +154,7 @@ IoResult JournalFile::Append(std::string_view bytes) {
       const int error = written == 0 ? ENOSPC : errno;
       // What a later append does not overwrite ends the journal at its checksum at worst.
       [[maybe_unused]] const int ignored = ftruncate(m_descriptor, static_cast<off_t>(m_size));
-      return Fail("Cannot write the recovery journal", error);
+      return Fail(StringId::kCannotWriteJournal, error);
     }
     done += static_cast<size_t>(written);
   }
@@ -163,7 +164,7 @@ IoResult JournalFile::Append(std::string_view bytes) {
 
 IoResult JournalFile::Publish() {
   if (rename(TemporaryPath().c_str(), PathOf(m_folder, m_name).c_str()) != 0) {
-    return Fail("Cannot name the recovery journal", errno);
+    return Fail(StringId::kCannotNameJournal, errno);
   }
   m_published = true;
   return IoResult::Success();
@@ -171,7 +172,7 @@ IoResult JournalFile::Publish() {
 
 IoResult JournalFile::Sync() {
   if (m_descriptor >= 0 && fdatasync(m_descriptor) != 0) {
-    return Fail("Cannot flush the recovery journal to the disk", errno);
+    return Fail(StringId::kCannotFlushJournal, errno);
   }
   return IoResult::Success();
 }

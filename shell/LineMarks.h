@@ -7,8 +7,8 @@ class CCrystalTextBuffer;
 class LineFlagStore;
 
 /// The flag words of a document's lines between runs. Saved under the file's full path, but restored
-/// from the section named by the file name alone: the two meet only for a path without a folder. The
-/// program has always done so, and kept marks rely on it.
+/// from the section named by the file name alone: the two meet only for a path without a folder. Marks
+/// that are stored already lie in these sections and would be lost under other names.
 namespace line_marks {
 
 /// Makes the section hold the words of the buffer's lines, when the file exists. Writes only

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <new>
 
+#include "res/Strings.h"
 #include "shell/FileText.h"
 #include "text/buffer/CrystalTextBuffer.h"
 
@@ -22,7 +23,7 @@ ReplayResult ReplayFile(const JournalFile& file, CCrystalTextBuffer& text) {
     for (const std::string& path : {header.path, kept}) {
       if (IsTheBase(path, header)) return buffer.LoadFile(path, header.style);
     }
-    return IoResult::Failure("The file \"" + header.path + "\" was changed since");
+    return IoResult::Failure(FormatText(StringId::kFileChangedSince, {header.path}));
   };
   return ReplayJournal(bytes.View(), loadBase, text);
 }

@@ -85,7 +85,10 @@ void FindFeature::OpenReplace() {
 void FindFeature::OpenFindInFiles() {
   if (m_grep == nullptr) {
     m_grep = new CGrep(
-        {m.services.Profile(), [this](const std::string& path, int64_t line) { OpenResult(path, line); }},
+        {m.services.Profile(), [this](const std::string& path, int64_t line) { OpenResult(path, line); },
+         [this](const std::string& from) {
+           return m.services.prompts.ChooseFolder(StringId::kBrowseForDirectory, from);
+         }},
         &m.window);
   }
   std::optional<std::string> selected;

@@ -1,7 +1,6 @@
 #include "find/ui/Grep.h"
 
 #include <QApplication>
-#include <QFileDialog>
 #include <QFontDatabase>
 #include <QGridLayout>
 #include <QKeyEvent>
@@ -133,19 +132,11 @@ void CGrep::Search() {
 }
 
 void CGrep::ShowTotals(const GrepTotals& totals) {
-  const auto number = [](int64_t n) { return QString::number(n); };
-  QString text = UiText(StringId::kGrepSummary,
-                        {number(totals.lines), number(totals.filesWithMatches), number(totals.files)});
-  if (totals.skipped > 0) text += UiText(StringId::kGrepSkipped, {number(totals.skipped)});
-  m_status->setText(text);
+  m_status->setText(FromBytes(totals.StatusText()));
 }
 
 void CGrep::Browse() {
-  const std::string from = m_directory->Text();
-  const std::string chosen = m_host.browse
-                                 ? m_host.browse(from)
-                                 : ToBytes(QFileDialog::getExistingDirectory(
-                                       this, UiText(StringId::kBrowseForDirectory), FromBytes(from)));
+  const std::string chosen = m_host.browse(m_directory->Text());
   if (!chosen.empty()) m_directory->SetText(chosen);
 }
 

@@ -22,9 +22,8 @@ struct GrepHost {
   AppProfile profile;
   /// Shows a line, counted from 1, of a file. Path bytes are the file system's.
   std::function<void(const std::string& path, int64_t line)> open;
-  /// Lets the user choose a directory, from where he is; empty when he does not. Empty function: the
-  /// folder browser.
-  std::function<std::string(const std::string& from)> browse = {};
+  /// Lets the user choose a directory, from where he is; empty when he does not.
+  std::function<std::string(const std::string& from)> browse;
 };
 
 /// The dialog that finds a text in all scripts of a directory. It stays open while the user goes from

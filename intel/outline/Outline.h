@@ -37,7 +37,7 @@ inline constexpr size_t kOutlineRootCount = 18;
 /// "Actions", "Bitmaps" and so on.
 std::string_view OutlineRootName(OutlineRoot root);
 
-/// The icon kinds of the element list; the numbers are places in its row of icons.
+/// The icon kinds of the element list: places in its row of icons.
 namespace element_kind {
 enum Kind : int32_t { kVariable = 2, kFunction = 3, kAction = 4 };
 }  // namespace element_kind

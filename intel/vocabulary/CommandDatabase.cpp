@@ -5,6 +5,7 @@
 #include "base/CodePage1252.h"
 #include "base/InputFile.h"
 #include "intel/vocabulary/StringListArchive.h"
+#include "res/Strings.h"
 
 namespace quill {
 namespace {
@@ -15,7 +16,8 @@ constexpr size_t kStringsPerCommand = 3;
 
 DatabaseResult CommandDatabase::LoadCommandDatabase(const std::string& folder) {
   const std::string path = folder + "/" + kCommandsFileName;
-  if (!PathExists(path)) return {DatabaseResult::State::kMissing, kCommandsMissing};
+  if (!PathExists(path))
+    return {DatabaseResult::State::kMissing, std::string(Text(StringId::kCommandDatabaseMissing))};
   std::vector<std::string> list;
   if (ArchiveStatus read = ReadStringListFile(path, list); !read) {
     return {DatabaseResult::State::kUnreadable, read.message};

@@ -11,7 +11,6 @@
 namespace quill {
 
 inline constexpr char kCommandsFileName[] = "KVSTCommands.db";
-inline constexpr char kCommandsMissing[] = "Command Database does not exist, please reinstall Vesper Editor";
 /// What a help text holds where its author wants a line break.
 inline constexpr char kHelpLineBreak[] = "#10#13";
 

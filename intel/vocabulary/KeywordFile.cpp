@@ -5,6 +5,7 @@
 
 #include "base/AtomicFile.h"
 #include "base/InputFile.h"
+#include "res/Strings.h"
 
 namespace quill {
 namespace {
@@ -48,7 +49,8 @@ class PieceCutter {
 }  // namespace
 
 DatabaseResult ReadKeywordFile(const std::string& path, const std::function<void(std::string)>& add) {
-  if (!PathExists(path)) return {DatabaseResult::State::kMissing, kKeywordsMissing};
+  if (!PathExists(path))
+    return {DatabaseResult::State::kMissing, std::string(Text(StringId::kKeywordsMissing))};
   InputFile file;
   if (const IoResult open = file.Open(path); !open) {
     return {DatabaseResult::State::kUnreadable, open.Message()};

@@ -11,7 +11,6 @@ namespace quill {
 
 inline constexpr char kKeywordsFileName[] = "Keywords.db";
 inline constexpr char kCKeywordsFileName[] = "cKeywords.db";
-inline constexpr char kKeywordsMissing[] = "Keywords does not exist, please reinstall Vesper Editor";
 
 /// Hands each entry to `add`, in file order. The reader takes at most 1023 characters at a time and
 /// drops the last one of each piece, which is the line feed of an ordinary line. So a last line

@@ -10,6 +10,7 @@
 #include "base/AtomicFile.h"
 #include "base/CodePage1252.h"
 #include "base/InputFile.h"
+#include "res/Strings.h"
 
 namespace quill {
 namespace {
@@ -18,7 +19,6 @@ constexpr uint8_t kLongPrefix = 0xFF;         ///< a 16-bit length follows
 constexpr uint16_t kWideMarker = 0xFFFE;      ///< a string of 16-bit characters follows
 constexpr uint16_t kVeryLongPrefix = 0xFFFF;  ///< a 32-bit length follows
 constexpr uint16_t kLongCount = 0xFFFF;       ///< a 32-bit count follows
-constexpr char kNoCount[] = "its count is incomplete";
 constexpr size_t kReadBufferBytes = 4096;
 constexpr size_t kMostReserved = 4096;  ///< strings; more are made room for as they arrive
 
@@ -70,13 +70,13 @@ class ArchiveReader {
   ArchiveStatus Read() {
     uint16_t shortCount = 0;
     uint32_t count = 0;
-    if (!TakeNumber(shortCount)) return Truncated(kNoCount);
+    if (!TakeNumber(shortCount)) return Truncated(StringId::kListCountIncomplete, {});
     count = shortCount;
-    if (shortCount == kLongCount && !TakeNumber(count)) return Truncated(kNoCount);
+    if (shortCount == kLongCount && !TakeNumber(count)) return Truncated(StringId::kListCountIncomplete, {});
     // Each string takes one byte at least.
     if (count > m_source.Remaining()) {
-      return Truncated("it announces " + std::to_string(count) + " strings, but only " +
-                       std::to_string(m_source.Remaining()) + " bytes follow");
+      return Truncated(StringId::kListCountTooLarge,
+                       {std::to_string(count), std::to_string(m_source.Remaining())});
     }
     m_list.reserve(std::min<size_t>(count, kMostReserved));
     for (uint32_t i = 0; i < count; ++i) {
@@ -99,40 +99,38 @@ class ArchiveReader {
 
   /// `ordinal` counts from 1, for messages.
   ArchiveStatus ReadString(uint32_t ordinal) {
-    const std::string what = "string " + std::to_string(ordinal);
+    const std::string number = std::to_string(ordinal);
     uint64_t length = 0;
     bool wide = false;
-    if (ArchiveStatus status = ReadLength(what, length, wide); !status) return status;
+    if (ArchiveStatus status = ReadLength(number, length, wide); !status) return status;
     const uint64_t bytes = wide ? 2 * length : length;
     if (bytes > m_source.Remaining()) {
-      return Truncated(what + " has " + std::to_string(bytes) + " bytes, but only " +
-                       std::to_string(m_source.Remaining()) + " follow");
+      return Truncated(StringId::kListStringTooLong,
+                       {number, std::to_string(bytes), std::to_string(m_source.Remaining())});
     }
     std::string text(static_cast<size_t>(bytes), '\0');
-    if (!m_source.Take(text.data(), text.size())) return Truncated(what + " is incomplete");
+    if (!m_source.Take(text.data(), text.size())) return Truncated(StringId::kListStringIncomplete, {number});
     m_list.push_back(wide ? Narrow(text) : std::move(text));
     return {};
   }
 
-  ArchiveStatus ReadLength(const std::string& what, uint64_t& length, bool& wide) {
+  ArchiveStatus ReadLength(const std::string& ordinal, uint64_t& length, bool& wide) {
     wide = false;
     for (;;) {
       uint8_t byte = 0;
-      if (!TakeNumber(byte)) return Truncated(what + " is incomplete");
+      if (!TakeNumber(byte)) return Truncated(StringId::kListStringIncomplete, {ordinal});
       length = byte;
       if (byte != kLongPrefix) return {};
       uint16_t word = 0;
-      if (!TakeNumber(word)) return Truncated(what + " is incomplete");
+      if (!TakeNumber(word)) return Truncated(StringId::kListStringIncomplete, {ordinal});
       length = word;
       if (word == kVeryLongPrefix) {
         uint32_t number = 0;
-        if (!TakeNumber(number)) return Truncated(what + " is incomplete");
+        if (!TakeNumber(number)) return Truncated(StringId::kListStringIncomplete, {ordinal});
         length = number;
       }
       if (word != kWideMarker) return {};
-      if (wide)
-        return {ArchiveCode::kMalformed,
-                "The string list is damaged: " + what + " has the mark of 16-bit characters twice"};
+      if (wide) return {ArchiveCode::kMalformed, FormatText(StringId::kListTwiceWide, {ordinal})};
       wide = true;
     }
   }
@@ -148,9 +146,9 @@ class ArchiveReader {
     return text;
   }
 
-  ArchiveStatus Truncated(const std::string& why) const {
+  ArchiveStatus Truncated(StringId why, std::initializer_list<std::string_view> args) const {
     if (!m_source.Failure().empty()) return {ArchiveCode::kCannotRead, m_source.Failure()};
-    return {ArchiveCode::kTruncated, "The string list is cut off: " + why};
+    return {ArchiveCode::kTruncated, FormatText(why, args)};
   }
 
   ByteSource& m_source;
@@ -163,7 +161,7 @@ ArchiveStatus ReadFrom(ByteSource& source, std::vector<std::string>& list) {
   try {
     status = ArchiveReader(source, list).Read();
   } catch (const std::bad_alloc&) {
-    status = {ArchiveCode::kCannotRead, "There is not enough memory for the string list"};
+    status = {ArchiveCode::kCannotRead, std::string(Text(StringId::kListNoMemory))};
   }
   if (!status) list.clear();
   return status;
@@ -207,7 +205,8 @@ ArchiveStatus ReadStringListFile(const std::string& path, std::vector<std::strin
   if (const IoResult open = file.Open(path); !open) return {ArchiveCode::kCannotRead, open.Message()};
   ByteSource source(file);
   ArchiveStatus status = ReadFrom(source, list);
-  if (!status && source.Failure().empty()) status.message += " (\"" + path + "\")";
+  if (!status && source.Failure().empty())
+    status.message = FormatText(StringId::kListInFile, {status.message, path});
   return status;
 }
 

@@ -6,6 +6,7 @@
 
 #include "base/CodePage1252.h"
 #include "base/InputFile.h"
+#include "res/Strings.h"
 
 namespace quill {
 
@@ -66,7 +67,7 @@ class TemplateExpander {
     }
     m_open.pop_back();
     if (m_result.text.size() >= CodeTemplates::kLargestText) {
-      Complain("The template \"" + std::string(name) + "\" is too long");
+      Complain(FormatText(StringId::kTemplateTooLong, {name}));
     }
   }
 
@@ -108,12 +109,12 @@ class TemplateExpander {
   void Include(std::string_view name, const std::string& indentation) {
     const std::string* text = m_templates.Find(name);
     if (text == nullptr) {
-      Complain("There is no template \"" + std::string(name) + "\"");
+      Complain(FormatText(StringId::kTemplateMissing, {name}));
     } else if (std::find(m_open.begin(), m_open.end(), text) != m_open.end()) {
-      Complain("The template \"" + std::string(name) + "\" includes itself");
+      Complain(FormatText(StringId::kTemplateInItself, {name}));
     } else if (m_open.size() >= CodeTemplates::kDeepestNesting ||
                ++m_inclusions > CodeTemplates::kMostInclusions) {
-      Complain("Too many templates include one another");
+      Complain(std::string(Text(StringId::kTemplateTooDeep)));
     } else {
       Expand(name, text, indentation);
     }

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "base/CodePage1252.h"
+#include "res/Strings.h"
 
 namespace quill {
 namespace {
@@ -66,26 +67,28 @@ std::string VariableProblem(const VariableDraft& draft) {
   const bool isVar = draft.type.starts_with("var");
   if (std::find(std::begin(kVariableTypes), std::end(kVariableTypes), draft.type) ==
       std::end(kVariableTypes)) {
-    return "\"" + draft.type + "\" is no type of variable";
+    return FormatText(StringId::kVariableNoType, {draft.type});
   }
-  if (name.empty()) return "The variable has no name yet";
+  if (name.empty()) return std::string(Text(StringId::kVariableNoName));
   if (!IsIdentifier(name.substr(0, bracket))) {
-    return "A name is made of letters, digits and \"_\" and does not begin with a digit";
+    return std::string(Text(StringId::kVariableBadName));
   }
   if (!IsArraySize(name.substr(bracket)) || (!isVar && bracket < name.size())) {
-    return "Only a number can be an array, written as name[3]";
+    return std::string(Text(StringId::kVariableNoArray));
   }
-  if (HasLineBreak(draft.value) || HasLineBreak(draft.comment)) return "Value and comment are one line each";
+  if (HasLineBreak(draft.value) || HasLineBreak(draft.comment)) {
+    return std::string(Text(StringId::kVariableOneLine));
+  }
   const std::string_view value = cp1252::Trimmed(draft.value);
   if (draft.type == "string") {
     const std::string text = ValueText(draft.type, value);
-    if (std::count(text.begin(), text.end(), '"') != 2) return "A text cannot hold a double quote";
+    if (std::count(text.begin(), text.end(), '"') != 2) return std::string(Text(StringId::kVariableNoQuote));
   } else if (value.find(';') != std::string_view::npos) {
-    return "A value cannot hold a \";\"";
+    return std::string(Text(StringId::kVariableNoSemicolon));
   }
   if (value.empty() &&
       (draft.type == "bmap" || draft.type == "sound" || draft.type == "font" || draft.type == "define")) {
-    return "A definition of this type needs a value";
+    return std::string(Text(StringId::kVariableNeedsValue));
   }
   return {};
 }

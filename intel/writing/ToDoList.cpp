@@ -2,6 +2,7 @@
 
 #include "base/AtomicFile.h"
 #include "base/InputFile.h"
+#include "res/Strings.h"
 
 namespace quill {
 namespace {
@@ -36,7 +37,7 @@ std::string ToDoList::Load() {
 }
 
 IoResult ToDoList::Save(std::string_view text) {
-  if (m_unreadable && text.empty()) return IoResult::Failure("The to-do list could not be read and is kept");
+  if (m_unreadable && text.empty()) return IoResult::Failure(std::string(Text(StringId::kToDoListKept)));
   AtomicFile file(m_path);
   if (IoResult open = file.Open(); !open) return open;
   while (!text.empty()) {

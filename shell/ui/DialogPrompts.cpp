@@ -4,11 +4,13 @@
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPrintDialog>
 #include <QPushButton>
 
 #include "res/ui/UiText.h"
 #include "shell/ui/AboutBox.h"
 #include "shell/ui/RecoveryDialog.h"
+#include "text/ui/PageSetupDialog.h"
 #include "widgets/CodePageText.h"
 
 namespace quill {
@@ -115,6 +117,10 @@ std::string DialogPrompts::ChooseImage(const std::string& folder) {
                                               QFileDialog::HideNameFilterDetails));
 }
 
+std::string DialogPrompts::ChooseFolder(StringId title, const std::string& folder) {
+  return ToBytes(QFileDialog::getExistingDirectory(m_parent, UiText(title), FromBytes(folder)));
+}
+
 std::optional<std::string> DialogPrompts::AskForScriptLine(StringId title, StringId prompt) {
   QInputDialog box(m_parent);
   box.setInputMode(QInputDialog::TextInput);
@@ -133,6 +139,15 @@ std::optional<int32_t> DialogPrompts::ChooseLine(int32_t current, int32_t count)
                                         UiText(StringId::kGoToLinePrompt, {QString::number(count)}), current,
                                         1, count, 1, &accepted);
   return accepted ? std::optional<int32_t>(line) : std::nullopt;
+}
+
+bool DialogPrompts::ChoosePrinter(QPrinter& printer) {
+  return QPrintDialog(&printer, m_parent).exec() == QDialog::Accepted;
+}
+
+std::optional<PageMargins> DialogPrompts::ChooseMargins(const PageMargins& current) {
+  PageSetupDialog dialog(current, m_parent);
+  return dialog.exec() == QDialog::Accepted ? std::optional(dialog.Margins()) : std::nullopt;
 }
 
 Prompts::RecoveryChoice DialogPrompts::ChooseRecovery(const std::vector<RecoverableDocument>& found) {

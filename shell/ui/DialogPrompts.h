@@ -17,8 +17,11 @@ class DialogPrompts : public Prompts {
   std::string ChooseFileToSave(const std::string& suggestedPath) override;
   std::string ChoosePdfFile(const std::string& suggestedPath) override;
   std::string ChooseImage(const std::string& folder) override;
+  std::string ChooseFolder(StringId title, const std::string& folder) override;
   std::optional<int32_t> ChooseLine(int32_t current, int32_t count) override;
   std::optional<std::string> AskForScriptLine(StringId title, StringId prompt) override;
+  bool ChoosePrinter(QPrinter& printer) override;
+  std::optional<PageMargins> ChooseMargins(const PageMargins& current) override;
   RecoveryChoice ChooseRecovery(const std::vector<RecoverableDocument>& found) override;
   void ShowAbout() override;
 

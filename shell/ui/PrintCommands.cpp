@@ -1,7 +1,5 @@
 #include "shell/ui/PrintCommands.h"
 
-#include <QMainWindow>
-#include <QPrintDialog>
 #include <QPrinter>
 #include <filesystem>
 
@@ -13,7 +11,6 @@
 #include "shell/ui/Prompts.h"
 #include "shell/ui/QuillDoc.h"
 #include "shell/ui/QuillView.h"
-#include "text/ui/PageSetupDialog.h"
 #include "text/ui/PrintJob.h"
 
 namespace quill {
@@ -55,8 +52,7 @@ void PrintCommands::PrintTo(QPrinter& printer) {
 
 void PrintCommands::Print() {
   QPrinter printer(QPrinter::HighResolution);
-  QPrintDialog dialog(&printer, &m_window);
-  if (dialog.exec() == QDialog::Accepted) PrintTo(printer);
+  if (m_services.prompts.ChoosePrinter(printer)) PrintTo(printer);
 }
 
 void PrintCommands::PrintToPdf() {
@@ -71,8 +67,10 @@ void PrintCommands::PrintToPdf() {
 }
 
 void PrintCommands::SetUpPage() {
-  PageSetupDialog dialog(ReadMargins(m_services.Profile()), &m_window);
-  if (dialog.exec() == QDialog::Accepted) WriteMargins(m_services.Profile(), dialog.Margins());
+  const AppProfile profile = m_services.Profile();
+  if (const auto margins = m_services.prompts.ChooseMargins(ReadMargins(profile))) {
+    WriteMargins(profile, *margins);
+  }
 }
 
 }  // namespace quill

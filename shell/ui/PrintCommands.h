@@ -1,7 +1,6 @@
 #pragma once
 #include "shell/ui/Feature.h"
 
-class QMainWindow;
 class QPrinter;
 
 namespace quill {
@@ -12,8 +11,7 @@ struct AppServices;
 /// Printing the active document, to paper or into a file.
 class PrintCommands : public Feature {
  public:
-  PrintCommands(AppServices& services, QMainWindow& window, ActiveView& active)
-      : m_services(services), m_window(window), m_active(active) {}
+  PrintCommands(AppServices& services, ActiveView& active) : m_services(services), m_active(active) {}
 
   void RegisterCommands(CommandRouter& router) override;
 
@@ -24,7 +22,6 @@ class PrintCommands : public Feature {
   void SetUpPage();
 
   AppServices& m_services;
-  QMainWindow& m_window;
   ActiveView& m_active;
 };
 

@@ -6,6 +6,9 @@
 
 #include "res/Strings.h"
 #include "shell/DocumentPrompt.h"
+#include "text/view/PrintLayout.h"
+
+class QPrinter;
 
 namespace quill {
 
@@ -28,15 +31,19 @@ class Prompts {
   virtual Answer Ask(const DocumentPrompt& prompt) = 0;
   /// Several modified documents are about to be closed: kSave, kDiscard or kCancel for all of them.
   virtual Answer AskSaveAll(const std::vector<std::string>& titles) = 0;
-  /// Empty when the user changed his mind, as with the next three.
+  /// Empty when the user changed his mind, as with the next four.
   virtual std::vector<std::string> ChooseFilesToOpen(const std::string& folder) = 0;
   virtual std::string ChooseFileToSave(const std::string& suggestedPath) = 0;
   virtual std::string ChoosePdfFile(const std::string& suggestedPath) = 0;
   virtual std::string ChooseImage(const std::string& folder) = 0;
+  virtual std::string ChooseFolder(StringId title, const std::string& folder) = 0;
   /// A line from 1 to `count`.
   virtual std::optional<int32_t> ChooseLine(int32_t current, int32_t count) = 0;
   /// One line of script text, in its code page.
   virtual std::optional<std::string> AskForScriptLine(StringId title, StringId prompt) = 0;
+  /// Sets the printer up; false when nothing is to be printed.
+  virtual bool ChoosePrinter(QPrinter& printer) = 0;
+  virtual std::optional<PageMargins> ChooseMargins(const PageMargins& current) = 0;
   virtual RecoveryChoice ChooseRecovery(const std::vector<RecoverableDocument>& found) = 0;
   virtual void ShowAbout() = 0;
 

@@ -78,8 +78,9 @@ TEST(FindInFiles, WalksFoldersLinksAndOddNamesOnce) {
   std::sort(found.entries.begin(), found.entries.end());
   EXPECT_EQ(found.entries, (std::vector<std::string>{"deep/bad\xFF\xFEname.vsl (1)hit",
                                                      "deep/er/x.vsc (1)hit", "link.vsl (1)hit"}));
-  EXPECT_EQ(found.totals.StatusText(), "3 lines in 3 of 4 files, 2 skipped");
-  EXPECT_EQ(Grep(folder.Path("missing"), "hit").totals.StatusText(), "0 lines in 0 of 0 files, 1 skipped");
+  EXPECT_EQ(found.totals.StatusText(), "3 lines in 3 of 4 files, 2 could not be read");
+  EXPECT_EQ(Grep(folder.Path("missing"), "hit").totals.StatusText(),
+            "0 lines in 0 of 0 files, 1 could not be read");
 }
 
 /// What a reader with room for 1023 characters that turns CR LF into LF hands out, piece by piece.

@@ -120,5 +120,21 @@ TEST_F(FindInFilesDialog, HistoriesAndPlaceAreKept) {
   EXPECT_EQ(profile.ReadText("Settings", "TextsToFind"), "second");
 }
 
+TEST_F(FindInFilesDialog, BrowsingBeginsWhereTheFieldPointsAndFillsIt) {
+  Start();
+  Find("two");
+  auto* field = Dialog().findChild<QComboBox*>();
+  for (const auto& [chosen, shown] : {std::pair{m_folder.Path("game/sub"), m_folder.Path("game/sub")},
+                                      {std::string(), m_folder.Path("game/sub")}}) {
+    const std::string before = field->currentText().toStdString();
+    m_prompts.ExpectFile(chosen);
+    for (auto* button : Dialog().findChildren<QAbstractButton*>()) {
+      if (button->text() == "...") button->click();
+    }
+    EXPECT_EQ(m_prompts.LastSuggestion(), before);
+    EXPECT_EQ(field->currentText().toStdString(), shown);
+  }
+}
+
 }  // namespace
 }  // namespace quill

@@ -1,6 +1,7 @@
 #pragma once
 #include <gtest/gtest.h>
 
+#include <QPrinter>
 #include <algorithm>
 #include <deque>
 #include <set>
@@ -36,12 +37,18 @@ class ScriptedPrompts : public Prompts {
   void ExpectRecovery(RecoveryAction action, const std::vector<std::string>& names = {}) {
     m_expected.push_back({.text = "recovery", .recovery = action, .names = names});
   }
+  void ExpectMargins(const std::optional<PageMargins>& margins) {
+    m_expected.push_back({.text = "margins", .margins = margins});
+  }
   void ExpectAbout() { Expect("about", Answer::kOk); }
 
   /// Where the last file dialog would have begun.
   const std::string& LastSuggestion() const { return m_suggestion; }
   /// What the last recovery dialog would have listed.
   const std::set<std::string>& LastRecovery() const { return m_recovery; }
+
+  /// What the last page-setup dialog would have begun with.
+  const PageMargins& LastMargins() const { return m_margins; }
 
   Answer Ask(const DocumentPrompt& prompt) override { return Next(prompt.text).answer; }
   Answer AskSaveAll(const std::vector<std::string>& titles) override {
@@ -61,6 +68,18 @@ class ScriptedPrompts : public Prompts {
     return ChooseFileToSave(suggestedPath);
   }
   std::string ChooseImage(const std::string& folder) override { return ChooseFileToSave(folder); }
+  std::string ChooseFolder(StringId, const std::string& folder) override { return ChooseFileToSave(folder); }
+  /// The printer writes a PDF document to the expected file.
+  bool ChoosePrinter(QPrinter& printer) override {
+    const std::string file = Next("file").file;
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(QString::fromStdString(file));
+    return !file.empty();
+  }
+  std::optional<PageMargins> ChooseMargins(const PageMargins& current) override {
+    m_margins = current;
+    return Next("margins").margins;
+  }
   std::optional<std::string> AskForScriptLine(StringId title, StringId) override {
     const Expected expected = Next(std::string(Text(title)));
     return expected.answer == Answer::kOk ? std::optional(expected.file) : std::nullopt;
@@ -86,6 +105,7 @@ class ScriptedPrompts : public Prompts {
     std::string file = {};
     RecoveryAction recovery = RecoveryAction::kLater;
     std::vector<std::string> names = {};
+    std::optional<PageMargins> margins = {};
   };
 
   Expected Next(const std::string& text) {
@@ -101,6 +121,7 @@ class ScriptedPrompts : public Prompts {
 
   std::deque<Expected> m_expected;
   std::string m_suggestion;
+  PageMargins m_margins;
   std::set<std::string> m_recovery;
 };
 

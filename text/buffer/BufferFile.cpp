@@ -5,6 +5,7 @@
 
 #include "base/AtomicFile.h"
 #include "base/InputFile.h"
+#include "res/Strings.h"
 #include "text/buffer/CrystalTextBuffer.h"
 #include "text/buffer/FileLines.h"
 #include "text/buffer/LineFlagStore.h"
@@ -23,7 +24,7 @@ IoResult CCrystalTextBuffer::LoadFile(const std::string& path, int32_t style) {
   try {
     loaded = LoadLines(section, style);
   } catch (const std::bad_alloc&) {
-    loaded = IoResult::Failure("Cannot open \"" + section + "\": not enough memory");
+    loaded = IoResult::Refusal(StringId::kCannotOpen, section, StringId::kReasonNoMemory);
   }
   if (loaded) {
     m_profileSection = std::move(section);
@@ -60,7 +61,7 @@ void CCrystalTextBuffer::RestoreStoredFlags() {
 
 IoResult CCrystalTextBuffer::SaveFile(const std::string& path, int32_t style, bool clearModified) {
   const std::string_view end = line_end::Bytes(style == line_end::kAutomatic ? m_style : style);
-  if (!m_initialised) return IoResult::Failure("Cannot write \"" + path + "\": there is no text");
+  if (!m_initialised) return IoResult::Refusal(StringId::kCannotWrite, path, StringId::kReasonNoText);
   AtomicFile file(path);
   if (IoResult opened = file.Open(); !opened) return opened;
   const int32_t count = LineCount();

@@ -21,7 +21,7 @@ namespace quill {
 
 class LineFlagStore;
 
-/// What stands between the lines of a file. The numbers are the contract's.
+/// What stands between the lines of a file. Callers of the buffer pass the numbers: they do not change.
 namespace line_end {
 enum Style : int32_t {
   kAutomatic = -1,  ///< load: detect; save: the buffer's own

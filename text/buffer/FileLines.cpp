@@ -4,6 +4,7 @@
 #include <cstring>
 #include <limits>
 
+#include "res/Strings.h"
 #include "text/buffer/CrystalTextBuffer.h"
 
 namespace quill {
@@ -25,8 +26,7 @@ int32_t DetectLineEndStyle(std::string_view bytes) {
 }
 
 IoResult FileLines::Read(int32_t style, const std::function<bool(char*, int32_t)>& take) {
-  IoResult tooLarge =
-      IoResult::Failure("Cannot open \"" + m_file.Path() + "\": it is too large (2 GB a line, 2^31 lines)");
+  IoResult tooLarge = IoResult::Refusal(StringId::kCannotOpen, m_file.Path(), StringId::kReasonTooLarge);
   std::string_view end;
   while (true) {
     MakeRoom();

@@ -3,6 +3,8 @@
 #include <limits>
 #include <utility>
 
+#include "res/Strings.h"
+
 namespace quill {
 namespace {
 
@@ -19,10 +21,8 @@ constexpr uint16_t kActionApart = 0xFFFF;
 }  // namespace
 
 const char* action::Description(int32_t code) {
-  static const char* const kTexts[] = {"Unknown", "Paste",     "Delete Selection", "Cut",
-                                       "Typing",  "Backspace", "Indent",           "Drag And Drop",
-                                       "Replace", "Delete",    "Auto Indent"};
-  return code >= kUnknown && code <= kAutoIndent ? kTexts[code] : nullptr;
+  const auto text = UndoActionText(code);
+  return text ? text->data() : nullptr;
 }
 
 void UndoHistory::Clear(size_t limit) {

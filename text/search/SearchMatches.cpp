@@ -4,6 +4,7 @@
 #include <limits>
 #include <utility>
 
+#include "res/Strings.h"
 #include "text/buffer/CrystalTextBuffer.h"
 
 namespace quill {
@@ -84,10 +85,9 @@ int64_t MatchCounter::OrdinalOf(TextRange selection) const {
 std::string MatchCounter::StatusText(TextRange selection) const {
   if (!IsActive()) return {};
   const int64_t ordinal = OrdinalOf(selection);
-  std::string text = ordinal > 0 ? std::to_string(ordinal) + " of " : "";
-  text += std::to_string(m_count);
-  if (!IsComplete()) text += '+';
-  return text;
+  std::string count = std::to_string(m_count);
+  if (!IsComplete()) count += '+';
+  return ordinal > 0 ? FormatText(StringId::kMatchCount, {std::to_string(ordinal), count}) : count;
 }
 
 int32_t MatchCounter::LineCount() const {

@@ -9,6 +9,7 @@
 #include <QPrinter>
 #include <QVBoxLayout>
 #include <cmath>
+#include "res/ui/UiText.h"
 
 namespace quill {
 namespace {
@@ -19,29 +20,31 @@ constexpr double kLargestMargin = 100.0;  ///< millimetres
 }  // namespace
 
 PageSetupDialog::PageSetupDialog(const PageMargins& margins, QWidget* parent) : QDialog(parent) {
-  setWindowTitle(tr("Page Setup"));
-  auto* paperBox = new QGroupBox(tr("Paper"), this);
+  setWindowTitle(UiText(StringId::kPageSetupTitle));
+  auto* paperBox = new QGroupBox(UiText(StringId::kPaperGroup), this);
   auto* paperForm = new QFormLayout(paperBox);
   const QPageLayout layout = QPrinter().pageLayout();
   auto* paper = new QComboBox(paperBox);
   paper->addItem(layout.pageSize().name());
   paper->setEnabled(false);
   auto* orientation = new QComboBox(paperBox);
-  orientation->addItem(layout.orientation() == QPageLayout::Portrait ? tr("Portrait") : tr("Landscape"));
+  orientation->addItem(layout.orientation() == QPageLayout::Portrait ? UiText(StringId::kPaperPortrait)
+                                                                     : UiText(StringId::kPaperLandscape));
   orientation->setEnabled(false);
-  paperForm->addRow(tr("Size:"), paper);
-  paperForm->addRow(tr("Orientation:"), orientation);
-  paperBox->setToolTip(tr("Paper and orientation are chosen in the print dialog."));
+  paperForm->addRow(UiText(StringId::kPaperSize), paper);
+  paperForm->addRow(UiText(StringId::kPaperOrientation), orientation);
+  paperBox->setToolTip(UiText(StringId::kPaperHint));
 
-  auto* marginBox = new QGroupBox(tr("Margins"), this);
+  auto* marginBox = new QGroupBox(UiText(StringId::kMarginsGroup), this);
   auto* marginForm = new QFormLayout(marginBox);
-  const std::array<QString, 4> labels = {tr("&Left:"), tr("&Right:"), tr("&Top:"), tr("&Bottom:")};
+  const std::array<QString, 4> labels = {UiText(StringId::kLeftMargin), UiText(StringId::kRightMargin),
+                                         UiText(StringId::kTopMargin), UiText(StringId::kBottomMargin)};
   const std::array<int32_t, 4> values = {margins.left, margins.right, margins.top, margins.bottom};
   for (size_t i = 0; i < m_fields.size(); ++i) {
     m_fields[i] = new QDoubleSpinBox(marginBox);
     m_fields[i]->setRange(0, kLargestMargin);
     m_fields[i]->setDecimals(2);
-    m_fields[i]->setSuffix(tr(" mm"));
+    m_fields[i]->setSuffix(UiText(StringId::kMillimetres));
     m_fields[i]->setValue(values[i] / kHundredthsPerMillimetre);
     marginForm->addRow(labels[i], m_fields[i]);
   }

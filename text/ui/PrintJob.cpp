@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/CodePage1252.h"
+#include "res/ui/UiText.h"
 #include "text/ui/CrystalTextView.h"
 
 namespace quill {
@@ -52,7 +53,8 @@ class Pages {
       PaintRow(row, top + m_ascent);
       top += m_lineHeight;
     }
-    const QString number = QString::asprintf("Page %d/%d", page + 1, layout.PageCount());
+    const QString number =
+        UiText(StringId::kPrintedPage, {QString::number(page + 1), QString::number(layout.PageCount())});
     const QRectF foot(m_body.left(), m_body.bottom() - m_lineHeight, m_body.width(), m_lineHeight);
     m_painter.setFont(m_font);
     m_painter.setPen(Qt::black);

@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "settings/ProfileTable.h"
 #include "text/buffer/CrystalTextBuffer.h"
 #include "text/view/ColumnMetrics.h"
 
@@ -9,10 +10,10 @@ namespace quill {
 
 /// Distances from the paper's edges in hundredths of a millimetre.
 struct PageMargins {
-  int32_t left = 1000;
-  int32_t right = 1000;
-  int32_t top = 1000;
-  int32_t bottom = 1000;
+  int32_t left = profile::kLeftMargin.fallback;
+  int32_t right = profile::kRightMargin.fallback;
+  int32_t top = profile::kTopMargin.fallback;
+  int32_t bottom = profile::kBottomMargin.fallback;
 };
 
 /// How a text is cut into printed pages. A line that is wider than the page goes on in the next row.
