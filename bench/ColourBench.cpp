@@ -35,19 +35,19 @@ struct Words {
 };
 
 /// What a painting view keeps of a text.
-struct View : BufferView {
+struct View : BufferObserver {
   explicit View(CCrystalTextBuffer& text) : buffer(text), states(text), folds(text), depths(text, states) {
     buffer.AddView(this);
     states.ParseAll();
     folds.Rebuild();
   }
   ~View() override { buffer.RemoveView(this); }
-  void OnBufferUpdate(BufferView*, const TextChange* change, uint32_t hints, int32_t line) override {
+  void OnBufferUpdate(const BufferObserver*, const TextChange* change, uint32_t hints,
+                      int32_t line) override {
     states.OnTextChange(change, hints, line);
     folds.OnTextChange(change, hints, line);
     depths.OnTextChange(change, hints, line);
   }
-  void OnUndoGroupClosed(int32_t, std::string_view) override {}
 
   CCrystalTextBuffer& buffer;
   LineStateCache states;

@@ -40,14 +40,14 @@ void Load(CCrystalTextBuffer& buffer, const uint8_t* data, size_t size) {
   Check(BytesOf(buffer) == std::string(reinterpret_cast<const char*>(data), size));
 }
 
-struct View : BufferView {
+struct View : BufferObserver {
   explicit View(CCrystalTextBuffer& text) : buffer(text), states(text), folds(text) { buffer.AddView(this); }
   ~View() override { buffer.RemoveView(this); }
-  void OnBufferUpdate(BufferView*, const TextChange* change, uint32_t hints, int32_t line) override {
+  void OnBufferUpdate(const BufferObserver*, const TextChange* change, uint32_t hints,
+                      int32_t line) override {
     states.OnTextChange(change, hints, line);
     folds.OnTextChange(change, hints, line);
   }
-  void OnUndoGroupClosed(int32_t, std::string_view) override {}
   CCrystalTextBuffer& buffer;
   LineStateCache states;
   FoldMap folds;

@@ -48,7 +48,8 @@ void RecoveryJournal::ForgetRecords() {
 
 // Recording
 
-void RecoveryJournal::OnBufferUpdate(BufferView*, const TextChange* change, uint32_t hints, int32_t) {
+void RecoveryJournal::OnBufferUpdate(const BufferObserver*, const TextChange* change, uint32_t hints,
+                                     int32_t) {
   if (m_folder.empty()) return;
   if (change == nullptr) {
     // A new text came in from outside; who brought it on purpose restarts the journal.

@@ -5,7 +5,7 @@
 #include "base/IoResult.h"
 #include "shell/FileIdentity.h"
 #include "shell/JournalFile.h"
-#include "text/buffer/BufferView.h"
+#include "text/buffer/BufferObserver.h"
 
 namespace quill {
 
@@ -19,7 +19,7 @@ class CCrystalTextBuffer;
 ///
 /// What was written stays until `Restart` or `Remove`: neither the destructor nor a backup copy, which
 /// clears the modified flag, removes it.
-class RecoveryJournal final : public BufferView {
+class RecoveryJournal final : public BufferObserver {
  public:
   static constexpr size_t kSnapshotBytes = size_t{4} << 20;
   /// As many bytes wait in memory at most; more are written at once.
@@ -44,8 +44,8 @@ class RecoveryJournal final : public BufferView {
   /// The text was changed since the last `Restart` or `Remove`.
   bool HasChanges() const { return m_changed; }
 
-  void OnBufferUpdate(BufferView* source, const TextChange* change, uint32_t hints, int32_t line) override;
-  void OnUndoGroupClosed(int32_t, std::string_view) override {}
+  void OnBufferUpdate(const BufferObserver* source, const TextChange* change, uint32_t hints,
+                      int32_t line) override;
 
  private:
   void RecordInsertion(TextRange range);

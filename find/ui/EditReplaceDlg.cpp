@@ -22,7 +22,7 @@ class ViewTarget : public ReplaceTarget {
   explicit ViewTarget(CCrystalEditView& view) : m_view(view) {}
 
   CCrystalTextBuffer& Buffer() override { return *m_view.Buffer(); }
-  BufferView* View() override { return &m_view.Model(); }
+  EditSource Source() override { return &m_view.Model(); }
   TextRange Selection() const override { return m_view.Selection(); }
   void SelectFound(TextPosition at, int32_t length) override { m_view.SelectFound(at, length); }
   bool ReplaceSelectedText(std::string_view text) override { return m_view.ReplaceSelectedText(text); }

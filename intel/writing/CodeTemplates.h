@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "intel/outline/Definitions.h"
-#include "text/buffer/BufferView.h"
+#include "text/buffer/BufferObserver.h"
 #include "text/buffer/TextPosition.h"
 
 namespace quill {

@@ -197,11 +197,10 @@ TEST(BufferFile, IsUnmodifiedExactlyWhileItHoldsTheSavedText) {
   while (buffer.Redo(end)) ASSERT_TRUE(buffer.IsModified());
 }
 
-struct ResetCounter : BufferView {
-  void OnBufferUpdate(BufferView*, const TextChange*, uint32_t hints, int32_t) override {
+struct ResetCounter : BufferObserver {
+  void OnBufferUpdate(const BufferObserver*, const TextChange*, uint32_t hints, int32_t) override {
     resets += hints == hint::kReset ? 1 : 0;
   }
-  void OnUndoGroupClosed(int32_t, std::string_view) override {}
   int resets = 0;
 };
 

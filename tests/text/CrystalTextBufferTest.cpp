@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <functional>
 #include <random>
 
 #include "support/TempFolder.h"
@@ -17,8 +19,9 @@ std::string TextOf(const CCrystalTextBuffer& buffer) {
 }
 
 /// Prints what a buffer tells it, one entry a call.
-struct Recorder : BufferView {
-  void OnBufferUpdate(BufferView* source, const TextChange* change, uint32_t hints, int32_t line) override {
+struct Recorder : BufferObserver, EditHook {
+  void OnBufferUpdate(const BufferObserver* source, const TextChange* change, uint32_t hints,
+                      int32_t line) override {
     char entry[64];
     std::snprintf(entry, sizeof entry, "%s%s%04x@%d ", source == this ? "own " : "",
                   change == nullptr  ? ""
@@ -92,6 +95,78 @@ TEST(CrystalTextBuffer, TellsItsViewsWhatChanged) {
   buffer.RemoveView(&view);
   buffer.Insert({0, 0}, "x");
   EXPECT_EQ(view.Take(), "");
+}
+
+TEST(CrystalTextBuffer, ViewsComeAndGoWhileTheyAreTold) {
+  struct Visitor : Recorder {
+    void OnBufferUpdate(const BufferObserver* source, const TextChange* change, uint32_t hints,
+                        int32_t line) override {
+      Recorder::OnBufferUpdate(source, change, hints, line);
+      if (const auto once = std::exchange(visit, nullptr)) once();
+    }
+    std::function<void()> visit;
+  };
+  Buffer buffer;
+  Visitor views[3];
+  Recorder late[40];  // so many do not fit where the first three are kept
+  const struct {
+    const char* what;
+    size_t visitor;
+    std::function<void()> visit;
+    const char* told;
+  } cases[] = {
+      {"the first leaves", 0, [&] { buffer.RemoveView(&views[0]); }, "111 011"},
+      {"the last leaves", 2, [&] { buffer.RemoveView(&views[2]); }, "111 110"},
+      {"one that was told leaves", 1, [&] { buffer.RemoveView(&views[0]); }, "111 011"},
+      {"one that was not told yet leaves", 1, [&] { buffer.RemoveView(&views[2]); }, "110 110"},
+      {"all leave", 0,
+       [&] {
+         for (Visitor& view : views) buffer.RemoveView(&view);
+       },
+       "100 000"},
+      {"many come", 0,
+       [&] {
+         for (Recorder& view : late) buffer.AddView(&view);
+       },
+       "111 111"},
+      {"it leaves and comes back", 0,
+       [&] {
+         buffer.RemoveView(&views[0]);
+         buffer.AddView(&views[0]);
+       },
+       "111 111"},
+      {"it edits on the way and another one leaves then", 0,
+       [&] {
+         views[1].visit = [&] { buffer.RemoveView(&views[1]); };
+         buffer.SetFlagOnLine(0, line_flag::kBookmark, true);
+       },
+       "212 101"},
+  };
+  for (const auto& c : cases) {
+    buffer.SetFlagOnLine(0, line_flag::kBookmark, false);
+    for (Visitor& view : views) buffer.AddView(&view);
+    const auto told = [&] {
+      std::string times;
+      for (Visitor& view : views) {
+        const std::string log = view.Take();
+        times += std::to_string(std::count(log.begin(), log.end(), '@'));
+      }
+      return times;
+    };
+    views[c.visitor].visit = c.visit;
+    buffer.Insert({0, 0}, "x");
+    std::string times = told();
+    for (Recorder& view : late) EXPECT_EQ(view.Take(), "") << "it has seen the text as it is now";
+    for (Visitor& view : views) view.visit = nullptr;
+    buffer.Insert({0, 0}, "x");
+    times += " " + told();
+    EXPECT_EQ(times, c.told) << c.what;
+    if (c.what == std::string_view("many come")) {
+      for (Recorder& view : late) EXPECT_EQ(view.Take(), "+0101@0 ");
+    }
+    for (Visitor& view : views) buffer.RemoveView(&view);
+    for (Recorder& view : late) buffer.RemoveView(&view);
+  }
 }
 
 TEST(CrystalTextBuffer, GroupsNestAndMergeAndAreToldOnce) {

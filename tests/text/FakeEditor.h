@@ -12,7 +12,7 @@ namespace quill {
 
 /// An edit view without a window. Texts are written with "\n" between lines and either "|" for the caret
 /// or "[" and "]" around the selection, the caret being at its end.
-class FakeEditor : public EditTarget, public BufferView {
+class FakeEditor : public EditTarget, public BufferObserver, public EditHook {
  public:
   explicit FakeEditor(std::string_view marked = "|") {
     buffer.NewBuffer();
@@ -90,7 +90,7 @@ class FakeEditor : public EditTarget, public BufferView {
 
   // Of EditTarget
   CCrystalTextBuffer& Buffer() const override { return buffer; }
-  BufferView* Source() override { return this; }
+  EditSource Source() override { return this; }
   EditSettings Settings() const override { return settings; }
   bool IsOverwriting() const override { return overwriting; }
   TextPosition Caret() const override { return caret; }
@@ -104,8 +104,8 @@ class FakeEditor : public EditTarget, public BufferView {
   bool IsColumnSelection() const override { return columns; }
   void SetColumnSelection(bool on) override { columns = on; }
 
-  // Of BufferView: caret and anchor move along, as those of a window do
-  void OnBufferUpdate(BufferView*, const TextChange* change, uint32_t, int32_t) override {
+  // Of BufferObserver and EditHook: caret and anchor move along, as those of a window do
+  void OnBufferUpdate(const BufferObserver*, const TextChange* change, uint32_t, int32_t) override {
     if (change == nullptr) return;
     for (TextPosition* place : {&anchor, &caret}) {
       *place = change->inserted ? PositionAfterInsert(*place, change->range)

@@ -21,17 +21,17 @@ struct CountingStore : LineFlagStore {
 };
 
 /// A view that keeps what a painting view keeps, and counts what it is told.
-struct FoldView : BufferView {
+struct FoldView : BufferObserver {
   explicit FoldView(CCrystalTextBuffer& text) : buffer(text), states(text), map(text) {
     buffer.AddView(this);
   }
   ~FoldView() override { buffer.RemoveView(this); }
-  void OnBufferUpdate(BufferView*, const TextChange* change, uint32_t hints, int32_t line) override {
+  void OnBufferUpdate(const BufferObserver*, const TextChange* change, uint32_t hints,
+                      int32_t line) override {
     ++updates;
     states.OnTextChange(change, hints, line);
     map.OnTextChange(change, hints, line);
   }
-  void OnUndoGroupClosed(int32_t, std::string_view) override {}
   /// One character a line: "+" head of hidden lines, "_" hidden, "|" shown.
   std::string Shown() const {
     std::string shown;

@@ -9,17 +9,17 @@ namespace quill {
 namespace {
 
 /// A view that keeps what a painting view keeps.
-struct StateView : BufferView {
+struct StateView : BufferObserver {
   explicit StateView(CCrystalTextBuffer& text) : buffer(text), states(text), depths(text, states, 5) {
     buffer.AddView(this);
   }
   ~StateView() override { buffer.RemoveView(this); }
-  void OnBufferUpdate(BufferView*, const TextChange* change, uint32_t hints, int32_t line) override {
+  void OnBufferUpdate(const BufferObserver*, const TextChange* change, uint32_t hints,
+                      int32_t line) override {
     linesMoved = linesMoved || (hints & hint::kVerticalRange) != 0;
     states.OnTextChange(change, hints, line);
     depths.OnTextChange(change, hints, line);
   }
-  void OnUndoGroupClosed(int32_t, std::string_view) override {}
 
   CCrystalTextBuffer& buffer;
   LineStateCache states;

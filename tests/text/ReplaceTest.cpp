@@ -10,11 +10,11 @@ namespace quill {
 namespace {
 
 /// A text with a selection; also the slow twin of everything that a view would do.
-struct FakeView : ReplaceTarget, BufferView {
+struct FakeView : ReplaceTarget, BufferObserver, EditHook {
   explicit FakeView(std::string_view text) : buffer(text) { buffer.AddView(this); }
   ~FakeView() override { buffer.RemoveView(this); }
   CCrystalTextBuffer& Buffer() override { return buffer; }
-  BufferView* View() override { return this; }
+  EditSource Source() override { return this; }
   TextRange Selection() const override { return selection; }
   void SelectFound(TextPosition at, int32_t length) override {
     selection = {at, {at.line, at.character + length}};
@@ -27,7 +27,7 @@ struct FakeView : ReplaceTarget, BufferView {
     return true;
   }
   void PlaceCaret(TextPosition at) override { selection = {at, at}; }
-  void OnBufferUpdate(BufferView*, const TextChange* change, uint32_t, int32_t) override {
+  void OnBufferUpdate(const BufferObserver*, const TextChange* change, uint32_t, int32_t) override {
     if (session != nullptr && change != nullptr) session->OnTextChanged(*change);
   }
   void OnUndoGroupClosed(int32_t code, std::string_view) override { closedAction = code; }

@@ -154,12 +154,11 @@ TEST(SearchMatches, AreTrueColumnsThatDoNotOverlap) {
 }
 
 /// Hands the buffer's hints to a counter, as a view does.
-struct CountingView : BufferView {
+struct CountingView : BufferObserver {
   explicit CountingView(const CCrystalTextBuffer& buffer) : counter(buffer) {}
-  void OnBufferUpdate(BufferView*, const TextChange*, uint32_t hints, int32_t line) override {
+  void OnBufferUpdate(const BufferObserver*, const TextChange*, uint32_t hints, int32_t line) override {
     counter.OnTextChanged(hints, line);
   }
-  void OnUndoGroupClosed(int32_t, std::string_view) override {}
   MatchCounter counter;
 };
 

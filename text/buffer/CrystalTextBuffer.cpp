@@ -146,17 +146,31 @@ void CCrystalTextBuffer::CheckPosition(TextPosition position) const {
   }
 }
 
-void CCrystalTextBuffer::AddView(BufferView* view) {
+void CCrystalTextBuffer::AddView(BufferObserver* view) {
   m_views.push_back(view);
 }
 
-void CCrystalTextBuffer::RemoveView(BufferView* view) {
-  std::erase(m_views, view);
+void CCrystalTextBuffer::RemoveView(BufferObserver* view) {
+  if (m_notifyDepth == 0) {
+    std::erase(m_views, view);
+  } else {
+    std::replace(m_views.begin(), m_views.end(), view, static_cast<BufferObserver*>(nullptr));
+  }
 }
 
-void CCrystalTextBuffer::NotifyViews(BufferView* source, const TextChange* change, uint32_t hints,
+void CCrystalTextBuffer::NotifyViews(const BufferObserver* source, const TextChange* change, uint32_t hints,
                                      int32_t line) {
-  for (BufferView* view : m_views) view->OnBufferUpdate(source, change, hints, line);
+  struct Telling {
+    explicit Telling(CCrystalTextBuffer& teller) : buffer(teller) { ++buffer.m_notifyDepth; }
+    ~Telling() {
+      if (--buffer.m_notifyDepth == 0) std::erase(buffer.m_views, nullptr);
+    }
+    CCrystalTextBuffer& buffer;
+  } telling(*this);
+  const size_t count = m_views.size();
+  for (size_t i = 0; i < count; ++i) {
+    if (BufferObserver* view = m_views[i]; view != nullptr) view->OnBufferUpdate(source, change, hints, line);
+  }
 }
 
 // Line records
@@ -282,15 +296,15 @@ void CCrystalTextBuffer::PersistFlags(int32_t first, int32_t last) {
 
 // Editing
 
-bool CCrystalTextBuffer::InsertTextAt(BufferView* view, TextPosition at, std::string_view text,
+bool CCrystalTextBuffer::InsertTextAt(EditSource source, TextPosition at, std::string_view text,
                                       TextPosition& end, int32_t actionCode) {
   CheckPosition(at);
   if (m_readOnly) return false;
-  InsertRecorded(view, at, {std::string(text), nullptr}, end, actionCode);
+  InsertRecorded(source, at, {std::string(text), nullptr}, end, actionCode);
   return true;
 }
 
-bool CCrystalTextBuffer::InsertLinesAt(BufferView* view, TextPosition at,
+bool CCrystalTextBuffer::InsertLinesAt(EditSource source, TextPosition at,
                                        const std::vector<std::string_view>& lines, TextPosition& end,
                                        int32_t actionCode) {
   if (lines.empty()) throw std::invalid_argument("no lines to insert");
@@ -307,11 +321,11 @@ bool CCrystalTextBuffer::InsertLinesAt(BufferView* view, TextPosition at,
   for (size_t i = 0; anyCr && i < lines.size(); ++i) {
     record.pieceLengths->push_back(static_cast<int32_t>(lines[i].size()));
   }
-  InsertRecorded(view, at, std::move(record), end, actionCode);
+  InsertRecorded(source, at, std::move(record), end, actionCode);
   return true;
 }
 
-void CCrystalTextBuffer::InsertRecorded(BufferView* view, TextPosition at, RecordText&& text,
+void CCrystalTextBuffer::InsertRecorded(EditSource source, TextPosition at, RecordText&& text,
                                         TextPosition& end, int32_t actionCode) {
   if (static_cast<int64_t>(text.text.size()) > kLongestLine - LineLength(at.line)) {
     throw std::invalid_argument("text too long");
@@ -320,32 +334,32 @@ void CCrystalTextBuffer::InsertRecorded(BufferView* view, TextPosition at, Recor
   if (ownGroup) OpenUndoGroup();
   TextRange range{at, at};
   // From the record's copy: the caller's text may be a line of ours.
-  ApplyInsert(view, at, RecordPieces(text.text, text.pieceLengths.get()).Get(), range.end);
+  ApplyInsert(source.observer, at, RecordPieces(text.text, text.pieceLengths.get()).Get(), range.end);
   end = range.end;
   AddRecord(UndoRecord::kInsert, actionCode, range, std::move(text));
-  if (ownGroup) CloseUndoGroup(view);
+  if (ownGroup) CloseUndoGroup(source.hook);
 }
 
-bool CCrystalTextBuffer::InsertTextAt(BufferView* view, int32_t line, int32_t character,
+bool CCrystalTextBuffer::InsertTextAt(EditSource source, int32_t line, int32_t character,
                                       std::string_view text, int32_t& outEndLine, int32_t& outEndChar,
                                       int32_t actionCode) {
   TextPosition end;
-  if (!InsertTextAt(view, {line, character}, text, end, actionCode)) return false;
+  if (!InsertTextAt(source, {line, character}, text, end, actionCode)) return false;
   outEndLine = end.line;
   outEndChar = end.character;
   return true;
 }
 
-bool CCrystalTextBuffer::DeleteRange(BufferView* view, TextRange range, int32_t actionCode) {
+bool CCrystalTextBuffer::DeleteRange(EditSource source, TextRange range, int32_t actionCode) {
   RecordText text;
   CopyRange(range, text.text);
   if (m_readOnly) return false;
   if (HasCr(text.text)) text.pieceLengths = PieceLengthsOf(range);
   const bool ownGroup = m_groupDepth == 0;
   if (ownGroup) OpenUndoGroup();
-  ApplyDelete(view, range);
+  ApplyDelete(source.observer, range);
   AddRecord(0, actionCode, range, std::move(text));
-  if (ownGroup) CloseUndoGroup(view);
+  if (ownGroup) CloseUndoGroup(source.hook);
   return true;
 }
 
@@ -363,7 +377,7 @@ std::unique_ptr<std::vector<int32_t>> CCrystalTextBuffer::PieceLengthsOf(TextRan
   return lengths;
 }
 
-bool CCrystalTextBuffer::ApplyInsert(BufferView* source, TextPosition at,
+bool CCrystalTextBuffer::ApplyInsert(const BufferObserver* source, TextPosition at,
                                      std::span<const std::string_view> pieces, TextPosition& end) {
   if (m_readOnly) return false;
   const auto added = static_cast<int32_t>(pieces.size()) - 1;
@@ -386,7 +400,7 @@ bool CCrystalTextBuffer::ApplyInsert(BufferView* source, TextPosition at,
   return true;
 }
 
-bool CCrystalTextBuffer::ApplyDelete(BufferView* source, TextRange range) {
+bool CCrystalTextBuffer::ApplyDelete(const BufferObserver* source, TextRange range) {
   if (m_readOnly) return false;
   LineRecord& first = Record(range.start.line);
   if (range.start.line == range.end.line) {
@@ -405,7 +419,8 @@ bool CCrystalTextBuffer::ApplyDelete(BufferView* source, TextRange range) {
   return true;
 }
 
-void CCrystalTextBuffer::TextChanged(BufferView* source, const TextChange& change, TextPosition lastChange) {
+void CCrystalTextBuffer::TextChanged(const BufferObserver* source, const TextChange& change,
+                                     TextPosition lastChange) {
   const bool oneLine = change.range.start.line == change.range.end.line;
   NotifyViews(source, &change, oneLine ? hint::kLineChanged : hint::kLinesChanged, change.range.start.line);
   if (!m_modified) SetModified(true);
@@ -425,13 +440,13 @@ void CCrystalTextBuffer::OpenUndoGroup(bool mergeWithPrevious) {
   m_nextRecordStartsGroup = !mergeWithPrevious || m_history.Position() == 0;
 }
 
-void CCrystalTextBuffer::CloseUndoGroup(BufferView* view) {
+void CCrystalTextBuffer::CloseUndoGroup(EditHook* hook) {
   if (m_groupDepth > 0 && --m_groupDepth > 0) return;
   m_nextRecordStartsGroup = true;
   const auto last = m_history.Last();
-  if (view == nullptr || !last) return;
-  const std::string lastText(last->text);  // a copy: the view's own edits may drop records
-  view->OnUndoGroupClosed(last->action, lastText);
+  if (hook == nullptr || !last) return;
+  const std::string lastText(last->text);  // a copy: the hook's own edits may drop records
+  hook->OnUndoGroupClosed(last->action, lastText);
 }
 
 bool CCrystalTextBuffer::Reverse(const UndoRecord& record) {

@@ -10,7 +10,7 @@
 
 #include "base/GapVector.h"
 #include "base/IoResult.h"
-#include "text/buffer/BufferView.h"
+#include "text/buffer/EditSource.h"
 #include "text/buffer/LineFlags.h"
 #include "text/buffer/LinePool.h"
 #include "text/buffer/LineRange.h"
@@ -102,24 +102,24 @@ class CCrystalTextBuffer {
 
   /// `end` receives the place after the text. CR and CR LF split lines, a lone LF does not. False when
   /// read-only; throws when a line would exceed `kLongestLine`.
-  bool InsertTextAt(BufferView* view, TextPosition at, std::string_view text, TextPosition& end,
+  bool InsertTextAt(EditSource source, TextPosition at, std::string_view text, TextPosition& end,
                     int32_t actionCode = action::kUnknown);
-  bool InsertTextAt(BufferView* view, int32_t line, int32_t character, std::string_view text,
+  bool InsertTextAt(EditSource source, int32_t line, int32_t character, std::string_view text,
                     int32_t& outEndLine, int32_t& outEndChar, int32_t actionCode = action::kUnknown);
   /// Inserts lines that are known as such: a CR within one stays a character. Not empty; the first one
   /// joins the line at `at`. For putting back text that once was loaded.
-  bool InsertLinesAt(BufferView* view, TextPosition at, const std::vector<std::string_view>& lines,
+  bool InsertLinesAt(EditSource source, TextPosition at, const std::vector<std::string_view>& lines,
                      TextPosition& end, int32_t actionCode = action::kUnknown);
-  bool DeleteRange(BufferView* view, TextRange range, int32_t actionCode = action::kUnknown);
-  bool DeleteRange(BufferView* view, int32_t startLine, int32_t startChar, int32_t endLine, int32_t endChar,
+  bool DeleteRange(EditSource source, TextRange range, int32_t actionCode = action::kUnknown);
+  bool DeleteRange(EditSource source, int32_t startLine, int32_t startChar, int32_t endLine, int32_t endChar,
                    int32_t actionCode = action::kUnknown) {
-    return DeleteRange(view, {{startLine, startChar}, {endLine, endChar}}, actionCode);
+    return DeleteRange(source, {{startLine, startChar}, {endLine, endChar}}, actionCode);
   }
 
   /// Groups nest: only the outermost opens and closes.
   void OpenUndoGroup(bool mergeWithPrevious = false);
-  /// Tells `view` the last record of the history, when both are there.
-  void CloseUndoGroup(BufferView* view = nullptr);
+  /// Tells `hook` the last record of the history, when both are there.
+  void CloseUndoGroup(EditHook* hook = nullptr);
   bool CanUndo() const { return !m_readOnly && m_history.Position() != 0; }
   bool CanRedo() const { return !m_readOnly && m_history.Position() != m_history.Count(); }
   /// `position` receives the place of the last change.
@@ -142,9 +142,11 @@ class CCrystalTextBuffer {
   /// The section under which the flag words are kept; empty for a text that was never loaded.
   const std::string& ProfileSection() const { return m_profileSection; }
 
-  void AddView(BufferView* view);
-  void RemoveView(BufferView* view);
-  void NotifyViews(BufferView* source, const TextChange* change, uint32_t hints, int32_t line);
+  void AddView(BufferObserver* view);
+  void RemoveView(BufferObserver* view);
+  /// Whoever is added in the meantime is not told: it has seen the text as it is now. Whoever is removed in
+  /// the meantime is not told any more.
+  void NotifyViews(const BufferObserver* source, const TextChange* change, uint32_t hints, int32_t line);
 
  private:
   struct LineRecord {
@@ -169,11 +171,11 @@ class CCrystalTextBuffer {
   void FreeLines(int32_t first, int32_t last);
   void ReleaseAllText();
 
-  bool ApplyInsert(BufferView* source, TextPosition at, std::span<const std::string_view> pieces,
+  bool ApplyInsert(const BufferObserver* source, TextPosition at, std::span<const std::string_view> pieces,
                    TextPosition& end);
-  bool ApplyDelete(BufferView* source, TextRange range);
-  void TextChanged(BufferView* source, const TextChange& change, TextPosition lastChange);
-  void InsertRecorded(BufferView* view, TextPosition at, RecordText&& text, TextPosition& end,
+  bool ApplyDelete(const BufferObserver* source, TextRange range);
+  void TextChanged(const BufferObserver* source, const TextChange& change, TextPosition lastChange);
+  void InsertRecorded(EditSource source, TextPosition at, RecordText&& text, TextPosition& end,
                       int32_t actionCode);
   void AddRecord(uint32_t flags, int32_t actionCode, TextRange range, RecordText&& text);
   bool Reverse(const UndoRecord& record);
@@ -189,12 +191,13 @@ class CCrystalTextBuffer {
   GapVector<LineRecord> m_lines;
   LinePool m_pool;
   UndoHistory m_history;
-  std::vector<BufferView*> m_views;
+  std::vector<BufferObserver*> m_views;  ///< null where one left while all are told
   LineFlagStore* m_store;
   std::string m_profileSection;
   TextPosition m_lastChange;
   int32_t m_style = line_end::kCrLf;
   int32_t m_groupDepth = 0;
+  int32_t m_notifyDepth = 0;
   bool m_nextRecordStartsGroup = true;
   bool m_initialised = false;
   bool m_readOnly = false;

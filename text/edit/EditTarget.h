@@ -21,8 +21,8 @@ class EditTarget {
  public:
   virtual ~EditTarget() = default;
   virtual CCrystalTextBuffer& Buffer() const = 0;
-  /// The source of hints and the one whose undo-group hook is called.
-  virtual BufferView* Source() = 0;
+  /// The source of its edits.
+  virtual EditSource Source() = 0;
   virtual EditSettings Settings() const = 0;
   virtual bool IsOverwriting() const = 0;
 

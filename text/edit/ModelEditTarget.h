@@ -13,7 +13,7 @@ class ModelEditTarget : public EditTarget {
   void SetOverwriting(bool overwriting) { m_overwriting = overwriting; }
 
   CCrystalTextBuffer& Buffer() const override { return *m_model.Buffer(); }
-  BufferView* Source() override { return &m_model; }
+  EditSource Source() override { return &m_model; }
   EditSettings Settings() const override { return m_settings; }
   bool IsOverwriting() const override { return m_overwriting; }
   TextPosition Caret() const override { return m_model.Caret(); }

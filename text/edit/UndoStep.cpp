@@ -17,7 +17,7 @@ UndoStep::~UndoStep() {
 
 void UndoStep::CloseWithHook() {
   m_open = false;
-  m_buffer.CloseUndoGroup(m_edited ? m_target.Source() : nullptr);
+  m_buffer.CloseUndoGroup(m_edited ? m_target.Source().hook : nullptr);
 }
 
 TextPosition UndoStep::Insert(TextPosition at, std::string_view text) {

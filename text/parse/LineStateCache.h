@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "base/GapVector.h"
-#include "text/buffer/BufferView.h"
+#include "text/buffer/BufferObserver.h"
 #include "text/buffer/LineRange.h"
 
 namespace quill {

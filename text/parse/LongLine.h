@@ -2,7 +2,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "text/buffer/BufferView.h"
+#include "text/buffer/BufferObserver.h"
 #include "text/parse/LineScan.h"
 
 namespace quill {

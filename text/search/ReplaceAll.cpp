@@ -37,7 +37,7 @@ bool CollectEdit(const CCrystalTextBuffer& buffer, const TextSearch& search, std
 }
 
 /// `end` receives the place behind the last replacement.
-bool ApplyEdit(CCrystalTextBuffer& buffer, BufferView* source, int32_t line, const LineEdit& edit,
+bool ApplyEdit(CCrystalTextBuffer& buffer, EditSource source, int32_t line, const LineEdit& edit,
                TextPosition& end) {
   end = {line, edit.start};
   if (!buffer.DeleteRange(source, {end, {line, edit.end}}, action::kReplace)) return false;
@@ -46,7 +46,7 @@ bool ApplyEdit(CCrystalTextBuffer& buffer, BufferView* source, int32_t line, con
 
 }  // namespace
 
-ReplaceAllOutcome ReplaceAllFrom(CCrystalTextBuffer& buffer, BufferView* source, const TextSearch& search,
+ReplaceAllOutcome ReplaceAllFrom(CCrystalTextBuffer& buffer, EditSource source, const TextSearch& search,
                                  std::string_view with, TextPosition firstMatch, TextPosition blockEnd) {
   ReplaceAllOutcome outcome{0, firstMatch, blockEnd, buffer.IsReadOnly()};
   if (outcome.refused || search.IsEmpty()) return outcome;
@@ -70,7 +70,7 @@ ReplaceAllOutcome ReplaceAllFrom(CCrystalTextBuffer& buffer, BufferView* source,
     }
     at = {at.line + added + 1, 0};
   }
-  buffer.CloseUndoGroup(source);
+  buffer.CloseUndoGroup(source.hook);
   return outcome;
 }
 

@@ -2,12 +2,12 @@
 #include <cstdint>
 #include <string_view>
 
+#include "text/buffer/EditSource.h"
 #include "text/buffer/TextPosition.h"
 #include "text/search/Search.h"
 
 namespace quill {
 
-class BufferView;
 class CCrystalTextBuffer;
 
 struct ReplaceAllOutcome {
@@ -21,7 +21,7 @@ struct ReplaceAllOutcome {
 /// before `blockEnd`, as one undo group of `source`'s. The outcome is that of replacing them one by one,
 /// but a line is edited once, from its first occurrence to its last: many occurrences in one long line
 /// cost no more than the line.
-ReplaceAllOutcome ReplaceAllFrom(CCrystalTextBuffer& buffer, BufferView* source, const TextSearch& search,
+ReplaceAllOutcome ReplaceAllFrom(CCrystalTextBuffer& buffer, EditSource source, const TextSearch& search,
                                  std::string_view with, TextPosition firstMatch, TextPosition blockEnd);
 
 }  // namespace quill

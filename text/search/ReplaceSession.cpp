@@ -25,7 +25,7 @@ bool ReplaceSession::Replace(const ReplaceRequest& request) {
   m_movesBlockItself = request.inBlock;
   buffer.OpenUndoGroup();
   const bool replaced = m_target.ReplaceSelectedText(request.with);
-  buffer.CloseUndoGroup(m_target.View());
+  buffer.CloseUndoGroup(m_target.Source().hook);
   m_movesBlockItself = false;
   if (!replaced) return true;
   const TextPosition end = buffer.LastChange();
@@ -41,7 +41,7 @@ int64_t ReplaceSession::ReplaceAll(const ReplaceRequest& request) {
   if (!m_match && !SearchFrom(m_start, request)) return 0;
   m_movesBlockItself = request.inBlock;
   const ReplaceAllOutcome outcome =
-      ReplaceAllFrom(buffer, m_target.View(), TextSearch(request.what, FlagsOf(request)), request.with,
+      ReplaceAllFrom(buffer, m_target.Source(), TextSearch(request.what, FlagsOf(request)), request.with,
                      m_match->at, ScopeOf(request).end);
   m_movesBlockItself = false;
   if (request.inBlock) m_block.end = outcome.blockEnd;

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "text/buffer/BufferView.h"
+#include "text/buffer/EditSource.h"
 #include "text/buffer/TextPosition.h"
 #include "text/search/Search.h"
 
@@ -17,8 +17,8 @@ class ReplaceTarget {
  public:
   virtual ~ReplaceTarget() = default;
   virtual CCrystalTextBuffer& Buffer() = 0;
-  /// The source of the changes; null for none.
-  virtual BufferView* View() = 0;
+  /// The source of its edits.
+  virtual EditSource Source() = 0;
   virtual TextRange Selection() const = 0;
   virtual void SelectFound(TextPosition at, int32_t length) = 0;
   /// Puts the caret behind the inserted text. False when the buffer is read-only.

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "text/buffer/BufferView.h"
+#include "text/buffer/BufferObserver.h"
 #include "text/buffer/TextPosition.h"
 #include "text/search/Search.h"
 
@@ -27,7 +27,7 @@ class MatchCounter {
   /// Forgets all counts; an empty search ends the counting.
   void Start(const TextSearch& search);
   void Stop();
-  /// To be called for each change of the text, with the hints and the line of `BufferView`.
+  /// To be called for each change of the text, with the hints and the line of `BufferObserver`.
   void OnTextChanged(uint32_t hints, int32_t line);
 
   bool IsActive() const { return m_search.has_value(); }

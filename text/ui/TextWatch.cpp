@@ -23,7 +23,8 @@ void TextWatch::Follow(CCrystalTextBuffer* buffer) {
   if (buffer != nullptr) buffer->AddView(this);
 }
 
-void TextWatch::OnBufferUpdate(BufferView*, const TextChange* change, uint32_t hints, int32_t line) {
+void TextWatch::OnBufferUpdate(const BufferObserver*, const TextChange* change, uint32_t hints,
+                               int32_t line) {
   m_callbacks.changed(change, hints, line);
 }
 

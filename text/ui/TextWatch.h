@@ -2,7 +2,7 @@
 #include <QObject>
 #include <functional>
 
-#include "text/buffer/BufferView.h"
+#include "text/buffer/BufferObserver.h"
 
 namespace quill {
 
@@ -10,10 +10,10 @@ class CCrystalTextBuffer;
 class CCrystalTextView;
 
 /// Tells of every change of the text that a view shows, and of the view's getting another text.
-class TextWatch : public QObject, private BufferView {
+class TextWatch : public QObject, private BufferObserver {
  public:
   struct Callbacks {
-    /// Arguments as in `BufferView::OnBufferUpdate`.
+    /// Arguments as in `BufferObserver::OnBufferUpdate`.
     std::function<void(const TextChange* change, uint32_t hints, int32_t line)> changed;
     std::function<void()> replaced;
   };
@@ -23,8 +23,8 @@ class TextWatch : public QObject, private BufferView {
 
  private:
   void Follow(CCrystalTextBuffer* buffer);
-  void OnBufferUpdate(BufferView* source, const TextChange* change, uint32_t hints, int32_t line) override;
-  void OnUndoGroupClosed(int32_t, std::string_view) override {}
+  void OnBufferUpdate(const BufferObserver* source, const TextChange* change, uint32_t hints,
+                      int32_t line) override;
 
   Callbacks m_callbacks;
   CCrystalTextBuffer* m_buffer = nullptr;

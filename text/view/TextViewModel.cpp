@@ -107,7 +107,8 @@ void TextViewModel::SetColumnSelection(bool columns) {
 
 // What the buffer tells
 
-void TextViewModel::OnBufferUpdate(BufferView*, const TextChange* change, uint32_t hints, int32_t line) {
+void TextViewModel::OnBufferUpdate(const BufferObserver*, const TextChange* change, uint32_t hints,
+                                   int32_t line) {
   if ((hints & hint::kReset) != 0 || m_parts == nullptr) {
     Reset();
     return;

@@ -6,7 +6,7 @@
 #include <memory>
 #include <optional>
 
-#include "text/buffer/BufferView.h"
+#include "text/buffer/BufferObserver.h"
 #include "text/buffer/CrystalTextBuffer.h"
 #include "text/parse/FoldDepthIndex.h"
 #include "text/parse/FoldMap.h"
@@ -34,7 +34,7 @@ struct ViewDamage {
 
 /// Everything about a view of a text that needs no window: caret and selection, rows and places, parse
 /// states, and what must be repainted after a change.
-class TextViewModel : public BufferView {
+class TextViewModel : public BufferObserver, public EditHook {
  public:
   TextViewModel() = default;
   TextViewModel(const TextViewModel&) = delete;
@@ -87,8 +87,9 @@ class TextViewModel : public BufferView {
   bool IsColumnSelection() const { return m_columnMode; }
   void SetColumnSelection(bool columns);
 
-  // Of BufferView
-  void OnBufferUpdate(BufferView* source, const TextChange* change, uint32_t hints, int32_t line) override;
+  // Of BufferObserver and EditHook
+  void OnBufferUpdate(const BufferObserver* source, const TextChange* change, uint32_t hints,
+                      int32_t line) override;
   void OnUndoGroupClosed(int32_t action, std::string_view text) override;
 
  private:

@@ -1,7 +1,7 @@
 #pragma once
 #include <cstdint>
 
-#include "text/buffer/BufferView.h"
+#include "text/buffer/BufferObserver.h"
 #include "text/buffer/CrystalTextBuffer.h"
 #include "text/view/ColumnMetrics.h"
 

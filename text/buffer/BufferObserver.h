@@ -1,12 +1,11 @@
 #pragma once
 #include <cstdint>
-#include <string_view>
 
 #include "text/buffer/TextPosition.h"
 
 namespace quill {
 
-/// Bits that tell a view what changed. The combinations in use have names.
+/// Bits that tell what changed. The combinations in use have names.
 namespace hint {
 inline constexpr uint32_t kHorizontalRange = 0x0001;
 inline constexpr uint32_t kVerticalRange = 0x0002;  ///< lines were inserted or removed
@@ -24,15 +23,15 @@ struct TextChange {
   TextRange range;       ///< the text's place: after the insertion, or before the deletion
 };
 
-/// What a buffer knows of the views that show it.
-class BufferView {
+/// Told of every change of a buffer that it was added to. It may leave in the call, or make others leave or
+/// come.
+class BufferObserver {
  public:
-  virtual ~BufferView() = default;
-  /// `source` made the change (null when no view did); `change` is null unless text changed;
-  /// `line` is the first affected line, -1 with a reset or a range flag change.
-  virtual void OnBufferUpdate(BufferView* source, const TextChange* change, uint32_t hints, int32_t line) = 0;
-  /// An undo group of this view's was closed; `action` and `text` are those of its last record.
-  virtual void OnUndoGroupClosed(int32_t action, std::string_view text) = 0;
+  virtual ~BufferObserver() = default;
+  /// `source` made the change (null when no observer did) and serves to be compared only; `change` is null
+  /// unless text changed; `line` is the first affected line, -1 with a reset or a range flag change.
+  virtual void OnBufferUpdate(const BufferObserver* source, const TextChange* change, uint32_t hints,
+                              int32_t line) = 0;
 };
 
 }  // namespace quill
