@@ -75,11 +75,8 @@ void RecoveryJournal::RecordInsertion(TextRange range) {
   lines.reserve(static_cast<size_t>(range.end.line - range.start.line) + 1);
   size_t size = 0;
   for (int32_t line = range.start.line; line <= range.end.line; ++line) {
-    std::string_view text = m_buffer.Line(line);
-    if (line == range.end.line) text = text.substr(0, static_cast<size_t>(range.end.character));
-    if (line == range.start.line) text.remove_prefix(static_cast<size_t>(range.start.character));
-    lines.push_back(text);
-    size += text.size() + sizeof(uint32_t);
+    lines.push_back(m_buffer.PieceOf(range, line));
+    size += lines.back().size() + sizeof(uint32_t);
   }
   if (size > kLongestInsertion) {
     m_needsSnapshot = true;

@@ -57,9 +57,10 @@ TEST_F(KeywordDatabaseTest, TheDocumentsExtensionChoosesTheSet) {
   const struct {
     const char* path;
     bool isC;
-  } rows[] = {{"a.c", true},      {"dir/test.H", true}, {".C", true}, {"a.fx", false},
-              {"a.vsl", false},   {"readme", false},    {"", false},  {"a.c/main", false},
-              {"a.h.vsl", false}, {"a.cpp", false}};
+  } rows[] = {{"a.c", true},        {"dir.vsl/b.h", true}, {"c", false},        {"a.hc", false},
+              {"dir/test.H", true}, {".C", true},          {"a.fx", false},     {"a.vsl", false},
+              {"readme", false},    {"", false},           {"a.c/main", false}, {"a.h.vsl", false},
+              {"a.cpp", false}};
   for (const auto& row : rows) {
     EXPECT_EQ(m_database.IsKeyword(row.path, "struct"), row.isC) << row.path;
     EXPECT_EQ(m_database.IsKeyword(row.path, "BMap"), !row.isC) << row.path;

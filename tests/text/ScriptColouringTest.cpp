@@ -249,12 +249,6 @@ TEST(LongLine, ColoursAPartAsTheWholeLineWould) {
   }
 }
 
-TEST(ScriptColouring, TakesCKeywordsForCFilesOfAnyCase) {
-  for (const char* name : {"a.c", "a.C", "dir.vsl/b.h", "B.H"}) EXPECT_TRUE(UsesCKeywords(name)) << name;
-  for (const char* name : {"a.vsl", "a.vsc", "c", "", "a.cc", "a.hc"})
-    EXPECT_FALSE(UsesCKeywords(name)) << name;
-}
-
 TEST(ColourTable, ReadsColoursAndSwitchesOrFallsBackToDefaults) {
   const ColourReader reader{[](const ColourSetting& setting, const DesktopColours& desktop) {
                               return setting.name == "BackColor" ? 0xFF112233u : setting.Fallback(desktop);

@@ -127,10 +127,7 @@ void CCrystalTextBuffer::CopyRange(TextRange range, std::string& text, std::stri
     length += Line(line).size() + lineEnd.size();
   text.reserve(length - static_cast<size_t>(range.start.character));
   for (int32_t line = range.start.line; line <= range.end.line; ++line) {
-    std::string_view piece = Line(line);
-    if (line == range.end.line) piece = piece.substr(0, static_cast<size_t>(range.end.character));
-    if (line == range.start.line) piece.remove_prefix(static_cast<size_t>(range.start.character));
-    text.append(piece);
+    text.append(PieceOf(range, line));
     if (line != range.end.line) text.append(lineEnd);
   }
 }
@@ -367,9 +364,7 @@ std::unique_ptr<std::vector<int32_t>> CCrystalTextBuffer::PieceLengthsOf(TextRan
   auto lengths = std::make_unique<std::vector<int32_t>>();
   bool anyCr = false;
   for (int32_t line = range.start.line; line <= range.end.line; ++line) {
-    std::string_view piece = Line(line);
-    if (line == range.end.line) piece = piece.substr(0, static_cast<size_t>(range.end.character));
-    if (line == range.start.line) piece.remove_prefix(static_cast<size_t>(range.start.character));
+    const std::string_view piece = PieceOf(range, line);
     lengths->push_back(static_cast<int32_t>(piece.size()));
     anyCr = anyCr || HasCr(piece);
   }

@@ -21,7 +21,7 @@ namespace quill {
 
 class LineFlagStore;
 
-/// What stands between the lines of a file. Callers of the buffer pass the numbers: they do not change.
+/// What stands between the lines of a file. Recovery journals hold the numbers: they stay as they are.
 namespace line_end {
 enum Style : int32_t {
   kAutomatic = -1,  ///< load: detect; save: the buffer's own
@@ -68,6 +68,13 @@ class CCrystalTextBuffer {
   std::string_view Line(int32_t line) const {
     const LineRecord& r = Record(line);
     return {r.text, static_cast<size_t>(r.length)};
+  }
+  /// What a range takes of one of its lines.
+  std::string_view PieceOf(TextRange range, int32_t line) const {
+    std::string_view piece = Line(line);
+    if (line == range.end.line) piece = piece.substr(0, static_cast<size_t>(range.end.character));
+    if (line == range.start.line) piece.remove_prefix(static_cast<size_t>(range.start.character));
+    return piece;
   }
   uint32_t LineFlags(int32_t line) const { return Record(line).flags; }
   /// False, and an empty string, for an empty line.

@@ -94,10 +94,7 @@ void UndoStep::SetFlags(int32_t line, uint32_t flags) {
 std::vector<std::string> CopyPieces(const CCrystalTextBuffer& buffer, TextRange range) {
   std::vector<std::string> pieces;
   for (int32_t line = range.start.line; line <= range.end.line; ++line) {
-    std::string_view piece = buffer.Line(line);
-    if (line == range.end.line) piece = piece.substr(0, static_cast<size_t>(range.end.character));
-    if (line == range.start.line) piece.remove_prefix(static_cast<size_t>(range.start.character));
-    pieces.emplace_back(piece);
+    pieces.emplace_back(buffer.PieceOf(range, line));
   }
   return pieces;
 }

@@ -1,6 +1,5 @@
 #include "text/parse/ScriptColouring.h"
 
-#include "base/CodePage1252.h"
 #include "text/buffer/CrystalTextBuffer.h"
 #include "text/parse/Folding.h"
 #include "text/parse/LineScan.h"
@@ -40,12 +39,6 @@ inline bool ApplyMarks(CCrystalTextBuffer& buffer, int32_t line, uint32_t marks)
 }
 
 }  // namespace
-
-bool UsesCKeywords(std::string_view fileName) {
-  if (fileName.size() < 2) return false;
-  const std::string_view extension = fileName.substr(fileName.size() - 2);
-  return cp1252::EqualNoCase(extension, ".c") || cp1252::EqualNoCase(extension, ".h");
-}
 
 uint32_t ColourLine(CCrystalTextBuffer& buffer, const WordClasses& words, uint32_t state, int32_t line,
                     TextBlock* blocks, int32_t* count) {

@@ -30,9 +30,6 @@ inline constexpr uint32_t kAll = 0x1F;
 inline constexpr uint32_t kAcrossLines = kBlockComment | kString;
 }  // namespace parse_state
 
-/// Whether a file of this name takes its keywords from the C set: it ends in ".c" or ".h", in any case.
-bool UsesCKeywords(std::string_view fileName);
-
 /// "0x" and hexadecimal digits, or a digit followed by digits, "+", "-", "." and "e" or "E" only.
 bool IsNumber(std::string_view word);
 
