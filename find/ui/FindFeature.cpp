@@ -128,12 +128,13 @@ SearchRequest FindFeature::StoredSearch() const {
 }
 
 void FindFeature::Repeat(CQuillView& view, bool upwards) {
-  SearchRequest search = view.LastSearch() ? *view.LastSearch() : StoredSearch();
+  SearchMarks& marks = SearchMarks::Of(view);
+  SearchRequest search = marks.LastSearch() ? *marks.LastSearch() : StoredSearch();
   if (search.what.empty()) return OpenFind();
   const SearchRequest remembered = search;  // with the direction that was chosen in the dialog
   search.flags &= ~search_flag::kUpwards;
   if (upwards) search.flags |= search_flag::kUpwards;
-  if (FindFrom(view, view.Selection().end, search)) view.SetLastSearch(remembered);
+  if (FindFrom(view, view.Selection().end, search)) marks.SetLastSearch(remembered);
 }
 
 void FindFeature::FindSelectedWord(CQuillView& view) {
@@ -141,7 +142,7 @@ void FindFeature::FindSelectedWord(CQuillView& view) {
   if (range.IsEmpty()) range = WordAround(*view.Buffer(), view.CaretPos());
   const auto what = SelectedWithinLine(*view.Buffer(), range);
   if (!what) return QApplication::beep();
-  if (FindFrom(view, range.end, {*what, 0})) view.SetLastSearch({*what, 0});
+  if (FindFrom(view, range.end, {*what, 0})) SearchMarks::Of(view).SetLastSearch({*what, 0});
 }
 
 bool FindFeature::FindFrom(CQuillView& view, TextPosition start, const SearchRequest& search) {

@@ -120,8 +120,8 @@ void SearchDialog::Present() {
   if (ReadInt(Profile(), m_stored.wholeWord) != 0) stored.flags |= search_flag::kWholeWord;
   SearchRequest search = stored;
   if (view != nullptr && view->Buffer() != nullptr) {
-    search =
-        SearchToBeginWith(view->LastSearch(), stored, SelectedWithinLine(*view->Buffer(), view->Selection()));
+    search = SearchToBeginWith(SearchMarks::Of(*view).LastSearch(), stored,
+                               SelectedWithinLine(*view->Buffer(), view->Selection()));
     NoteCaret(*view);
   }
   m_what->SetText(search.what);
@@ -171,7 +171,7 @@ void SearchDialog::Save() {
 }
 
 void SearchDialog::ShowFound(CCrystalEditView& view, const SearchRequest& search) {
-  view.SetLastSearch(search);
+  SearchMarks::Of(view).SetLastSearch(search);
   SearchMarks::Of(view).Show(search);
   KeepSelectionClear(*this, view);
 }

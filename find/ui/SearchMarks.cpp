@@ -41,9 +41,7 @@ void SearchMarks::Show(const SearchRequest& search) {
   m_counter.emplace(*m_view.Buffer());
   m_counter->Start(TextSearch(search.what, flags));
   if (!AreShown()) return Hide();
-  m_view.SetMatchFinder([this](int32_t line, ColumnRange visible, std::vector<ColumnRange>& matches) {
-    FindInLine(line, visible, matches);
-  });
+  m_view.SetDecoration(this);
   m_slice.start(0, this);
   Q_EMIT StatusChanged();
 }
@@ -52,7 +50,7 @@ void SearchMarks::Hide() {
   m_slice.stop();
   if (!m_counter) return;
   m_counter.reset();
-  m_view.SetMatchFinder({});
+  m_view.SetDecoration(nullptr);
   Q_EMIT StatusChanged();
 }
 
@@ -84,13 +82,13 @@ void SearchMarks::OnTextChanged(uint32_t hints, int32_t line) {
   if (!m_counter->IsComplete()) m_slice.start(0, this);
 }
 
-void SearchMarks::FindInLine(int32_t line, ColumnRange visible, std::vector<ColumnRange>& matches) const {
+void SearchMarks::MarksOf(int32_t line, ColumnRange visible, std::vector<ColumnRange>& marks) const {
   const TextSearch& search = m_counter->Search();
   const std::string_view text = m_view.Buffer()->Line(line);
   const bool whole = text.size() <= kLongLine;
   int32_t at = search.NextOccurrence(text, whole ? 0 : std::max(0, visible.start - search.Length()));
   while (at >= 0 && at < visible.end) {
-    matches.push_back({at, at + search.Length()});
+    marks.push_back({at, at + search.Length()});
     at = search.NextOccurrence(text, at + search.Length());
   }
 }

@@ -8,18 +8,23 @@
 #include "text/search/Search.h"
 #include "text/search/SearchMatches.h"
 #include "text/ui/CrystalTextView.h"
+#include "text/ui/LineDecoration.h"
 #include "text/ui/TextWatch.h"
 
 namespace quill {
 
 /// Marks every match of a search in a view, and counts them while the program is idle. Escape in the view
-/// takes the marks away.
-class SearchMarks : public QObject, private InputTaker {
+/// takes the marks away. Knows the last search of its view, too.
+class SearchMarks : public QObject, private LineDecoration, private InputTaker {
   Q_OBJECT
 
  public:
   /// The marks of a view; made when asked for the first time, they live as long as the view.
   static SearchMarks& Of(CCrystalTextView& view);
+
+  /// The last search that was made in the view, for repeating it; nothing when there was none.
+  const std::optional<SearchRequest>& LastSearch() const { return m_lastSearch; }
+  void SetLastSearch(SearchRequest search) { m_lastSearch = std::move(search); }
 
   void Show(const SearchRequest& search);
   void Hide();
@@ -37,10 +42,11 @@ class SearchMarks : public QObject, private InputTaker {
   explicit SearchMarks(CCrystalTextView& view);
   bool TakeInput(QEvent& event) override;
   void OnTextChanged(uint32_t hints, int32_t line);
-  void FindInLine(int32_t line, ColumnRange visible, std::vector<ColumnRange>& matches) const;
+  void MarksOf(int32_t line, ColumnRange visible, std::vector<ColumnRange>& marks) const override;
 
   CCrystalTextView& m_view;
   TextWatch m_watch;
+  std::optional<SearchRequest> m_lastSearch;
   std::optional<MatchCounter> m_counter;  ///< of the buffer that the view shows
   QBasicTimer m_slice;
 };

@@ -7,6 +7,8 @@
 #include "shell/ui/StatusPanes.h"
 #include "shell/ui/ViewHandlers.h"
 #include "shell/ui/ViewSettingsControl.h"
+#include "text/ui/BookmarkCommands.h"
+#include "text/ui/FoldCommands.h"
 
 namespace quill {
 namespace {
@@ -32,21 +34,21 @@ void AddZoom(const ViewHandlers& views) {
 }
 
 void AddBookmarks(const ViewHandlers& views) {
-  views.Add(kBookmarkToggle, [](CQuillView& view) { view.ToggleBookmark(); });
-  views.Add(kBookmarkNext, [](CQuillView& view) { view.NextBookmark(); });
-  views.Add(kBookmarkPrevious, [](CQuillView& view) { view.PreviousBookmark(); });
-  views.Add(kBookmarkClear, [](CQuillView& view) { view.ClearBookmarks(); });
-  views.Add(kDebugToggleBreakpoint, [](CQuillView& view) { view.ToggleBreakpointFlag(); });
+  views.Add(kBookmarkToggle, [](CQuillView& view) { bookmark_command::Toggle(view); });
+  views.Add(kBookmarkNext, [](CQuillView& view) { bookmark_command::GoToNext(view); });
+  views.Add(kBookmarkPrevious, [](CQuillView& view) { bookmark_command::GoToPrevious(view); });
+  views.Add(kBookmarkClear, [](CQuillView& view) { bookmark_command::ClearAll(view); });
+  views.Add(kDebugToggleBreakpoint, [](CQuillView& view) { bookmark_command::ToggleBreakpoint(view); });
   for (int i = 0; i < kBookmarks; ++i) {
-    views.Add(kBookmarkSet0 + i, [i](CQuillView& view) { view.SetNumberedBookmark(i); });
-    views.Add(kBookmarkGo0 + i, [i](CQuillView& view) { view.GotoNumberedBookmark(i); });
+    views.Add(kBookmarkSet0 + i, [i](CQuillView& view) { bookmark_command::SetNumbered(view, i); });
+    views.Add(kBookmarkGo0 + i, [i](CQuillView& view) { bookmark_command::GoToNumbered(view, i); });
   }
 }
 
 void AddFolding(const ViewHandlers& views) {
-  views.Add(kOutlineToggleBlock, [](CQuillView& view) { view.ToggleBlock(); });
-  views.Add(kOutlineExpandAll, [](CQuillView& view) { view.ExpandAll(); });
-  views.Add(kOutlineCollapseAll, [](CQuillView& view) { view.CollapseAll(); });
+  views.Add(kOutlineToggleBlock, [](CQuillView& view) { fold_command::ToggleBlock(view); });
+  views.Add(kOutlineExpandAll, [](CQuillView& view) { fold_command::ExpandAll(view); });
+  views.Add(kOutlineCollapseAll, [](CQuillView& view) { fold_command::CollapseAll(view); });
 }
 
 }  // namespace

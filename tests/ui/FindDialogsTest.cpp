@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QTest>
 
+#include "find/ui/SearchMarks.h"
 #include "shell/ui/QuillDoc.h"
 #include "shell/ui/QuillView.h"
 #include "shell/ui/StatusPanes.h"
@@ -166,8 +167,8 @@ TEST_F(FindDialogs, ReplaceGoesStepByStepAndStoresWhenItCloses) {
   EXPECT_EQ(profile.ReadText("Quill\\Replace", "FindWhat"), "cat");
   EXPECT_EQ(profile.ReadText("Quill\\Replace", "ReplaceWith"), "dog");
   EXPECT_EQ(profile.ReadInteger("Quill\\Replace", "WholeWord", -1), 0);
-  ASSERT_TRUE(View().LastSearch());
-  EXPECT_EQ(View().LastSearch()->what, "cat");
+  ASSERT_TRUE(SearchMarks::Of(View()).LastSearch());
+  EXPECT_EQ(SearchMarks::Of(View()).LastSearch()->what, "cat");
 }
 
 TEST_F(FindDialogs, ReplaceAllInASelectionIsOneUndoStepAndKeepsTheBlock) {

@@ -15,6 +15,8 @@
 #include "intel/vocabulary/CommandDatabase.h"
 #include "intel/vocabulary/KeywordDatabase.h"
 #include "shell/ui/QuillView.h"
+#include "text/ui/BookmarkCommands.h"
+#include "text/ui/FoldCommands.h"
 #include "text/ui/PrintJob.h"
 
 namespace quill {
@@ -171,10 +173,10 @@ TEST_F(ScriptView, BlocksFoldByMarkAndByKeyAndOpenWhenTheCaretGoesIn) {
   EXPECT_EQ(m_view.Model().RowCount(), 3);
   m_view.SelectFound({3, 1}, 1);
   EXPECT_EQ(m_view.Model().RowCount(), 6);
-  m_view.ToggleBlock();
+  fold_command::ToggleBlock(m_view);
   EXPECT_EQ(Shown(), "function f()\n|{\n\ta;\n\tb;\n}\nend");
-  m_view.ExpandAll();
-  m_view.CollapseAll();
+  fold_command::ExpandAll(m_view);
+  fold_command::CollapseAll(m_view);
   EXPECT_EQ(m_view.Model().RowCount(), 3);
 }
 
@@ -191,19 +193,19 @@ TEST_F(ScriptView, TheWheelZoomsWithControl) {
 TEST_F(ScriptView, BookmarksAreSetVisitedAndCleared) {
   SetText("a\r\nb\r\nc\r\nd");
   m_view.GotoLine(1);
-  m_view.ToggleBookmark();
+  bookmark_command::Toggle(m_view);
   m_view.GotoLine(3);
-  m_view.ToggleBookmark();
-  m_view.SetNumberedBookmark(4);
+  bookmark_command::Toggle(m_view);
+  bookmark_command::SetNumbered(m_view, 4);
   m_view.GotoLine(0);
-  m_view.NextBookmark();
+  bookmark_command::GoToNext(m_view);
   EXPECT_EQ(m_view.CaretPos().line, 1);
-  m_view.NextBookmark();
+  bookmark_command::GoToNext(m_view);
   EXPECT_EQ(m_view.CaretPos().line, 3);
-  m_view.PreviousBookmark();
+  bookmark_command::GoToPrevious(m_view);
   EXPECT_EQ(m_view.CaretPos().line, 1);
-  m_view.ClearBookmarks();
-  m_view.GotoNumberedBookmark(4);
+  bookmark_command::ClearAll(m_view);
+  bookmark_command::GoToNumbered(m_view, 4);
   EXPECT_EQ(m_view.CaretPos().line, 3) << "a numbered bookmark is not cleared with the plain ones";
 }
 
@@ -246,7 +248,7 @@ TEST_F(ScriptView, PartialRepaintsLeaveNothingStale) {
         break;
       case 1:
         what = "fold";
-        m_view.ToggleBlock();
+        fold_command::ToggleBlock(m_view);
         break;
       case 2:
         what = "undo";

@@ -1,13 +1,12 @@
-// Set-up, settings, scrolling and commands of CCrystalTextView.
+// Set-up, settings, scrolling and damage of CCrystalTextView.
 #include "text/ui/CrystalTextView.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QScrollBar>
 #include <algorithm>
 
 #include "text/parse/BraceMatch.h"
 #include "text/parse/Folding.h"
-#include "text/view/Bookmarks.h"
 
 namespace quill {
 namespace {
@@ -79,8 +78,8 @@ void CCrystalTextView::SetZoom(int percent) {
   Q_EMIT ZoomChanged();
 }
 
-void CCrystalTextView::SetMatchFinder(MatchFinder finder) {
-  m_matchFinder = std::move(finder);
+void CCrystalTextView::SetDecoration(const LineDecoration* decoration) {
+  m_decoration = decoration;
   viewport()->update();
 }
 
@@ -332,64 +331,6 @@ void CCrystalTextView::scrollContentsBy(int dx, int dy) {
     viewport()->update();
   }
   if (dy != 0) Q_EMIT ScrolledVertically();
-}
-
-// Bookmarks and folding
-
-void CCrystalTextView::ToggleBookmark() {
-  if (m_model.HasText()) bookmarks::Toggle(*Buffer(), CaretPos().line);
-}
-
-void CCrystalTextView::NextBookmark() {
-  if (!m_model.HasText()) return;
-  if (const auto line = bookmarks::Next(*Buffer(), CaretPos().line)) GotoLine(*line);
-}
-
-void CCrystalTextView::PreviousBookmark() {
-  if (!m_model.HasText()) return;
-  if (const auto line = bookmarks::Previous(*Buffer(), CaretPos().line)) GotoLine(*line);
-}
-
-void CCrystalTextView::ClearBookmarks() {
-  if (m_model.HasText()) bookmarks::ClearAll(*Buffer());
-}
-
-void CCrystalTextView::ToggleBreakpointFlag() {
-  if (m_model.HasText()) bookmarks::ToggleBreakpoint(*Buffer(), CaretPos().line);
-}
-
-void CCrystalTextView::SetNumberedBookmark(int number) {
-  if (m_model.HasText()) bookmarks::SetNumbered(*Buffer(), CaretPos().line, number);
-}
-
-void CCrystalTextView::GotoNumberedBookmark(int number) {
-  if (!m_model.HasText()) return;
-  if (const auto line = bookmarks::FindNumbered(*Buffer(), number)) GotoLine(*line);
-}
-
-void CCrystalTextView::ToggleBlock() {
-  if (!m_model.HasText()) return;
-  const auto block = FindBlock(*Buffer(), CaretPos().line, &m_model.States());
-  if (!block || !ToggleFold(block->first, block->last)) QApplication::beep();
-}
-
-bool CCrystalTextView::ToggleFold(int32_t startLine, int32_t endLine) {
-  if (!m_model.HasText() || !quill::ToggleFold(*Buffer(), startLine, endLine)) return false;
-  if (m_model.Folds().IsCollapsedHead(startLine)) {
-    SetCaretPos({startLine, 0});
-  } else {
-    AfterCaretMove(false);
-  }
-  return true;
-}
-
-void CCrystalTextView::ExpandAll() {
-  if (m_model.HasText() && quill::ExpandAll(*Buffer())) AfterCaretMove();
-}
-
-void CCrystalTextView::CollapseAll() {
-  if (!m_model.HasText() || !quill::CollapseAll(*Buffer(), m_model.States())) return;
-  SetCaretPos({m_model.Folds().ShownLine(CaretPos().line), 0});
 }
 
 }  // namespace quill

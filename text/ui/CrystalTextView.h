@@ -4,15 +4,12 @@
 #include <QElapsedTimer>
 #include <QEvent>
 #include <QPoint>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
-#include <string>
 #include <vector>
 
 #include "text/parse/CommentMarkers.h"
-#include "text/search/Search.h"
 #include "text/ui/EditorFont.h"
 #include "text/ui/InputChain.h"
 #include "text/ui/LinePainter.h"
@@ -28,6 +25,7 @@ class QPrinter;
 namespace quill {
 
 class CCrystalTextBuffer;
+class LineDecoration;
 
 /// The window that shows one text: paints it, keeps caret and selection, scrolls, folds, and handles
 /// the keys and mouse that move about. Knows no editing and no language: a derived view supplies the
@@ -66,39 +64,21 @@ class CCrystalTextView : public QAbstractScrollArea {
   void ShowLinesAround(int32_t line);
   int32_t TopLine() const;
 
-  void ToggleBookmark();
-  void NextBookmark();
-  void PreviousBookmark();
-  void ClearBookmarks();
-  void ToggleBreakpointFlag();
-  void SetNumberedBookmark(int number);
-  void GotoNumberedBookmark(int number);
-
-  /// Folds or unfolds the block around the caret; beeps when there is none.
-  void ToggleBlock();
-  bool ToggleFold(int32_t startLine, int32_t endLine);
-  void ExpandAll();
-  void CollapseAll();
-
   /// Percent of the chosen font size, `kSmallestZoom` to `kLargestZoom`.
   void SetZoom(int percent);
   int Zoom() const { return m_zoom; }
   static constexpr int kSmallestZoom = 30;
   static constexpr int kLargestZoom = 400;
 
-  /// Found text to be marked softly in the visible lines; called while painting, with the columns that
-  /// are shown. Empty for none.
-  using MatchFinder =
-      std::function<void(int32_t line, ColumnRange visible, std::vector<ColumnRange>& matches)>;
-  void SetMatchFinder(MatchFinder finder);
-
-  /// The last search that was made in this view, for repeating it; nothing when there was none.
-  const std::optional<SearchRequest>& LastSearch() const { return m_lastSearch; }
-  void SetLastSearch(SearchRequest search) { m_lastSearch = std::move(search); }
+  /// Null for none. It must outlive the view or be taken away first.
+  void SetDecoration(const LineDecoration* decoration);
 
   bool OverwriteMode() const { return m_overwrite; }
   void SetOverwriteMode(bool overwrite);
 
+  /// To be called after a change of caret, selection or folds that was made in the model: brace match,
+  /// signals, scrolling, damage.
+  void AfterCaretMove(bool scroll = true);
   /// Repaints what the model says has changed; handlers of events call it last.
   void ApplyDamage();
   /// The caret's rectangle in the viewport.
@@ -146,8 +126,6 @@ class CCrystalTextView : public QAbstractScrollArea {
 
   /// True when the key moved the caret or the view.
   bool HandleNavigationKey(QKeyEvent* event);
-  /// After every change of caret or selection: brace match, signals, scrolling, damage.
-  void AfterCaretMove(bool scroll = true);
   /// A press on selected text may begin a drag; the plain view selects anew.
   virtual bool BeginsDrag(QMouseEvent*) { return false; }
   const ViewPalette& Palette() const { return m_palette; }
@@ -197,15 +175,14 @@ class CCrystalTextView : public QAbstractScrollArea {
   std::unique_ptr<EditorFont> m_font;
   std::unique_ptr<GlyphBatch> m_batch;
   MarginLayout m_margin;
-  MatchFinder m_matchFinder;
-  std::optional<SearchRequest> m_lastSearch;
+  const LineDecoration* m_decoration = nullptr;
   Navigator m_navigator{m_model};
   MouseSelection m_mouse;
   QElapsedTimer m_doubleClick;
   QPoint m_doubleClickPoint;
   std::vector<TextBlock> m_blocks;
   std::vector<int32_t> m_guides;
-  std::vector<ColumnRange> m_matches;
+  std::vector<ColumnRange> m_marks;
   std::optional<TextPosition> m_brace;
   std::optional<TextPosition> m_dropPlace;
   QBasicTimer m_blink;

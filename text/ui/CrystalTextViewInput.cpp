@@ -7,8 +7,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "text/parse/Folding.h"
 #include "text/ui/CrystalTextView.h"
+#include "text/ui/FoldCommands.h"
 
 namespace quill {
 namespace {
@@ -143,13 +143,7 @@ void CCrystalTextView::MarginPress(QMouseEvent* event, int32_t line) {
   const QPoint point = event->position().toPoint();
   if (m_margin.IsInFolding(point.x())) {
     if ((Buffer()->LineFlags(line) & line_flag::kBlockStart) == 0) return;
-    const auto block = FindBlock(*Buffer(), line, &m_model.States());
-    if (block && block->first == line) {
-      ToggleFold(block->first, block->last);
-    } else {
-      QApplication::beep();
-    }
-    return;
+    return fold_command::ToggleBlockAt(*this, line);
   }
   SelectLines(line, event->modifiers().testFlag(Qt::ShiftModifier));
 }

@@ -7,6 +7,7 @@
 #include "text/edit/ColumnBlock.h"
 #include "text/edit/ModelEditTarget.h"
 #include "text/ui/CrystalTextView.h"
+#include "text/ui/LineDecoration.h"
 #include "text/view/IndentGuides.h"
 #include "text/view/VisualColumns.h"
 
@@ -114,10 +115,10 @@ LinePicture CCrystalTextView::PictureOf(int32_t line) {
     IndentGuideColumns(*Buffer(), line, m_settings.tabSize, limit, m_guides);
     picture.guides = m_guides;
   }
-  m_matches.clear();
-  if (m_matchFinder) {
-    m_matchFinder(line, picture.visible, m_matches);
-    picture.matches = m_matches;
+  m_marks.clear();
+  if (m_decoration != nullptr) {
+    m_decoration->MarksOf(line, picture.visible, m_marks);
+    picture.matches = m_marks;
   }
   return picture;
 }

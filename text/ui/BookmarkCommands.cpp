@@ -1,0 +1,45 @@
+#include "text/ui/BookmarkCommands.h"
+
+#include <optional>
+
+#include "text/ui/CrystalTextView.h"
+#include "text/view/Bookmarks.h"
+
+namespace quill::bookmark_command {
+namespace {
+
+void GoTo(CCrystalTextView& view, std::optional<int32_t> line) {
+  if (line) view.GotoLine(*line);
+}
+
+}  // namespace
+
+void Toggle(CCrystalTextView& view) {
+  if (view.Model().HasText()) bookmarks::Toggle(*view.Buffer(), view.CaretPos().line);
+}
+
+void GoToNext(CCrystalTextView& view) {
+  if (view.Model().HasText()) GoTo(view, bookmarks::Next(*view.Buffer(), view.CaretPos().line));
+}
+
+void GoToPrevious(CCrystalTextView& view) {
+  if (view.Model().HasText()) GoTo(view, bookmarks::Previous(*view.Buffer(), view.CaretPos().line));
+}
+
+void ClearAll(CCrystalTextView& view) {
+  if (view.Model().HasText()) bookmarks::ClearAll(*view.Buffer());
+}
+
+void SetNumbered(CCrystalTextView& view, int number) {
+  if (view.Model().HasText()) bookmarks::SetNumbered(*view.Buffer(), view.CaretPos().line, number);
+}
+
+void GoToNumbered(CCrystalTextView& view, int number) {
+  if (view.Model().HasText()) GoTo(view, bookmarks::FindNumbered(*view.Buffer(), number));
+}
+
+void ToggleBreakpoint(CCrystalTextView& view) {
+  if (view.Model().HasText()) bookmarks::ToggleBreakpoint(*view.Buffer(), view.CaretPos().line);
+}
+
+}  // namespace quill::bookmark_command

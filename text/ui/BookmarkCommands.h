@@ -1,0 +1,22 @@
+#pragma once
+
+namespace quill {
+
+class CCrystalTextView;
+
+/// The commands on bookmarks, at the caret of a view. Without a text they do nothing.
+namespace bookmark_command {
+
+void Toggle(CCrystalTextView& view);
+/// Go to the nearest bookmark below or above the caret; there is no wrapping round the ends.
+void GoToNext(CCrystalTextView& view);
+void GoToPrevious(CCrystalTextView& view);
+/// Takes the plain bookmarks from all lines, the numbered ones stay.
+void ClearAll(CCrystalTextView& view);
+/// `number` is 0 to 9.
+void SetNumbered(CCrystalTextView& view, int number);
+void GoToNumbered(CCrystalTextView& view, int number);
+void ToggleBreakpoint(CCrystalTextView& view);
+
+}  // namespace bookmark_command
+}  // namespace quill
