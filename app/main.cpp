@@ -8,6 +8,7 @@
 
 #include "app/MainFrame.h"
 #include "app/QuillApp.h"
+#include "base/UiThread.h"
 #include "res/Strings.h"
 #include "res/ui/IconSet.h"
 #include "res/ui/UiText.h"
@@ -83,6 +84,7 @@ int Run(QApplication& application, CommandLine commandLine, const std::string& p
 }  // namespace
 
 int main(int argc, char** argv) {
+  ClaimUiThread();
   if (AnswersInTheTerminal(ParseArguments(argc, argv))) return EXIT_SUCCESS;
   const std::string processCommandLine = JoinCommandLine(std::vector<std::string>(argv, argv + argc));
   PrepareAppearance();

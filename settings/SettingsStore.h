@@ -25,7 +25,7 @@ struct SettingsValue {
 /// A registry: keys in a tree, each with named, typed values. A key is given by its full path from a
 /// root, parts separated by backslashes; paths and names are compared byte by byte, because sections
 /// are named after files and files may differ in case alone. Failures are silent: a read finds nothing,
-/// a write returns false. For one thread.
+/// a write returns false. For one thread, its maker's.
 class SettingsStore {
  public:
   using ValueVisitor = std::function<void(std::string_view name, RegistryType, std::string_view bytes)>;

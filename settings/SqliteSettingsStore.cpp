@@ -36,6 +36,7 @@ SqliteSettingsStore::~SqliteSettingsStore() {
 }
 
 std::string SqliteSettingsStore::TakeMessage() {
+  m_thread.AssertHere();
   return std::exchange(m_message, {});
 }
 
@@ -116,6 +117,7 @@ SqliteSettingsStore::CachedKey* SqliteSettingsStore::FindKey(std::string_view ke
 }
 
 bool SqliteSettingsStore::KeyExists(std::string_view key) {
+  m_thread.AssertHere();
   // No copy ever deletes a key: one that was there needs no second look at the file.
   const auto known = m_cache.find(key);
   if (known != m_cache.end() && known->second.id != kNoKey) return true;
@@ -134,6 +136,7 @@ bool SqliteSettingsStore::AddKeys(std::string_view key) {
 }
 
 bool SqliteSettingsStore::CreateKey(std::string_view key) {
+  m_thread.AssertHere();
   if (KeyExists(key)) return true;
   if (key.empty() || key.find('\0') != std::string_view::npos) return false;
   const bool begun = BeginTransaction();
@@ -141,6 +144,7 @@ bool SqliteSettingsStore::CreateKey(std::string_view key) {
 }
 
 std::vector<std::string> SqliteSettingsStore::SubKeys(std::string_view key) {
+  m_thread.AssertHere();
   std::vector<std::string> names;
   CloseIfReplaced();
   OpenIfThere();
@@ -154,6 +158,7 @@ std::vector<std::string> SqliteSettingsStore::SubKeys(std::string_view key) {
 }
 
 std::optional<SettingsValue> SqliteSettingsStore::Read(std::string_view key, std::string_view name) {
+  m_thread.AssertHere();
   std::optional<SettingsValue> found;
   if (CachedKey* const cached = FindKey(key)) {
     const auto it = cached->values.find(name);
@@ -172,6 +177,7 @@ std::optional<SettingsValue> SqliteSettingsStore::Read(std::string_view key, std
 
 bool SqliteSettingsStore::Write(std::string_view key, std::string_view name, RegistryType type,
                                 std::string_view bytes) {
+  m_thread.AssertHere();
   if (key.empty() || key.find('\0') != std::string_view::npos || name.find('\0') != std::string_view::npos) {
     return false;
   }
@@ -186,6 +192,7 @@ bool SqliteSettingsStore::Write(std::string_view key, std::string_view name, Reg
 }
 
 bool SqliteSettingsStore::Delete(std::string_view key, std::string_view name) {
+  m_thread.AssertHere();
   bool ok = BeginTransaction();
   bool deleted = false;
   if (ok) {
@@ -201,17 +208,20 @@ bool SqliteSettingsStore::Delete(std::string_view key, std::string_view name) {
 }
 
 void SqliteSettingsStore::ForEachValue(std::string_view key, const ValueVisitor& visit) {
+  m_thread.AssertHere();
   if (CachedKey* const cached = FindKey(key)) Note(m_db.ForEachValue(cached->id, visit));
   RepairIfDamaged();
 }
 
 bool SqliteSettingsStore::Flush() {
+  m_thread.AssertHere();
   const bool ok = m_db.IsOpen() && Note(m_db.Checkpoint());
   RepairIfDamaged();
   return ok;
 }
 
 bool SqliteSettingsStore::BeginTransaction() {
+  m_thread.AssertHere();
   if (m_depth == 0) {
     CloseIfReplaced();
     OpenOrCreate();
@@ -223,6 +233,7 @@ bool SqliteSettingsStore::BeginTransaction() {
 }
 
 bool SqliteSettingsStore::EndTransaction(bool commit) {
+  m_thread.AssertHere();
   m_failed = m_failed || !commit;
   if (--m_depth > 0) return !m_failed;
   if (m_db.IsOpen()) {

@@ -4,6 +4,7 @@
 #include <string>
 #include <unordered_map>
 
+#include "base/UiThread.h"
 #include "settings/SettingsDatabase.h"
 #include "settings/SettingsFile.h"
 #include "settings/SettingsStore.h"
@@ -71,6 +72,7 @@ class SqliteSettingsStore final : public SettingsStore {
   CachedKey* FindKey(std::string_view key);
   bool AddKeys(std::string_view key);
 
+  MakersThread m_thread;
   std::string m_path;
   SettingsDatabase m_db;
   std::optional<settings_file::Identity> m_identity;  ///< of the file that is open, or last was

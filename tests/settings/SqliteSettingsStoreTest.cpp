@@ -128,6 +128,18 @@ TEST_F(SqliteSettingsStoreTest, AnotherCopysWriteIsSeenByTheNextRead) {
   EXPECT_EQ(ReadInt(here, settings::kTabSize), 3);
 }
 
+#ifndef NDEBUG
+TEST_F(SqliteSettingsStoreTest, IsNotUsedByAThreadThatDidNotMakeIt) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_DEATH(
+      {
+        SqliteSettingsStore store(m_path);
+        std::thread([&] { AppProfile(store).WriteInteger("S", "n", 1); }).join();
+      },
+      "only for its maker's thread");
+}
+#endif
+
 TEST_F(SqliteSettingsStoreTest, CopiesThatCreateAndWriteAtOnceLoseNothing) {
   constexpr int kCopies = 4;
   constexpr int kWrites = 100;

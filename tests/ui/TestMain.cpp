@@ -4,7 +4,10 @@
 #include <QApplication>
 #include <QTemporaryDir>
 
+#include "base/UiThread.h"
+
 int main(int argc, char** argv) {
+  quill::ClaimUiThread();
   const QTemporaryDir home;
   for (const char* name : {"XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR"}) {
     qputenv(name, home.path().toLocal8Bit());

@@ -5,6 +5,7 @@
 
 #include "base/AtomicFile.h"
 #include "base/InputFile.h"
+#include "base/UiThread.h"
 #include "res/Strings.h"
 #include "text/buffer/CrystalTextBuffer.h"
 #include "text/buffer/FileLines.h"
@@ -18,6 +19,7 @@ constexpr size_t kMostLines = std::numeric_limits<int32_t>::max();
 }  // namespace
 
 IoResult CCrystalTextBuffer::LoadFile(const std::string& path, int32_t style) {
+  AssertUiThread();
   std::string section = path;  // `path` may be our own section, which clearing empties
   ClearBuffer();
   IoResult loaded = IoResult::Success();
@@ -60,6 +62,7 @@ void CCrystalTextBuffer::RestoreStoredFlags() {
 }
 
 IoResult CCrystalTextBuffer::SaveFile(const std::string& path, int32_t style, bool clearModified) {
+  AssertUiThread();
   const std::string_view end = line_end::Bytes(style == line_end::kAutomatic ? m_style : style);
   if (!m_initialised) return IoResult::Refusal(StringId::kCannotWrite, path, StringId::kReasonNoText);
   AtomicFile file(path);

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <limits>
 
+#include "base/UiThread.h"
 #include "text/buffer/LineFlagStore.h"
 
 namespace quill {
@@ -82,6 +83,7 @@ CCrystalTextBuffer::~CCrystalTextBuffer() {
 }
 
 void CCrystalTextBuffer::NewBuffer(int32_t style, std::string_view text) {
+  AssertUiThread();
   ClearBuffer();
   for (size_t end = text.find('\n'); end != std::string_view::npos; end = text.find('\n')) {
     m_lines.PushBack(MakeLine(text.substr(0, end)));
@@ -95,6 +97,7 @@ void CCrystalTextBuffer::NewBuffer(int32_t style, std::string_view text) {
 }
 
 void CCrystalTextBuffer::ClearBuffer() {
+  AssertUiThread();
   ReleaseAllText();
   m_history.Clear();
   m_profileSection.clear();
@@ -144,10 +147,12 @@ void CCrystalTextBuffer::CheckPosition(TextPosition position) const {
 }
 
 void CCrystalTextBuffer::AddView(BufferObserver* view) {
+  AssertUiThread();
   m_views.push_back(view);
 }
 
 void CCrystalTextBuffer::RemoveView(BufferObserver* view) {
+  AssertUiThread();
   if (m_notifyDepth == 0) {
     std::erase(m_views, view);
   } else {
@@ -157,6 +162,7 @@ void CCrystalTextBuffer::RemoveView(BufferObserver* view) {
 
 void CCrystalTextBuffer::NotifyViews(const BufferObserver* source, const TextChange* change, uint32_t hints,
                                      int32_t line) {
+  AssertUiThread();
   struct Telling {
     explicit Telling(CCrystalTextBuffer& teller) : buffer(teller) { ++buffer.m_notifyDepth; }
     ~Telling() {
@@ -220,6 +226,7 @@ void CCrystalTextBuffer::ReleaseAllText() {
 // Flags
 
 void CCrystalTextBuffer::SetFlagOnLine(int32_t line, uint32_t mask, bool set, bool removeFromPreviousLine) {
+  AssertUiThread();
   if (!std::has_single_bit(mask)) return;
   if (line == -1) {
     line = FirstLineWithFlag(mask);
@@ -251,6 +258,7 @@ int32_t CCrystalTextBuffer::FirstLineWithFlag(uint32_t mask) const {
 
 void CCrystalTextBuffer::ChangeFlagsOnLines(int32_t first, int32_t last, uint32_t setMask,
                                             uint32_t clearMask) {
+  AssertUiThread();
   (void)Record(first);
   (void)Record(last);
   for (int32_t line = first; line <= last; ++line) {
@@ -263,6 +271,7 @@ void CCrystalTextBuffer::ChangeFlagsOnLines(int32_t first, int32_t last, uint32_
 
 bool CCrystalTextBuffer::ChangeFlagsOnRanges(std::span<const LineRange> ranges, uint32_t setMask,
                                              uint32_t clearMask) {
+  AssertUiThread();
   std::vector<LineFlagStore::Word> words;
   for (const LineRange& range : ranges) {
     for (int32_t line = range.first; line <= range.last; ++line) {
@@ -279,6 +288,7 @@ bool CCrystalTextBuffer::ChangeFlagsOnRanges(std::span<const LineRange> ranges, 
 }
 
 void CCrystalTextBuffer::SetBlockMarks(int32_t line, uint32_t marks) {
+  AssertUiThread();
   uint32_t& flags = Record(line).flags;
   flags = (flags & ~line_flag::kBlockMarks) | (marks & line_flag::kBlockMarks);
 }
@@ -324,6 +334,7 @@ bool CCrystalTextBuffer::InsertLinesAt(EditSource source, TextPosition at,
 
 void CCrystalTextBuffer::InsertRecorded(EditSource source, TextPosition at, RecordText&& text,
                                         TextPosition& end, int32_t actionCode) {
+  AssertUiThread();
   if (static_cast<int64_t>(text.text.size()) > kLongestLine - LineLength(at.line)) {
     throw std::invalid_argument("text too long");
   }
@@ -348,6 +359,7 @@ bool CCrystalTextBuffer::InsertTextAt(EditSource source, int32_t line, int32_t c
 }
 
 bool CCrystalTextBuffer::DeleteRange(EditSource source, TextRange range, int32_t actionCode) {
+  AssertUiThread();
   RecordText text;
   CopyRange(range, text.text);
   if (m_readOnly) return false;
@@ -431,11 +443,13 @@ void CCrystalTextBuffer::AddRecord(uint32_t flags, int32_t actionCode, TextRange
 }
 
 void CCrystalTextBuffer::OpenUndoGroup(bool mergeWithPrevious) {
+  AssertUiThread();
   if (m_groupDepth++ > 0) return;
   m_nextRecordStartsGroup = !mergeWithPrevious || m_history.Position() == 0;
 }
 
 void CCrystalTextBuffer::CloseUndoGroup(EditHook* hook) {
+  AssertUiThread();
   if (m_groupDepth > 0 && --m_groupDepth > 0) return;
   m_nextRecordStartsGroup = true;
   const auto last = m_history.Last();
@@ -457,6 +471,7 @@ bool CCrystalTextBuffer::Repeat(const UndoRecord& record) {
 }
 
 bool CCrystalTextBuffer::Undo(TextPosition& position) {
+  AssertUiThread();
   if (!CanUndo()) return false;
   bool groupStart = false;
   while (!groupStart && m_history.Position() != 0) {
@@ -470,6 +485,7 @@ bool CCrystalTextBuffer::Undo(TextPosition& position) {
 }
 
 bool CCrystalTextBuffer::Redo(TextPosition& position) {
+  AssertUiThread();
   if (!CanRedo()) return false;
   std::optional<UndoRecord> next = m_history.Next();
   do {

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "base/UiThread.h"
+
 namespace quill {
 
 TextViewModel::~TextViewModel() {
@@ -9,6 +11,7 @@ TextViewModel::~TextViewModel() {
 }
 
 void TextViewModel::SetBuffer(CCrystalTextBuffer* buffer) {
+  AssertUiThread();
   if (m_buffer != nullptr) m_buffer->RemoveView(this);
   m_buffer = buffer;
   m_parts.reset();
@@ -27,6 +30,7 @@ void TextViewModel::Reset() {
 }
 
 void TextViewModel::SetMetrics(const ColumnMetrics::Advances& advances, int32_t tabSize) {
+  AssertUiThread();
   m_tabSize = tabSize;
   m_metrics.Set(advances, tabSize);
   m_places.Clear();
@@ -37,10 +41,12 @@ void TextViewModel::SetMetrics(const ColumnMetrics::Advances& advances, int32_t 
 // Damage
 
 void TextViewModel::Wake() {
+  AssertUiThread();
   if (m_damage.IsEmpty() && m_onDamage) m_onDamage();
 }
 
 ViewDamage TextViewModel::TakeDamage() {
+  AssertUiThread();
   return std::exchange(m_damage, ViewDamage{});
 }
 
@@ -81,6 +87,7 @@ TextPosition TextViewModel::Clamp(TextPosition position) const {
 }
 
 void TextViewModel::SetSelection(TextPosition anchor, TextPosition caret) {
+  AssertUiThread();
   const TextPosition oldAnchor = m_anchor;
   const TextPosition oldCaret = m_caret;
   const bool wasSelection = HasSelection();
@@ -99,6 +106,7 @@ void TextViewModel::SetSelection(TextPosition anchor, TextPosition caret) {
 }
 
 void TextViewModel::SetColumnSelection(bool columns) {
+  AssertUiThread();
   if (m_columnMode == columns) return;
   m_columnMode = columns;
   const TextRange range = Selection();
