@@ -4,6 +4,7 @@
 #include <QPrinter>
 #include <algorithm>
 #include <deque>
+#include <functional>
 #include <set>
 #include <string>
 #include <vector>
@@ -41,6 +42,9 @@ class ScriptedPrompts : public Prompts {
     m_expected.push_back({.text = "margins", .margins = margins});
   }
   void ExpectAbout() { Expect("about", Answer::kOk); }
+
+  /// Runs while each question is open, as the events of its window do.
+  void WhileOpen(std::function<void()> run) { m_whileOpen = std::move(run); }
 
   /// Where the last file dialog would have begun.
   const std::string& LastSuggestion() const { return m_suggestion; }
@@ -116,10 +120,12 @@ class ScriptedPrompts : public Prompts {
     }
     Expected expected = m_expected.front();
     m_expected.pop_front();
+    if (m_whileOpen) m_whileOpen();
     return expected;
   }
 
   std::deque<Expected> m_expected;
+  std::function<void()> m_whileOpen;
   std::string m_suggestion;
   PageMargins m_margins;
   std::set<std::string> m_recovery;
