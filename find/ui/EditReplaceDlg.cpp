@@ -173,7 +173,7 @@ void CEditReplaceDlg::SaveMore() {
 
 void CEditReplaceDlg::done(int result) {
   CCrystalEditView* view = ActiveView();
-  if (view != nullptr && CanSearch()) SearchMarks::Of(*view).SetLastSearch(Request());
+  if (view != nullptr && CanSearch()) Marks().Of(*view).SetLastSearch(Request());
   if (InBlock() && m_work != nullptr && view != nullptr && m_work->view == view) {
     const TextRange block = m_work->session.Block();
     view->SetSelection(block.start, block.end);

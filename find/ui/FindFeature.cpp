@@ -38,14 +38,14 @@ void FindFeature::RegisterCommands(CommandRouter& router) {
 FindHost FindFeature::HostOf() {
   return {[&active = m.active]() -> CCrystalEditView* { return active.View(); },
           [&prompts = m.services.prompts](const QString& text) { prompts.Tell(ToBytes(text)); },
-          m.services.Profile()};
+          m.services.Profile(), m_marksOfViews};
 }
 
 // The active view
 
 void FindFeature::ActiveViewChanged() {
   if (m_marks != nullptr) disconnect(m_marks, nullptr, this, nullptr);
-  m_marks = m.active.View() == nullptr ? nullptr : &SearchMarks::Of(*m.active.View());
+  m_marks = m.active.View() == nullptr ? nullptr : &m_marksOfViews.Of(*m.active.View());
   if (m_marks != nullptr) {
     connect(m_marks, &SearchMarks::StatusChanged, this, &FindFeature::ShowMatchCount);
   }
@@ -128,7 +128,7 @@ SearchRequest FindFeature::StoredSearch() const {
 }
 
 void FindFeature::Repeat(CQuillView& view, bool upwards) {
-  SearchMarks& marks = SearchMarks::Of(view);
+  SearchMarks& marks = m_marksOfViews.Of(view);
   SearchRequest search = marks.LastSearch() ? *marks.LastSearch() : StoredSearch();
   if (search.what.empty()) return OpenFind();
   const SearchRequest remembered = search;  // with the direction that was chosen in the dialog
@@ -142,19 +142,19 @@ void FindFeature::FindSelectedWord(CQuillView& view) {
   if (range.IsEmpty()) range = WordAround(*view.Buffer(), view.CaretPos());
   const auto what = SelectedWithinLine(*view.Buffer(), range);
   if (!what) return QApplication::beep();
-  if (FindFrom(view, range.end, {*what, 0})) SearchMarks::Of(view).SetLastSearch({*what, 0});
+  if (FindFrom(view, range.end, {*what, 0})) m_marksOfViews.Of(view).SetLastSearch({*what, 0});
 }
 
 bool FindFeature::FindFrom(CQuillView& view, TextPosition start, const SearchRequest& search) {
   TextPosition found;
   if (!FindInText(*view.Buffer(), search.what, start, search.flags, true, found)) {
-    SearchMarks::Of(view).Hide();
+    m_marksOfViews.Of(view).Hide();
     QApplication::beep();
     m.statusBar.Tell(UiText(StringId::kCannotFind, {FromCodePage(search.what)}));
     return false;
   }
   view.SelectFound(found, static_cast<int32_t>(search.what.size()));
-  SearchMarks::Of(view).Show(search);
+  m_marksOfViews.Of(view).Show(search);
   for (QWidget* dialog : {static_cast<QWidget*>(m_find), static_cast<QWidget*>(m_replace)}) {
     if (dialog != nullptr) KeepSelectionClear(*dialog, view);
   }

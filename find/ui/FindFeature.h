@@ -59,6 +59,7 @@ class FindFeature : public QObject, public Feature {
   CFindTextDlg* m_find = nullptr;
   CEditReplaceDlg* m_replace = nullptr;
   CGrep* m_grep = nullptr;
+  ViewMarks m_marksOfViews;
   QPointer<SearchMarks> m_marks;  ///< of the active view
 };
 

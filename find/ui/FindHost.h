@@ -7,6 +7,7 @@
 namespace quill {
 
 class CCrystalEditView;
+class ViewMarks;
 
 /// What the find and replace dialogs need of the program around them.
 struct FindHost {
@@ -15,6 +16,7 @@ struct FindHost {
   /// Shows a message and waits until the user has read it.
   std::function<void(const QString&)> tell;
   AppProfile profile;
+  ViewMarks& marks;
 };
 
 }  // namespace quill

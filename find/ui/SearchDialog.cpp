@@ -120,7 +120,7 @@ void SearchDialog::Present() {
   if (ReadInt(Profile(), m_stored.wholeWord) != 0) stored.flags |= search_flag::kWholeWord;
   SearchRequest search = stored;
   if (view != nullptr && view->Buffer() != nullptr) {
-    search = SearchToBeginWith(SearchMarks::Of(*view).LastSearch(), stored,
+    search = SearchToBeginWith(Marks().Of(*view).LastSearch(), stored,
                                SelectedWithinLine(*view->Buffer(), view->Selection()));
     NoteCaret(*view);
   }
@@ -171,13 +171,13 @@ void SearchDialog::Save() {
 }
 
 void SearchDialog::ShowFound(CCrystalEditView& view, const SearchRequest& search) {
-  SearchMarks::Of(view).SetLastSearch(search);
-  SearchMarks::Of(view).Show(search);
+  Marks().Of(view).SetLastSearch(search);
+  Marks().Of(view).Show(search);
   KeepSelectionClear(*this, view);
 }
 
 void SearchDialog::TellNotFound(const SearchRequest& search) {
-  if (CCrystalEditView* view = ActiveView()) SearchMarks::Of(*view).Hide();
+  if (CCrystalEditView* view = ActiveView()) Marks().Of(*view).Hide();
   m_host.tell(UiText(StringId::kCannotFind, {FromCodePage(search.what)}));
   activateWindow();
   m_what->FocusText();

@@ -60,6 +60,7 @@ class SearchDialog : public QDialog {
 
   CCrystalEditView* ActiveView() const { return m_host.activeView(); }
   const AppProfile& Profile() const { return m_host.profile; }
+  ViewMarks& Marks() const { return m_host.marks; }
   /// Text and comparison as the controls say.
   SearchRequest Request() const;
   /// The text can be searched for.

@@ -17,14 +17,9 @@ constexpr int32_t kLongLine = 1 << 16;
 
 }  // namespace
 
-SearchMarks& SearchMarks::Of(CCrystalTextView& view) {
-  auto* marks = view.findChild<SearchMarks*>(QString(), Qt::FindDirectChildrenOnly);
-  return marks == nullptr ? *new SearchMarks(view) : *marks;
-}
-
 SearchMarks::SearchMarks(CCrystalTextView& view)
-    : QObject(&view),
-      m_view(view),
+    : m_view(&view),
+      m_input(&view.Input()),
       m_watch(view, {[this](const TextChange*, uint32_t hints, int32_t line) { OnTextChanged(hints, line); },
                      [this] { Hide(); }}) {
   view.Input().Add(InputTurn::kMarks, *this);
@@ -33,15 +28,20 @@ SearchMarks::SearchMarks(CCrystalTextView& view)
   });
 }
 
+SearchMarks::~SearchMarks() {
+  if (m_input != nullptr) m_input->Remove(*this);
+  if (m_view != nullptr) Hide();
+}
+
 void SearchMarks::Show(const SearchRequest& search) {
   const uint32_t flags = search.flags & ~search_flag::kUpwards;
   const bool same =
       AreShown() && m_counter->Search().What() == search.what && m_counter->Search().Flags() == flags;
-  if (m_view.Buffer() == nullptr || same) return;
-  m_counter.emplace(*m_view.Buffer());
+  if (m_view->Buffer() == nullptr || same) return;
+  m_counter.emplace(*m_view->Buffer());
   m_counter->Start(TextSearch(search.what, flags));
   if (!AreShown()) return Hide();
-  m_view.SetDecoration(this);
+  m_view->SetDecoration(this);
   m_slice.start(0, this);
   Q_EMIT StatusChanged();
 }
@@ -50,13 +50,13 @@ void SearchMarks::Hide() {
   m_slice.stop();
   if (!m_counter) return;
   m_counter.reset();
-  m_view.SetDecoration(nullptr);
+  m_view->SetDecoration(nullptr);
   Q_EMIT StatusChanged();
 }
 
 QString SearchMarks::StatusText() const {
   if (!AreShown() || (m_counter->IsComplete() && m_counter->Count() == 0)) return {};
-  return QString::fromStdString(m_counter->StatusText(m_view.Selection()));
+  return QString::fromStdString(m_counter->StatusText(m_view->Selection()));
 }
 
 bool SearchMarks::TakeInput(QEvent& event) {
@@ -84,13 +84,22 @@ void SearchMarks::OnTextChanged(uint32_t hints, int32_t line) {
 
 void SearchMarks::MarksOf(int32_t line, ColumnRange visible, std::vector<ColumnRange>& marks) const {
   const TextSearch& search = m_counter->Search();
-  const std::string_view text = m_view.Buffer()->Line(line);
+  const std::string_view text = m_view->Buffer()->Line(line);
   const bool whole = text.size() <= kLongLine;
   int32_t at = search.NextOccurrence(text, whole ? 0 : std::max(0, visible.start - search.Length()));
   while (at >= 0 && at < visible.end) {
     marks.push_back({at, at + search.Length()});
     at = search.NextOccurrence(text, at + search.Length());
   }
+}
+
+SearchMarks& ViewMarks::Of(CCrystalTextView& view) {
+  std::unique_ptr<SearchMarks>& marks = m_marks[&view];
+  if (marks == nullptr) {
+    marks = std::make_unique<SearchMarks>(view);
+    connect(&view, &QObject::destroyed, this, [this](QObject* gone) { m_marks.erase(gone); });
+  }
+  return *marks;
 }
 
 }  // namespace quill

@@ -1,7 +1,10 @@
 #pragma once
 #include <QBasicTimer>
 #include <QObject>
+#include <QPointer>
 #include <QString>
+#include <map>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -19,8 +22,9 @@ class SearchMarks : public QObject, private LineDecoration, private InputTaker {
   Q_OBJECT
 
  public:
-  /// The marks of a view; made when asked for the first time, they live as long as the view.
-  static SearchMarks& Of(CCrystalTextView& view);
+  /// Goes with the view at the latest.
+  explicit SearchMarks(CCrystalTextView& view);
+  ~SearchMarks() override;
 
   /// The last search that was made in the view, for repeating it; nothing when there was none.
   const std::optional<SearchRequest>& LastSearch() const { return m_lastSearch; }
@@ -39,16 +43,25 @@ class SearchMarks : public QObject, private LineDecoration, private InputTaker {
   void timerEvent(QTimerEvent* event) override;
 
  private:
-  explicit SearchMarks(CCrystalTextView& view);
   bool TakeInput(QEvent& event) override;
   void OnTextChanged(uint32_t hints, int32_t line);
   void MarksOf(int32_t line, ColumnRange visible, std::vector<ColumnRange>& marks) const override;
 
-  CCrystalTextView& m_view;
+  QPointer<CCrystalTextView> m_view;
+  QPointer<InputChain> m_input;  ///< of the view
   TextWatch m_watch;
   std::optional<SearchRequest> m_lastSearch;
   std::optional<MatchCounter> m_counter;  ///< of the buffer that the view shows
   QBasicTimer m_slice;
+};
+
+/// The marks of every view that was searched: made when asked for first, gone with the view.
+class ViewMarks : public QObject {
+ public:
+  SearchMarks& Of(CCrystalTextView& view);
+
+ private:
+  std::map<const QObject*, std::unique_ptr<SearchMarks>> m_marks;
 };
 
 }  // namespace quill

@@ -5,7 +5,6 @@
 #include <QKeyEvent>
 #include <QTest>
 
-#include "find/ui/SearchMarks.h"
 #include "shell/ui/QuillDoc.h"
 #include "shell/ui/QuillView.h"
 #include "shell/ui/StatusPanes.h"
@@ -167,8 +166,9 @@ TEST_F(FindDialogs, ReplaceGoesStepByStepAndStoresWhenItCloses) {
   EXPECT_EQ(profile.ReadText("Quill\\Replace", "FindWhat"), "cat");
   EXPECT_EQ(profile.ReadText("Quill\\Replace", "ReplaceWith"), "dog");
   EXPECT_EQ(profile.ReadInteger("Quill\\Replace", "WholeWord", -1), 0);
-  ASSERT_TRUE(SearchMarks::Of(View()).LastSearch());
-  EXPECT_EQ(SearchMarks::Of(View()).LastSearch()->what, "cat");
+  Press("Ctrl+Home");
+  Press("F3");
+  EXPECT_EQ(Selected(), "1:5-1:8") << "what was replaced can be found again";
 }
 
 TEST_F(FindDialogs, ReplaceAllInASelectionIsOneUndoStepAndKeepsTheBlock) {
