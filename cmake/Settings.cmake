@@ -9,7 +9,7 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 find_program(QUILL_CCACHE ccache)
 if(QUILL_CCACHE)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR}
-      CCACHE_NOHASHDIR=1 ${QUILL_CCACHE})
+      CCACHE_NOHASHDIR=1 CCACHE_SLOPPINESS=pch_defines,time_macros ${QUILL_CCACHE})
 endif()
 
 add_compile_options(-Wall -Wextra -Werror)
