@@ -97,7 +97,10 @@ SearchMarks& ViewMarks::Of(CCrystalTextView& view) {
   std::unique_ptr<SearchMarks>& marks = m_marks[&view];
   if (marks == nullptr) {
     marks = std::make_unique<SearchMarks>(view);
-    connect(&view, &QObject::destroyed, this, [this](QObject* gone) { m_marks.erase(gone); });
+    connect(&view, &QObject::destroyed, this, [this](QObject* gone) {
+      m_marks.at(gone)->ForgetView();
+      m_marks.erase(gone);
+    });
   }
   return *marks;
 }

@@ -25,6 +25,8 @@ class SearchMarks : public QObject, private LineDecoration, private InputTaker {
   /// Goes with the view at the latest.
   explicit SearchMarks(CCrystalTextView& view);
   ~SearchMarks() override;
+  /// The view is no longer one: what is left is to let these go, too.
+  void ForgetView() { m_view = nullptr; }
 
   /// The last search that was made in the view, for repeating it; nothing when there was none.
   const std::optional<SearchRequest>& LastSearch() const { return m_lastSearch; }
@@ -47,7 +49,7 @@ class SearchMarks : public QObject, private LineDecoration, private InputTaker {
   void OnTextChanged(uint32_t hints, int32_t line);
   void MarksOf(int32_t line, ColumnRange visible, std::vector<ColumnRange>& marks) const override;
 
-  QPointer<CCrystalTextView> m_view;
+  CCrystalTextView* m_view;
   QPointer<InputChain> m_input;  ///< of the view
   TextWatch m_watch;
   std::optional<SearchRequest> m_lastSearch;
