@@ -19,6 +19,9 @@ using Started = CQuillApp::Started;
 
 class StartUp : public ShellFixture {
  protected:
+  /// The witnesses speak to the end.
+  ~StartUp() override { m_app.reset(); }
+
   /// Writes down what it is told, and may be a project or something that runs on.
   class Witness : public Feature, public OpenProject {
    public:
