@@ -54,6 +54,7 @@ void DocumentFile::New(const std::string& title) {
   m_path.clear();
   m_title = title;
   m_lastWriteTime = 0;
+  SetDisk(DiskState::kAsKnown);
   m_journal.Restart({}, title, {});
 }
 
@@ -79,6 +80,7 @@ IoResult DocumentFile::Load(const std::string& path) {
   }
   if (m_services.marks != nullptr) line_marks::Restore(m_buffer, path, *m_services.marks);
   m_lastWriteTime = file.modifiedSeconds;
+  SetDisk(DiskState::kAsKnown);
   m_journal.Restart(path, FileName(path), file);
   Log(FormatText(StringId::kLogLoadingFile, {path}));
   if (m_services.observer != nullptr) m_services.observer->OnFileRecorded(path);
@@ -116,10 +118,11 @@ std::string DocumentFile::SuggestedName() const {
 }
 
 IoResult DocumentFile::SaveTo(const std::string& path, bool keepBak) {
-  m_buffer.SetCreateBackup(keepBak);
+  m_buffer.SetCreateBackup(keepBak && !FileHoldsText(path, m_buffer));
   if (IoResult saved = m_buffer.SaveFile(path); !saved) return saved;
   const FileIdentity file = FileIdentity::Of(path);
   m_lastWriteTime = file.modifiedSeconds;
+  SetDisk(DiskState::kAsKnown);
   SetPath(path);
   m_journal.Restart(path, m_title, file);
   if (m_services.marks != nullptr) line_marks::Save(m_buffer, path, *m_services.marks);
@@ -127,18 +130,49 @@ IoResult DocumentFile::SaveTo(const std::string& path, bool keepBak) {
   return IoResult::Success();
 }
 
+// The file on disk
+
+void DocumentFile::SetDisk(DiskState state) {
+  if (state == m_disk) return;
+  m_disk = state;
+  // Nobody else has the text then. Who takes it from the file, or puts it there, restarts the journal.
+  if (state != DiskState::kAsKnown) m_journal.LoseFile();
+  if (m_services.observer != nullptr) m_services.observer->OnDiskStateChanged();
+}
+
+void DocumentFile::LookForFile() {
+  if (!HasPath()) return;
+  if (!FileIdentity::Of(m_path).exists) {
+    SetDisk(DiskState::kGone);
+  } else if (m_disk == DiskState::kGone) {
+    SetDisk(FileHoldsText(m_path, m_buffer) ? DiskState::kAsKnown : DiskState::kDiffers);
+  }
+}
+
+bool DocumentFile::HoldsUnsavedText() const {
+  const bool empty = m_buffer.EndOfText() == TextPosition{};
+  if (!HasPath()) return IsModified() || (m_journal.HasChanges() && !empty);
+  if (!FileIdentity::Of(m_path).exists) return !empty;
+  return MayHoldUnsavedText() && !FileHoldsText(m_path, m_buffer);
+}
+
 // Questions
 
 std::optional<DocumentPrompt> DocumentFile::CheckOnDisk() {
   if (!HasPath()) return {};
+  LookForFile();
   const FileIdentity file = FileIdentity::Of(m_path);
   if (!file.exists || file.modifiedSeconds == m_lastWriteTime) return {};
   m_lastWriteTime = file.modifiedSeconds;  // first, so that No is not asked again
-  return DocumentPrompt::ModifiedOnDisk();
+  return DocumentPrompt::ModifiedOnDisk(MayHoldUnsavedText());
+}
+
+void DocumentFile::KeepText() {
+  if (HasPath() && !FileHoldsText(m_path, m_buffer)) SetDisk(DiskState::kDiffers);
 }
 
 std::optional<DocumentPrompt> DocumentFile::QuestionBeforeReload() const {
-  if (!IsModified()) return {};
+  if (!FileIdentity::Of(m_path).exists || !HoldsUnsavedText()) return {};
   return DocumentPrompt::ReloadLosesChanges(m_title);
 }
 
@@ -151,19 +185,24 @@ std::optional<DocumentPrompt> DocumentFile::ToggleReadOnly() {
 // Closing and recovery
 
 std::optional<DocumentPrompt> DocumentFile::QuestionBeforeClose() const {
-  if (!IsModified()) return {};
-  return DocumentPrompt::SaveChanges(m_title);
+  if (!HoldsUnsavedText()) return {};
+  StringId hint = StringId::kSaveChangesHint;
+  if (HasPath() && !FileIdentity::Of(m_path).exists) {
+    hint = StringId::kFileDeletedHint;
+  } else if (m_disk == DiskState::kDiffers) {
+    hint = StringId::kFileDiffersHint;
+  }
+  return DocumentPrompt::SaveChanges(m_title, hint);
 }
 
 void DocumentFile::Close(CloseReason reason) {
-  if (HasPath() && !IsModified() && m_services.marks != nullptr) {
+  const bool discarded = reason == CloseReason::kDiscarded;
+  const bool unsaved = discarded || HoldsUnsavedText();
+  if (HasPath() && !unsaved && m_services.marks != nullptr) {
     line_marks::Save(m_buffer, m_path, *m_services.marks);
   }
   const bool emptyAndUnnamed = !HasPath() && m_buffer.EndOfText() == TextPosition{};
-  if (reason == CloseReason::kDiscarded || emptyAndUnnamed ||
-      (m_journal.HasChanges() && HasPath() && FileHoldsText(m_path, m_buffer))) {
-    m_journal.Remove();
-  }
+  if (!unsaved || discarded || emptyAndUnnamed) m_journal.Remove();
 }
 
 void DocumentFile::BeginRecovered(const RecoverableDocument& lost, bool inItsFile) {
@@ -172,6 +211,7 @@ void DocumentFile::BeginRecovered(const RecoverableDocument& lost, bool inItsFil
   if (!inItsFile) return;
   SetPath(lost.Path());  // the file has gone or cannot be read: a save puts it there again
   m_journal.Restart(m_path, m_title, {});
+  SetDisk(DiskState::kGone);
 }
 
 IoResult DocumentFile::Recover(RecoverableDocument& lost) {

@@ -23,6 +23,8 @@ class DocumentObserver {
   virtual void OnFileRecorded(const std::string& path) = 0;
   /// Path and title are new; the path belongs in the recent-file list.
   virtual void OnPathSet(const std::string& path) = 0;
+  /// `Disk` is new.
+  virtual void OnDiskStateChanged() = 0;
 };
 
 /// What a document works with; all of it outlives the document, and all of it may be missing.
@@ -49,7 +51,8 @@ class DocumentFile {
   /// Loads the document's file again, whatever was changed. Keeping the caret is the caller's.
   IoResult Reload();
   /// Saves to the document's file, which it must have. After a failure the old file is whole, and the
-  /// text still modified. With `keepBak` the old file stays under its name with ".bak" appended.
+  /// text still modified. With `keepBak` the old file stays under its name with ".bak" appended, unless
+  /// it holds the text already: then the older ".bak" is worth more.
   IoResult Save(bool keepBak);
   /// Saves to another file, which becomes the document's; `PathForSave` is applied.
   IoResult SaveAs(const std::string& chosen, bool keepBak);
@@ -59,8 +62,25 @@ class DocumentFile {
   /// The name to offer when the user is asked for one.
   std::string SuggestedName() const;
 
+  /// What became of the file while it was open, as far as the document has noticed.
+  enum class DiskState {
+    kAsKnown,
+    kDiffers,  ///< another program has written it, and the text here was kept
+    kGone,
+  };
+  DiskState Disk() const { return m_disk; }
+  /// Looks whether the file is still there. The text of one that has gone is kept in the journal.
+  void LookForFile();
   /// Asks once for each change of the file on disk that the document did not make itself.
   std::optional<DocumentPrompt> CheckOnDisk();
+  /// There is text here that its file does not hold: it was changed since the file was read or written,
+  /// whatever a backup copy made of the modified flag, or the file has gone, or its new contents were
+  /// refused. Looks into the file when it must: for decisions, not for every key.
+  bool HoldsUnsavedText() const;
+  /// What is known of that without looking; errs on the side of true.
+  bool MayHoldUnsavedText() const { return IsModified() || m_journal.HasChanges(); }
+  /// The answer to `CheckOnDisk` was No, or the file could not be read: nobody else has the text now.
+  void KeepText();
   /// The question before the user's own Reload; nothing when no changes would go.
   std::optional<DocumentPrompt> QuestionBeforeReload() const;
   /// Says so when the text became read-only.
@@ -70,10 +90,10 @@ class DocumentFile {
     kDiscarded,  ///< the user was asked and did not want the text
     kNotAsked,   ///< nothing seemed to be unsaved
   };
-  /// The question before closing; nothing when the text does not count as modified.
+  /// The question before closing; nothing when its file holds the text.
   std::optional<DocumentPrompt> QuestionBeforeClose() const;
   /// The last call before the document goes. The recovery journal goes with it, unless nobody was asked
-  /// and the file does not hold the text, as after a backup copy.
+  /// and the file does not hold the text.
   void Close(CloseReason reason);
 
   /// Brings back what an earlier process left. A text that has a file opens that file and differs from
@@ -101,6 +121,7 @@ class DocumentFile {
   IoResult Load(const std::string& path);
   IoResult SaveTo(const std::string& path, bool keepBak);
   void SetPath(const std::string& path);
+  void SetDisk(DiskState state);
   void Log(std::string_view message) const;
   void BeginRecovered(const RecoverableDocument& lost, bool inItsFile);
 
@@ -110,6 +131,7 @@ class DocumentFile {
   std::string m_path;
   std::string m_title;
   int64_t m_lastWriteTime = 0;
+  DiskState m_disk = DiskState::kAsKnown;
 };
 
 }  // namespace quill

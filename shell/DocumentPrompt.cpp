@@ -9,31 +9,32 @@ std::string Of(StringId id) {
   return std::string(Text(id));
 }
 
+DocumentPrompt YesNo(StringId question, const std::string& name) {
+  return {FormatText(question, {name}),
+          {},
+          Of(StringId::kProgramTitle),
+          DocumentPrompt::Icon::kQuestion,
+          DocumentPrompt::Buttons::kYesNo};
+}
+
 }  // namespace
 
 DocumentPrompt DocumentPrompt::NowReadOnly() {
   return {Of(StringId::kNowReadOnly), {}, Of(StringId::kProgramTitle), Icon::kInformation, Buttons::kOk};
 }
 
-DocumentPrompt DocumentPrompt::ModifiedOnDisk() {
-  return {Of(StringId::kModifiedOnDisk),
-          {},
-          Of(StringId::kModifiedOnDiskTitle),
-          Icon::kQuestion,
-          Buttons::kYesNo};
+DocumentPrompt DocumentPrompt::ModifiedOnDisk(bool changedHereToo) {
+  return {Of(StringId::kModifiedOnDisk), changedHereToo ? Of(StringId::kReloadLosesHint) : std::string(),
+          Of(StringId::kModifiedOnDiskTitle), Icon::kQuestion, Buttons::kYesNo};
 }
 
-DocumentPrompt DocumentPrompt::SaveChanges(const std::string& title) {
-  return {FormatText(StringId::kSaveChanges, {title}), Of(StringId::kSaveChangesHint),
-          Of(StringId::kProgramTitle), Icon::kQuestion, Buttons::kSaveDiscardCancel};
+DocumentPrompt DocumentPrompt::SaveChanges(const std::string& title, StringId hint) {
+  return {FormatText(StringId::kSaveChanges, {title}), Of(hint), Of(StringId::kProgramTitle), Icon::kQuestion,
+          Buttons::kSaveDiscardCancel};
 }
 
 DocumentPrompt DocumentPrompt::ReloadLosesChanges(const std::string& title) {
-  return {FormatText(StringId::kReloadLosesChanges, {title}),
-          {},
-          Of(StringId::kProgramTitle),
-          Icon::kQuestion,
-          Buttons::kYesNo};
+  return YesNo(StringId::kReloadLosesChanges, title);
 }
 
 DocumentPrompt DocumentPrompt::OpenFailed(const IoResult& failure) {

@@ -2,6 +2,7 @@
 #include <string>
 
 #include "base/IoResult.h"
+#include "res/Strings.h"
 
 namespace quill {
 
@@ -17,8 +18,9 @@ struct DocumentPrompt {
   Buttons buttons = Buttons::kOk;
 
   static DocumentPrompt NowReadOnly();
-  static DocumentPrompt ModifiedOnDisk();
-  static DocumentPrompt SaveChanges(const std::string& title);
+  static DocumentPrompt ModifiedOnDisk(bool changedHereToo);
+  /// `hint` says what is lost without.
+  static DocumentPrompt SaveChanges(const std::string& title, StringId hint);
   static DocumentPrompt ReloadLosesChanges(const std::string& title);
   static DocumentPrompt OpenFailed(const IoResult& failure);
   static DocumentPrompt SaveFailed(const IoResult& failure);

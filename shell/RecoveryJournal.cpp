@@ -46,28 +46,37 @@ void RecoveryJournal::ForgetRecords() {
   m_compactAt = kPendingBytes;
 }
 
+void RecoveryJournal::LoseFile() {
+  m_changed = true;
+  NeedSnapshot();
+}
+
+bool RecoveryJournal::HasChanges() const {
+  return m_changed || m_buffer.LineEndStyle() != m_baseStyle;
+}
+
+void RecoveryJournal::NeedSnapshot() {
+  m_needsSnapshot = true;
+  ForgetRecords();
+}
+
 // Recording
 
 void RecoveryJournal::OnBufferUpdate(const BufferObserver*, const TextChange* change, uint32_t hints,
                                      int32_t) {
-  if (m_folder.empty()) return;
-  if (change == nullptr) {
-    // A new text came in from outside; who brought it on purpose restarts the journal.
-    if ((hints & hint::kReset) == 0) return;
-    m_changed = m_needsSnapshot = true;
-    ForgetRecords();
-    return;
-  }
+  // A new text came in from outside: who brought it on purpose restarts the journal.
+  const bool isReset = change == nullptr;
+  if (isReset && (hints & hint::kReset) == 0) return;
   m_changed = true;
+  if (m_folder.empty()) return;
+  if (isReset) NeedSnapshot();
   if (m_needsSnapshot) return;
   if (change->inserted) {
     RecordInsertion(change->range);
   } else {
     journal::AppendDelete(m_pending, change->range);
   }
-  if (m_pending.size() < kPendingBytes || Flush()) return;
-  m_needsSnapshot = true;
-  ForgetRecords();
+  if (m_pending.size() >= kPendingBytes && !Flush()) NeedSnapshot();
 }
 
 void RecoveryJournal::RecordInsertion(TextRange range) {
@@ -79,8 +88,7 @@ void RecoveryJournal::RecordInsertion(TextRange range) {
     size += lines.back().size() + sizeof(uint32_t);
   }
   if (size > kLongestInsertion) {
-    m_needsSnapshot = true;
-    ForgetRecords();
+    NeedSnapshot();
     return;
   }
   journal::AppendInsert(m_pending, range.start, lines);
@@ -89,7 +97,7 @@ void RecoveryJournal::RecordInsertion(TextRange range) {
 // Writing
 
 IoResult RecoveryJournal::Flush() {
-  if (m_folder.empty() || !m_changed) return IoResult::Success();
+  if (m_folder.empty() || !HasChanges()) return IoResult::Success();
   if (m_writtenStyle != m_buffer.LineEndStyle()) {
     m_writtenStyle = m_buffer.LineEndStyle();
     journal::AppendLineEndStyle(m_pending, m_writtenStyle);

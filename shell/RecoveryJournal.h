@@ -41,8 +41,10 @@ class RecoveryJournal final : public BufferObserver {
   IoResult Flush();
   /// `Flush`, then waits for the disk: for moments when nobody types.
   IoResult Sync();
-  /// The text was changed since the last `Restart` or `Remove`.
-  bool HasChanges() const { return m_changed; }
+  /// The file has gone or holds something else by now: the text is to be kept though nobody changed it.
+  void LoseFile();
+  /// The text is not what the file held at the last `Restart` or `Remove`, as far as is known.
+  bool HasChanges() const;
 
   void OnBufferUpdate(const BufferObserver* source, const TextChange* change, uint32_t hints,
                       int32_t line) override;
@@ -57,6 +59,7 @@ class RecoveryJournal final : public BufferObserver {
   bool FileIsUnchanged() const;
   bool IsOvergrown();
   void ForgetRecords();
+  void NeedSnapshot();
 
   CCrystalTextBuffer& m_buffer;
   std::string m_folder;
@@ -70,7 +73,7 @@ class RecoveryJournal final : public BufferObserver {
   uint64_t m_editBytes = 0;              ///< written since the last whole text, or since the beginning
   uint64_t m_compactAt = kPendingBytes;  ///< so many edits may outgrow the text
   bool m_changed = false;
-  bool m_needsSnapshot = false;  ///< records are missing; only the whole text helps
+  bool m_needsSnapshot = false;  ///< records or their base are missing; only the whole text helps
 };
 
 }  // namespace quill

@@ -37,8 +37,10 @@ QString CChildFrame::TitleText() const {
 }
 
 void CChildFrame::UpdateTitle() {
-  setWindowTitle(TitleText() + "[*]");
-  setWindowModified(m_document.File().IsModified());
+  const DocumentFile& file = m_document.File();
+  const bool gone = file.Disk() == DocumentFile::DiskState::kGone;
+  setWindowTitle((gone ? UiText(StringId::kDeletedFileTitle, {TitleText()}) : TitleText()) + "[*]");
+  setWindowModified(file.IsModified() || file.Disk() != DocumentFile::DiskState::kAsKnown);
   setToolTip(FromBytes(m_document.File().Path()));
 }
 

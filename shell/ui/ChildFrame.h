@@ -23,7 +23,8 @@ class CChildFrame : public QMdiSubWindow {
 
   /// Asked before the window closes; false keeps it.
   void SetCloseGuard(std::function<bool()> mayClose) { m_mayClose = std::move(mayClose); }
-  /// Shows the document's title, whether it is modified, and which of several windows this one is.
+  /// Shows the document's title, whether it is modified or its file has gone or was changed, and which of
+  /// several windows this one is.
   void UpdateTitle();
 
   /// The window was closed and waits for its deletion.

@@ -36,13 +36,6 @@ void Documents::Remove(CQuillDoc& document) {
   document.deleteLater();
 }
 
-std::vector<CQuillDoc*> Documents::Modified() const {
-  std::vector<CQuillDoc*> modified;
-  std::copy_if(m_documents.begin(), m_documents.end(), std::back_inserter(modified),
-               [](const CQuillDoc* document) { return document->File().IsModified(); });
-  return modified;
-}
-
 CQuillDoc* Documents::Find(const std::string& path) const {
   const auto found = std::find_if(m_documents.begin(), m_documents.end(), [&path](const CQuillDoc* document) {
     return document->File().HoldsFile(path);

@@ -27,7 +27,6 @@ class Documents : public QObject {
   void Remove(CQuillDoc& document);
 
   const std::vector<CQuillDoc*>& All() const { return m_documents; }
-  std::vector<CQuillDoc*> Modified() const;
   /// The document that holds the file; null when none does.
   CQuillDoc* Find(const std::string& path) const;
 

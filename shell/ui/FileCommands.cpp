@@ -1,6 +1,7 @@
 #include "shell/ui/FileCommands.h"
 
 #include <QMainWindow>
+#include <algorithm>
 #include <filesystem>
 
 #include "res/ui/UiText.h"
@@ -45,17 +46,16 @@ void FileCommands::OnDocument(CommandRouter& router, CommandId id, const Run& ru
 }
 
 void FileCommands::RegisterSaving(CommandRouter& router) {
-  OnDocument(
-      router, kFileSave, [this](CQuillDoc& document) { m.files.Save(document); },
-      [](const CQuillDoc& document) {
-        return CommandState::EnabledIf(document.File().IsModified() || !document.File().HasPath(),
-                                       StringId::kNotModified);
-      });
+  OnDocument(router, kFileSave, [this](CQuillDoc& document) { m.files.Save(document); });
   OnDocument(router, kFileSaveAs, [this](CQuillDoc& document) { m.files.SaveAs(document); });
   router.Register(
       kFileSaveAll, [this] { m.files.SaveAll(); },
       [this] {
-        return CommandState::EnabledIf(!m.documents.Modified().empty(), StringId::kNothingModified);
+        const auto& all = m.documents.All();
+        const bool any = std::any_of(all.begin(), all.end(), [](const CQuillDoc* document) {
+          return document->File().MayHoldUnsavedText();
+        });
+        return CommandState::EnabledIf(any, StringId::kNothingModified);
       });
   OnDocument(
       router, kFileReload, [this](CQuillDoc& document) { m.files.Reload(document); },

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <stdexcept>
 
 #include "res/Strings.h"
@@ -118,8 +119,11 @@ bool FileOperations::SaveAs(CQuillDoc& document) {
 }
 
 bool FileOperations::SaveAll() {
-  const std::vector<CQuillDoc*> modified = m_documents.Modified();
-  return std::all_of(modified.begin(), modified.end(),
+  std::vector<CQuillDoc*> documents;
+  for (CQuillDoc* document : m_documents.All()) {
+    if (document->File().IsModified() || document->File().HoldsUnsavedText()) documents.push_back(document);
+  }
+  return std::all_of(documents.begin(), documents.end(),
                      [this](CQuillDoc* document) { return Save(*document); });
 }
 
@@ -138,29 +142,29 @@ void FileOperations::ToggleReadOnly(CQuillDoc& document) {
 // Closing
 
 bool FileOperations::AgreeToClose(const std::vector<CQuillDoc*>& documents) {
-  std::vector<CQuillDoc*> modified;
+  std::vector<CQuillDoc*> unsaved;
   for (CQuillDoc* document : documents) {
-    if (document->File().IsModified()) modified.push_back(document);
+    if (document->File().HoldsUnsavedText()) unsaved.push_back(document);
   }
   Prompts::Answer answer = Prompts::Answer::kSave;
-  if (modified.size() == 1) {
-    m_workspace.ActivateDocument(*modified.front());
-    answer = m_services.prompts.Ask(*modified.front()->File().QuestionBeforeClose());
-  } else if (modified.size() > 1) {
+  if (unsaved.size() == 1) {
+    m_workspace.ActivateDocument(*unsaved.front());
+    answer = m_services.prompts.Ask(*unsaved.front()->File().QuestionBeforeClose());
+  } else if (unsaved.size() > 1) {
     std::vector<std::string> titles;
-    titles.reserve(modified.size());
-    for (const CQuillDoc* document : modified) titles.push_back(document->File().Title());
+    titles.reserve(unsaved.size());
+    for (const CQuillDoc* document : unsaved) titles.push_back(document->File().Title());
     answer = m_services.prompts.AskSaveAll(titles);
   }
   if (answer == Prompts::Answer::kCancel) return false;
   if (answer == Prompts::Answer::kSave &&
-      !std::all_of(modified.begin(), modified.end(),
+      !std::all_of(unsaved.begin(), unsaved.end(),
                    [this](CQuillDoc* document) { return Save(*document); })) {
     return false;
   }
   for (const CQuillDoc* document : documents) m_agreed[document] = DocumentFile::CloseReason::kNotAsked;
   if (answer == Prompts::Answer::kDiscard) {
-    for (const CQuillDoc* document : modified) m_agreed[document] = DocumentFile::CloseReason::kDiscarded;
+    for (const CQuillDoc* document : unsaved) m_agreed[document] = DocumentFile::CloseReason::kDiscarded;
   }
   return true;
 }
@@ -197,10 +201,17 @@ bool FileOperations::CloseAll() {
 
 void FileOperations::CheckOnDisk(CChildFrame& frame) {
   if (frame.NoReload()) return;
+  for (CQuillDoc* document : m_documents.All()) document->File().LookForFile();
   const NoReloadScope noReload(frame);
-  const auto question = frame.Document().File().CheckOnDisk();
-  if (!question || m_services.prompts.Ask(*question) != Prompts::Answer::kYes) return;
+  DocumentFile& file = frame.Document().File();
+  const auto question = file.CheckOnDisk();
+  if (!question) return;
+  if (m_services.prompts.Ask(*question) != Prompts::Answer::kYes) {
+    file.KeepText();
+    return;
+  }
   if (const IoResult reloaded = frame.Document().Reload(); !reloaded) {
+    file.KeepText();
     m_services.prompts.Ask(DocumentPrompt::OpenFailed(reloaded));
   }
   frame.View().viewport()->repaint();

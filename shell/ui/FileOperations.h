@@ -37,7 +37,8 @@ class FileOperations : public QObject {
 
   /// Asks about unsaved changes and closes the document with all its windows.
   bool Close(CQuillDoc& document);
-  /// Asks once about all documents. False, and nothing closed, when the user changed his mind.
+  /// Asks once about all documents with unsaved text. False, and nothing closed, when the user changed his
+  /// mind.
   bool CloseAll();
 
   /// Where file dialogs begin: beside the active document, else where the user was last.

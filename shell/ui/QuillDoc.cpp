@@ -76,6 +76,10 @@ void CQuillDoc::OnModifiedChanged(bool) {
   Q_EMIT ModifiedChanged();
 }
 
+void CQuillDoc::OnDiskStateChanged() {
+  Q_EMIT ModifiedChanged();
+}
+
 void CQuillDoc::OnFileRecorded(const std::string& path) {
   m_recordedPath = path;
   for (CQuillView* view : m_views) view->SetFilePath(path);

@@ -41,6 +41,7 @@ class CQuillDoc : public QObject, private DocumentObserver {
   std::optional<DocumentPrompt> ToggleReadOnly();
 
  Q_SIGNALS:
+  /// Whether the text is modified, or what became of its file on disk.
   void ModifiedChanged();
   void TitleChanged();
   /// A path for the recent-file list.
@@ -52,6 +53,7 @@ class CQuillDoc : public QObject, private DocumentObserver {
   void OnModifiedChanged(bool modified) override;
   void OnFileRecorded(const std::string& path) override;
   void OnPathSet(const std::string& path) override;
+  void OnDiskStateChanged() override;
 
   std::vector<CQuillView*> m_views;
   std::string m_recordedPath;

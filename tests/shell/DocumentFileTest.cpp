@@ -22,6 +22,7 @@ class Recorder : public DocumentObserver {
   void OnModifiedChanged(bool modified) override { said += modified ? "modified " : "clean "; }
   void OnFileRecorded(const std::string& path) override { said += "file:" + Name(path) + " "; }
   void OnPathSet(const std::string& path) override { said += "path:" + Name(path) + " "; }
+  void OnDiskStateChanged() override { said += "disk "; }
   std::string Take() { return std::exchange(said, ""); }
 
  private:
@@ -179,7 +180,9 @@ TEST_F(DocumentFileTest, TheJournalGoesWithASaveOrADecisionButNotWithABackupCopy
   ASSERT_TRUE(document->Open(path));
   Type("new ");
   copies.BackUp(document->Buffer(), std::vector<std::string>{path}, {});
-  EXPECT_FALSE(document->QuestionBeforeClose());
+  EXPECT_FALSE(document->IsModified());
+  EXPECT_TRUE(document->QuestionBeforeClose());
+  EXPECT_TRUE(document->QuestionBeforeReload());
   document->Close(DocumentFile::CloseReason::kNotAsked);
   Restart();
   EXPECT_EQ(journals(), 1u) << "nobody was asked, and the file does not hold the text";

@@ -222,12 +222,12 @@ TEST_F(PopupKeys, ReloadingEndsATemplate) {
   Open("a.vsl", "");
   Type("loop");
   Press("Tab");
-  m_folder.Write("a.vsl", "for (; ) ");
+  m_folder.Write("a.vsl", "for (; ) //");
   m_prompts.Expect("Reload \"a.vsl\" and lose the changes made since it was saved?", Prompts::Answer::kYes);
   Press("Ctrl+R");
   View().SetCaretPos({0, 5});
   Press("Tab");
-  EXPECT_EQ(ActiveText(), "for (\t; ) ");
+  EXPECT_EQ(ActiveText(), "for (\t; ) //");
 }
 
 // Help

@@ -35,13 +35,15 @@ TEST_F(Recovery, TextThatWasNotSavedComesBackAtTheNextStart) {
   Start();
   ASSERT_EQ(Parts().documents.All().size(), 2U);
   std::set<std::string> texts;
-  for (CQuillDoc* document : Parts().documents.All()) texts.insert(TextOf(*document));
+  for (CQuillDoc* document : Parts().documents.All()) {
+    texts.insert(TextOf(*document));
+    EXPECT_TRUE(document->File().IsModified());
+  }
   EXPECT_EQ(texts, (std::set<std::string>{"typed old", "unnamed"}));
-  EXPECT_EQ(Parts().documents.Modified().size(), 2U);
 
   for (size_t i = 0; i < 2; ++i) {
     CQuillDoc& document = *Parts().documents.All()[0];
-    if (document.File().IsModified()) {
+    if (document.File().HoldsUnsavedText()) {
       m_prompts.Expect("Save the changes to \"" + document.File().Title() + "\"?", Prompts::Answer::kDiscard);
     }
     Parts().files.Close(document);
@@ -75,7 +77,7 @@ TEST_F(Recovery, ABackupCopyIsNoSave) {
   Type("new ");
   Parts().documents.FlushJournals();
   Parts().timers.Fire(timer_id::kAutoSave);
-  EXPECT_TRUE(Parts().documents.Modified().empty());
+  EXPECT_FALSE(Document().File().IsModified());
   Crash();
   m_prompts.ExpectRecovery(Action::kRecover, {m_folder.Path("a.vsl")});
   Start();

@@ -1,0 +1,156 @@
+// No text is lost or written over behind the user's back, whatever became of file and modified flag.
+#include <QApplication>
+#include <filesystem>
+
+#include "shell/ui/Documents.h"
+#include "shell/ui/QuillDoc.h"
+#include "shell/ui/QuillView.h"
+#include "shell/ui/TimerService.h"
+#include "ui/ScreenFixture.h"
+
+namespace quill {
+namespace {
+
+namespace fs = std::filesystem;
+using Answer = Prompts::Answer;
+
+constexpr char kReload[] = "This file has been modified, do you want to reload?";
+constexpr char kSave[] = "Save the changes to \"a.vsl\"?";
+constexpr char kLose[] = "Reload \"a.vsl\" and lose the changes made since it was saved?";
+
+class Saving : public ScreenFixture {
+ protected:
+  Saving() { Start(); }
+
+  void BackUp() {
+    Parts().timers.Fire(timer_id::kAutoSave);
+    Pump();
+  }
+  void ChangeOnDisk(const std::string& name, const std::string& text) {
+    m_seconds += 10;
+    m_folder.Write(name, text);
+    fs::last_write_time(m_folder.Path(name),
+                        fs::file_time_type::clock::now() + std::chrono::seconds(m_seconds));
+  }
+  /// As by a click into the text; what follows the event waits for `Pump`.
+  void Focus() {
+    View().clearFocus();
+    View().setFocus();
+  }
+  void FocusAgain() {
+    Focus();
+    Pump();
+  }
+  std::string File(const std::string& name) { return m_folder.Read(name); }
+
+ private:
+  int m_seconds = 0;
+};
+
+TEST_F(Saving, TheMinutesBackupTakesNothingAway) {
+  Open("a.vsl", "old");
+  for (const char* save : {"File > Save", "File > Save All"}) {
+    m_folder.Write("a.vsl", "old");
+    Press("Ctrl+R");
+    Press("Ctrl+Home");
+    Type("new ");
+    BackUp();
+    EXPECT_EQ(Tabs(), "[a.vsl]") << "what was backed up does not count as modified";
+    m_prompts.Expect(kLose, Answer::kNo);
+    Press("Ctrl+R");
+    m_prompts.Expect(kSave, Answer::kCancel);
+    Press("Ctrl+W");
+    m_prompts.Expect(kSave, Answer::kCancel);
+    EXPECT_FALSE(Frame().close());
+    EXPECT_EQ(ActiveText(), "new old");
+    EXPECT_TRUE(Choose(save)) << save;
+    EXPECT_EQ(File("a.vsl"), "new old") << save;
+    EXPECT_FALSE(Choose("File > Save All"));
+    Press("Ctrl+R");
+  }
+  Type("x");
+  BackUp();
+  Press("Ctrl+Z");
+  EXPECT_EQ(ActiveText(), File("a.vsl"));
+  Press("Ctrl+W");
+  EXPECT_EQ(TabBar().count(), 0) << "nothing is asked: the file holds the text";
+}
+
+TEST_F(Saving, ATextWhoseFileWasChangedAndThatWasKeptIsUnsaved) {
+  Open("a.vsl", "mine");
+  ChangeOnDisk("a.vsl", "theirs");
+  m_prompts.Expect(kReload, Answer::kNo);
+  FocusAgain();
+  EXPECT_EQ(Tabs(), "[a.vsl*]");
+  m_prompts.Expect(kSave, Answer::kCancel);
+  Press("Ctrl+W");
+  m_prompts.Expect(kLose, Answer::kNo);
+  Press("Ctrl+R");
+  Parts().documents.FlushJournals();
+  Crash();
+  m_prompts.ExpectRecovery(Prompts::RecoveryAction::kRecover, {m_folder.Path("a.vsl")});
+  Start();
+  EXPECT_EQ(ActiveText(), "mine");
+  EXPECT_TRUE(Choose("File > Save All"));
+  EXPECT_EQ(File("a.vsl"), "mine");
+  EXPECT_EQ(Tabs(), "[a.vsl]");
+
+  ChangeOnDisk("a.vsl", "theirs");
+  m_prompts.Expect(kReload, Answer::kYes);
+  FocusAgain();
+  EXPECT_EQ(Tabs(), "[a.vsl]");
+  Press("Ctrl+W");
+  EXPECT_EQ(TabBar().count(), 0);
+  EXPECT_EQ(File("a.vsl"), "theirs");
+}
+
+TEST_F(Saving, ATextWhoseFileWasDeletedIsNowhereButHere) {
+  Open("a.vsl", "text");
+  Open("b.vsl", "b");
+  fs::remove(m_folder.Path("a.vsl"));
+  FocusAgain();
+  EXPECT_EQ(Tabs(), "a.vsl (deleted)* [b.vsl]");
+  Press("Ctrl+W");
+  m_prompts.Expect(kSave, Answer::kCancel);
+  Press("Ctrl+W");
+  Press("Ctrl+S");
+  EXPECT_EQ(File("a.vsl"), "text");
+  EXPECT_EQ(Tabs(), "[a.vsl]");
+  fs::rename(m_folder.Path("a.vsl"), m_folder.Path("c.vsl"));
+  FocusAgain();
+  fs::rename(m_folder.Path("c.vsl"), m_folder.Path("a.vsl"));
+  FocusAgain();
+  EXPECT_EQ(Tabs(), "[a.vsl]") << "it is there again, and as it was";
+
+  fs::remove(m_folder.Path("a.vsl"));
+  FocusAgain();
+  Parts().documents.FlushJournals();
+  Crash();
+  m_prompts.ExpectRecovery(Prompts::RecoveryAction::kRecover, {m_folder.Path("a.vsl")});
+  Start();
+  EXPECT_EQ(ActiveText(), "text");
+  EXPECT_EQ(Tabs(), "[a.vsl (deleted)*]");
+  m_prompts.Expect(kSave, Answer::kSave);
+  Press("Ctrl+W");
+  EXPECT_EQ(File("a.vsl"), "text");
+
+  Open("a.vsl", "text");
+  fs::remove(m_folder.Path("a.vsl"));
+  m_prompts.Expect(kSave, Answer::kDiscard);
+  Press("Ctrl+W");
+  EXPECT_FALSE(fs::exists(m_folder.Path("a.vsl"))) << "though nobody had noticed before";
+}
+
+TEST_F(Saving, WhatAnotherProgramWroteIsNotWrittenOverByDocumentsThatNobodyTouched) {
+  Open("a.vsl", "1");
+  Open("b.vsl", "1");
+  Type("x");
+  ChangeOnDisk("a.vsl", "2");
+  EXPECT_TRUE(Choose("File > Save All"));
+  EXPECT_EQ(File("a.vsl") + File("b.vsl"), "2x1");
+  EXPECT_TRUE(Choose("File > Close All"));
+  EXPECT_EQ(File("a.vsl"), "2");
+}
+
+}  // namespace
+}  // namespace quill
