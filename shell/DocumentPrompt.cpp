@@ -37,6 +37,16 @@ DocumentPrompt DocumentPrompt::ReloadLosesChanges(const std::string& title) {
   return YesNo(StringId::kReloadLosesChanges, title);
 }
 
+DocumentPrompt DocumentPrompt::ReplaceExisting(const std::string& path) {
+  return YesNo(StringId::kReplaceExisting, path);
+}
+
+DocumentPrompt DocumentPrompt::ReplaceOpenFile(const std::string& path, bool unsavedThere) {
+  DocumentPrompt prompt = YesNo(StringId::kReplaceOpenFile, path);
+  if (unsavedThere) prompt.detail = Of(StringId::kReplaceOpenFileHint);
+  return prompt;
+}
+
 DocumentPrompt DocumentPrompt::OpenFailed(const IoResult& failure) {
   return {Of(StringId::kOpenFailed), failure.Message() + ".", Of(StringId::kProgramTitle), Icon::kWarning,
           Buttons::kOk};

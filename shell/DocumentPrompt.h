@@ -21,6 +21,9 @@ struct DocumentPrompt {
   static DocumentPrompt ModifiedOnDisk(bool changedHereToo);
   /// `hint` says what is lost without.
   static DocumentPrompt SaveChanges(const std::string& title, StringId hint);
+  static DocumentPrompt ReplaceExisting(const std::string& path);
+  /// The file is open in another window, where there may be text that it does not hold.
+  static DocumentPrompt ReplaceOpenFile(const std::string& path, bool unsavedThere);
   static DocumentPrompt ReloadLosesChanges(const std::string& title);
   static DocumentPrompt OpenFailed(const IoResult& failure);
   static DocumentPrompt SaveFailed(const IoResult& failure);

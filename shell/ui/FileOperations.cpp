@@ -112,10 +112,33 @@ bool FileOperations::Save(CQuillDoc& document) {
 bool FileOperations::SaveAs(CQuillDoc& document) {
   const fs::path name = document.File().SuggestedName();
   const std::string suggested = name.is_absolute() ? name.string() : (fs::path(Folder()) / name).string();
-  const std::string chosen = m_services.prompts.ChooseFileToSave(suggested);
-  if (chosen.empty() || !Report(document.File().SaveAs(chosen, KeepsBak()))) return false;
+  std::string chosen;
+  CQuillDoc* replaced = nullptr;
+  do {
+    chosen = m_services.prompts.ChooseFileToSave(suggested);
+    if (chosen.empty()) return false;
+    replaced = m_documents.Find(document.File().PathForSave(chosen));
+    if (replaced == &document) replaced = nullptr;
+  } while (!AgreeToReplace(document, chosen, replaced));
+  // The text in the other window is let go when this one is safe in the file.
+  if (!Report(document.File().SaveAs(chosen, KeepsBak()))) return false;
+  if (replaced != nullptr) CloseAs(*replaced, DocumentFile::CloseReason::kDiscarded);
   m_lastFolder = fs::path(document.File().Path()).parent_path().string();
   return true;
+}
+
+bool FileOperations::AgreeToReplace(const CQuillDoc& document, const std::string& chosen,
+                                    const CQuillDoc* openOnIt) {
+  const std::string path = document.File().PathForSave(chosen);
+  std::optional<DocumentPrompt> question;
+  std::error_code ignored;
+  if (openOnIt != nullptr) {
+    question = DocumentPrompt::ReplaceOpenFile(path, openOnIt->File().HoldsUnsavedText());
+  } else if (fs::path(path).filename() != fs::path(chosen).filename() && fs::exists(path, ignored)) {
+    // The dialog has asked about the name that was chosen, not about the one with the extension.
+    question = DocumentPrompt::ReplaceExisting(path);
+  }
+  return !question || m_services.prompts.Ask(*question) == Prompts::Answer::kYes;
 }
 
 bool FileOperations::SaveAll() {
@@ -123,8 +146,17 @@ bool FileOperations::SaveAll() {
   for (CQuillDoc* document : m_documents.All()) {
     if (document->File().IsModified() || document->File().HoldsUnsavedText()) documents.push_back(document);
   }
+  return SaveEach(documents);
+}
+
+bool FileOperations::SaveEach(const std::vector<CQuillDoc*>& documents) {
   return std::all_of(documents.begin(), documents.end(),
-                     [this](CQuillDoc* document) { return Save(*document); });
+                     [this](CQuillDoc* document) { return !IsOpen(document) || Save(*document); });
+}
+
+bool FileOperations::IsOpen(const CQuillDoc* document) const {
+  const auto& all = m_documents.All();
+  return std::find(all.begin(), all.end(), document) != all.end();
 }
 
 void FileOperations::Reload(CQuillDoc& document) {
@@ -141,7 +173,7 @@ void FileOperations::ToggleReadOnly(CQuillDoc& document) {
 
 // Closing
 
-bool FileOperations::AgreeToClose(const std::vector<CQuillDoc*>& documents) {
+bool FileOperations::AgreeToClose(std::vector<CQuillDoc*> documents) {
   std::vector<CQuillDoc*> unsaved;
   for (CQuillDoc* document : documents) {
     if (document->File().HoldsUnsavedText()) unsaved.push_back(document);
@@ -157,11 +189,9 @@ bool FileOperations::AgreeToClose(const std::vector<CQuillDoc*>& documents) {
     answer = m_services.prompts.AskSaveAll(titles);
   }
   if (answer == Prompts::Answer::kCancel) return false;
-  if (answer == Prompts::Answer::kSave &&
-      !std::all_of(unsaved.begin(), unsaved.end(),
-                   [this](CQuillDoc* document) { return Save(*document); })) {
-    return false;
-  }
+  if (answer == Prompts::Answer::kSave && !SaveEach(unsaved)) return false;
+  // A save may have closed one that was open on the same file.
+  std::erase_if(documents, [this](const CQuillDoc* document) { return !IsOpen(document); });
   for (const CQuillDoc* document : documents) m_agreed[document] = DocumentFile::CloseReason::kNotAsked;
   if (answer == Prompts::Answer::kDiscard) {
     for (const CQuillDoc* document : unsaved) m_agreed[document] = DocumentFile::CloseReason::kDiscarded;
@@ -185,10 +215,15 @@ void FileOperations::OnWindowClosed(CChildFrame* frame) {
 
 bool FileOperations::Close(CQuillDoc& document) {
   if (!AgreeToClose({&document})) return false;
+  CloseAs(document, m_agreed.at(&document));
+  return true;
+}
+
+void FileOperations::CloseAs(CQuillDoc& document, DocumentFile::CloseReason reason) {
+  m_agreed[&document] = reason;
   for (CChildFrame* frame : m_workspace.Frames()) {
     if (&frame->Document() == &document) frame->close();
   }
-  return true;
 }
 
 bool FileOperations::CloseAll() {

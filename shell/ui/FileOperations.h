@@ -51,7 +51,12 @@ class FileOperations : public QObject {
   void OfferRecovery();
 
  private:
-  bool AgreeToClose(const std::vector<CQuillDoc*>& documents);
+  /// `openOnIt`: null, or the other document that is open on the file.
+  bool AgreeToReplace(const CQuillDoc& document, const std::string& chosen, const CQuillDoc* openOnIt);
+  bool SaveEach(const std::vector<CQuillDoc*>& documents);
+  bool IsOpen(const CQuillDoc* document) const;
+  bool AgreeToClose(std::vector<CQuillDoc*> documents);
+  void CloseAs(CQuillDoc& document, DocumentFile::CloseReason reason);
   bool MayClose(CChildFrame& frame);
   void OnWindowClosed(CChildFrame* frame);
   void Recover(RecoverableDocument& lost);

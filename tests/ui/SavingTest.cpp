@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <filesystem>
 
+#include "res/ui/UiText.h"
 #include "shell/ui/Documents.h"
 #include "shell/ui/QuillDoc.h"
 #include "shell/ui/QuillView.h"
@@ -150,6 +151,83 @@ TEST_F(Saving, WhatAnotherProgramWroteIsNotWrittenOverByDocumentsThatNobodyTouch
   EXPECT_EQ(File("a.vsl") + File("b.vsl"), "2x1");
   EXPECT_TRUE(Choose("File > Close All"));
   EXPECT_EQ(File("a.vsl"), "2");
+}
+
+// The name to save under
+
+TEST_F(Saving, TheExtensionThatIsAddedWritesOverNothingUnasked) {
+  m_folder.Write("f5.vsl", "precious");
+  const std::string question =
+      "\"" + m_folder.Path("f5.vsl") + "\" exists already. Do you want to replace it?";
+  Type("new");
+  m_prompts.ExpectFile(m_folder.Path("f5"));
+  m_prompts.Expect(question, Answer::kNo);
+  m_prompts.ExpectFile("");
+  Press("Ctrl+S");
+  EXPECT_EQ(File("f5.vsl"), "precious");
+  EXPECT_EQ(Tabs(), "[Untitled1*]");
+  m_prompts.ExpectFile(m_folder.Path("f5"));
+  m_prompts.Expect(question, Answer::kNo);
+  m_prompts.ExpectFile(m_folder.Path("f6"));
+  Press("Ctrl+S");
+  EXPECT_EQ(File("f6.vsl"), "new");
+  Press("Ctrl+N");
+  Type("newer");
+  m_prompts.ExpectFile(m_folder.Path("f5"));
+  m_prompts.Expect(question, Answer::kYes);
+  Press("Ctrl+S");
+  EXPECT_EQ(File("f5.vsl") + File("f5.vsl.bak"), "newerprecious");
+}
+
+TEST_F(Saving, AFileThatIsOpenIsReplacedOnlyWithItsWindowClosed) {
+  Open("a.vsl", "a");
+  Type("typed ");
+  EXPECT_TRUE(Choose("Window > New Window"));
+  Open("b.vsl", "b");
+  const std::string question = "\"" + m_folder.Path("a.vsl") +
+                               "\" is open in another window. Do you want to close that window and replace "
+                               "the file?";
+  m_prompts.ExpectFile(m_folder.Path("a.vsl"));
+  m_prompts.Expect(question, Answer::kNo);
+  m_prompts.ExpectFile("");
+  Press("Ctrl+Shift+S");
+  EXPECT_EQ(Tabs(), "a.vsl:1* a.vsl:2* [b.vsl]");
+  EXPECT_EQ(File("a.vsl"), "a");
+
+  fs::create_symlink(m_folder.Path("a.vsl"), m_folder.Path("link.vsl"));
+  m_prompts.ExpectFile(m_folder.Path("link.vsl"));
+  m_prompts.Expect("\"" + m_folder.Path("link.vsl") +
+                       "\" is open in another window. Do you want to close that window and replace the file?",
+                   Answer::kNo);
+  m_prompts.ExpectFile(m_folder.Path("a.vsl"));
+  m_prompts.Expect(question, Answer::kYes);
+  Press("Ctrl+Shift+S");
+  EXPECT_EQ(Tabs(), "[a.vsl]");
+  EXPECT_EQ(ActiveText(), "b");
+  EXPECT_EQ(File("a.vsl"), "b");
+  m_prompts.ExpectFile(m_folder.Path("a.vsl"));
+  Press("Ctrl+Shift+S");
+  EXPECT_EQ(Tabs(), "[a.vsl]") << "its own file is no other";
+}
+
+TEST_F(Saving, ADocumentThatASaveHasClosedIsNotSavedOverIt) {
+  for (const char* how : {"File > Save All", "File > Close All"}) {
+    Press("Ctrl+Shift+W");
+    Press("Ctrl+N");
+    Type("fresh");
+    const std::string untitled = ToBytes(Document().Title());
+    Open("a.vsl", "a");
+    Type("typed ");
+    if (std::string(how) == "File > Close All") m_prompts.ExpectSaveAll(untitled + ", a.vsl", Answer::kSave);
+    m_prompts.ExpectFile(m_folder.Path("a.vsl"));
+    m_prompts.Expect(
+        "\"" + m_folder.Path("a.vsl") +
+            "\" is open in another window. Do you want to close that window and replace the file?",
+        Answer::kYes);
+    EXPECT_TRUE(Choose(how));
+    EXPECT_EQ(File("a.vsl"), "fresh") << how;
+  }
+  EXPECT_EQ(TabBar().count(), 0);
 }
 
 }  // namespace
