@@ -10,6 +10,7 @@
 #include "res/ui/UiText.h"
 #include "shell/ui/AboutBox.h"
 #include "shell/ui/RecoveryDialog.h"
+#include "shell/ui/SaveListDialog.h"
 #include "text/ui/PageSetupDialog.h"
 #include "widgets/CodePageText.h"
 
@@ -44,9 +45,9 @@ QMessageBox::Icon IconOf(DocumentPrompt::Icon icon) {
 }
 
 /// Adds Save, Don't Save and Cancel, shows the box and returns the answer.
-Prompts::Answer AskToSave(QMessageBox& box, StringId saveText, StringId discardText) {
-  QPushButton* save = box.addButton(UiText(saveText), QMessageBox::AcceptRole);
-  QPushButton* discard = box.addButton(UiText(discardText), QMessageBox::DestructiveRole);
+Prompts::Answer AskToSave(QMessageBox& box) {
+  QPushButton* save = box.addButton(UiText(StringId::kSaveButton), QMessageBox::AcceptRole);
+  QPushButton* discard = box.addButton(UiText(StringId::kDiscardButton), QMessageBox::DestructiveRole);
   QPushButton* cancel = box.addButton(UiText(StringId::kCancelButton), QMessageBox::RejectRole);
   box.setDefaultButton(save);
   box.setEscapeButton(cancel);
@@ -66,7 +67,7 @@ Prompts::Answer DialogPrompts::Ask(const DocumentPrompt& prompt) {
   box.setInformativeText(FromBytes(prompt.detail));
   switch (prompt.buttons) {
     case DocumentPrompt::Buttons::kSaveDiscardCancel:
-      return AskToSave(box, StringId::kSaveButton, StringId::kDiscardButton);
+      return AskToSave(box);
     case DocumentPrompt::Buttons::kYesNo:
       box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
       return box.exec() == QMessageBox::Yes ? Answer::kYes : Answer::kNo;
@@ -78,16 +79,10 @@ Prompts::Answer DialogPrompts::Ask(const DocumentPrompt& prompt) {
   return Answer::kOk;
 }
 
-Prompts::Answer DialogPrompts::AskSaveAll(const std::vector<std::string>& titles) {
-  QStringList names;
-  for (const std::string& title : titles) names << FromBytes(title);
-  QMessageBox box(m_parent);
-  box.setIcon(QMessageBox::Question);
-  box.setWindowTitle(UiText(StringId::kProgramTitle));
-  box.setTextFormat(Qt::PlainText);
-  box.setText(UiText(StringId::kSaveAllChanges, {QString::number(titles.size())}));
-  box.setInformativeText(names.join(u'\n') + "\n\n" + UiText(StringId::kSaveChangesHint));
-  return AskToSave(box, StringId::kSaveAllButton, StringId::kDiscardAllButton);
+std::optional<std::vector<size_t>> DialogPrompts::ChooseWhatToSave(const std::vector<std::string>& names) {
+  SaveListDialog dialog(names, m_parent);
+  dialog.exec();
+  return dialog.Choice();
 }
 
 std::vector<std::string> DialogPrompts::ChooseFilesToOpen(const std::string& folder) {

@@ -12,7 +12,7 @@ class DialogPrompts : public Prompts {
   void SetParent(QWidget* parent) { m_parent = parent; }
 
   Answer Ask(const DocumentPrompt& prompt) override;
-  Answer AskSaveAll(const std::vector<std::string>& titles) override;
+  std::optional<std::vector<size_t>> ChooseWhatToSave(const std::vector<std::string>& names) override;
   std::vector<std::string> ChooseFilesToOpen(const std::string& folder) override;
   std::string ChooseFileToSave(const std::string& suggestedPath) override;
   std::string ChoosePdfFile(const std::string& suggestedPath) override;

@@ -34,6 +34,10 @@ class NoReloadScope {
   CChildFrame* m_frame;
 };
 
+std::string NameOf(const CQuillDoc& document) {
+  return document.File().HasPath() ? document.File().Path() : document.File().Title();
+}
+
 }  // namespace
 
 FileOperations::FileOperations(AppServices& services, Documents& documents, Workspace& workspace,
@@ -175,28 +179,39 @@ void FileOperations::ToggleReadOnly(CQuillDoc& document) {
 
 bool FileOperations::AgreeToClose(std::vector<CQuillDoc*> documents) {
   std::vector<CQuillDoc*> unsaved;
-  for (CQuillDoc* document : documents) {
-    if (document->File().HoldsUnsavedText()) unsaved.push_back(document);
-  }
-  Prompts::Answer answer = Prompts::Answer::kSave;
-  if (unsaved.size() == 1) {
-    m_workspace.ActivateDocument(*unsaved.front());
-    answer = m_services.prompts.Ask(*unsaved.front()->File().QuestionBeforeClose());
-  } else if (unsaved.size() > 1) {
-    std::vector<std::string> titles;
-    titles.reserve(unsaved.size());
-    for (const CQuillDoc* document : unsaved) titles.push_back(document->File().Title());
-    answer = m_services.prompts.AskSaveAll(titles);
-  }
-  if (answer == Prompts::Answer::kCancel) return false;
-  if (answer == Prompts::Answer::kSave && !SaveEach(unsaved)) return false;
+  std::ranges::copy_if(documents, std::back_inserter(unsaved),
+                       [](const CQuillDoc* document) { return document->File().HoldsUnsavedText(); });
+  const auto toSave = ChooseWhatToSave(unsaved);
+  if (!toSave || !SaveEach(*toSave)) return false;
   // A save may have closed one that was open on the same file.
   std::erase_if(documents, [this](const CQuillDoc* document) { return !IsOpen(document); });
-  for (const CQuillDoc* document : documents) m_agreed[document] = DocumentFile::CloseReason::kNotAsked;
-  if (answer == Prompts::Answer::kDiscard) {
-    for (const CQuillDoc* document : unsaved) m_agreed[document] = DocumentFile::CloseReason::kDiscarded;
+  for (CQuillDoc* document : documents) {
+    const bool discarded = std::ranges::find(unsaved, document) != unsaved.end() &&
+                           std::ranges::find(*toSave, document) == toSave->end();
+    m_agreed[document] =
+        discarded ? DocumentFile::CloseReason::kDiscarded : DocumentFile::CloseReason::kNotAsked;
   }
   return true;
+}
+
+std::optional<std::vector<CQuillDoc*>> FileOperations::ChooseWhatToSave(
+    const std::vector<CQuillDoc*>& unsaved) {
+  std::vector<CQuillDoc*> chosen;
+  if (unsaved.size() > 1) {
+    std::vector<std::string> names;
+    std::ranges::transform(unsaved, std::back_inserter(names),
+                           [](const CQuillDoc* document) { return NameOf(*document); });
+    const auto indices = m_services.prompts.ChooseWhatToSave(names);
+    if (!indices) return std::nullopt;
+    for (size_t index : *indices) chosen.push_back(unsaved.at(index));
+  } else if (unsaved.size() == 1) {
+    m_workspace.ActivateDocument(*unsaved.front());
+    const auto question = unsaved.front()->File().QuestionBeforeClose();
+    const Prompts::Answer answer = question ? m_services.prompts.Ask(*question) : Prompts::Answer::kSave;
+    if (answer == Prompts::Answer::kCancel) return std::nullopt;
+    if (answer == Prompts::Answer::kSave) chosen = unsaved;
+  }
+  return chosen;
 }
 
 bool FileOperations::MayClose(CChildFrame& frame) {

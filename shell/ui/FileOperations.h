@@ -1,6 +1,7 @@
 #pragma once
 #include <QObject>
 #include <map>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -56,6 +57,8 @@ class FileOperations : public QObject {
   bool SaveEach(const std::vector<CQuillDoc*>& documents);
   bool IsOpen(const CQuillDoc* document) const;
   bool AgreeToClose(std::vector<CQuillDoc*> documents);
+  /// Asks which of the documents to save before they close; nothing when they are to stay open.
+  std::optional<std::vector<CQuillDoc*>> ChooseWhatToSave(const std::vector<CQuillDoc*>& unsaved);
   void CloseAs(CQuillDoc& document, DocumentFile::CloseReason reason);
   bool MayClose(CChildFrame& frame);
   void OnWindowClosed(CChildFrame* frame);

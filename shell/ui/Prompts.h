@@ -29,8 +29,9 @@ class Prompts {
 
   /// One of the answers that the prompt's buttons allow; closing the box is kNo or kCancel.
   virtual Answer Ask(const DocumentPrompt& prompt) = 0;
-  /// Several modified documents are about to be closed: kSave, kDiscard or kCancel for all of them.
-  virtual Answer AskSaveAll(const std::vector<std::string>& titles) = 0;
+  /// Several documents with unsaved text, told by path or title, are about to be closed: the indices of
+  /// those to be saved. Nothing when they are to stay open.
+  virtual std::optional<std::vector<size_t>> ChooseWhatToSave(const std::vector<std::string>& names) = 0;
   /// Empty when the user changed his mind, as with the next four.
   virtual std::vector<std::string> ChooseFilesToOpen(const std::string& folder) = 0;
   virtual std::string ChooseFileToSave(const std::string& suggestedPath) = 0;

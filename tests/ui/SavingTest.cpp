@@ -1,8 +1,16 @@
 // No text is lost or written over behind the user's back, whatever became of file and modified flag.
 #include <QApplication>
+#include <QDialog>
+#include <QPushButton>
+#include <QScreen>
+#include <QTest>
+#include <QTimer>
+#include <QTreeWidget>
 #include <filesystem>
+#include <functional>
 
 #include "res/ui/UiText.h"
+#include "shell/ui/DialogPrompts.h"
 #include "shell/ui/Documents.h"
 #include "shell/ui/QuillDoc.h"
 #include "shell/ui/QuillView.h"
@@ -228,6 +236,70 @@ TEST_F(Saving, ADocumentThatASaveHasClosedIsNotSavedOverIt) {
     EXPECT_EQ(File("a.vsl"), "fresh") << how;
   }
   EXPECT_EQ(TabBar().count(), 0);
+}
+
+TEST_F(Saving, ClosingSavesWhatIsTickedAndNothingElse) {
+  for (const char* name : {"a.vsl", "b.vsl", "c.vsl"}) {
+    Open(name, "");
+    Type(name);
+  }
+  m_prompts.ExpectSaveSome("a.vsl, b.vsl, c.vsl", {"b.vsl"});
+  EXPECT_TRUE(Choose("File > Close All"));
+  EXPECT_EQ(TabBar().count(), 0);
+  EXPECT_EQ(File("a.vsl") + "|" + File("b.vsl") + "|" + File("c.vsl"), "|b.vsl|");
+  Crash();
+  Start();
+  EXPECT_EQ(Tabs(), "[Untitled1]") << "the others are not offered again";
+}
+
+TEST(SaveList, FitsTheScreenAndHasAChoiceForEachFile) {
+  std::vector<std::string> names = {"/game/a/main.vsl", "/game/b/main.vsl", "Untitled3"};
+  for (int i = 3; i < 60; ++i) names.push_back("/game/" + std::to_string(i) + ".vsl");
+  DialogPrompts prompts;
+  using Keys = std::vector<Qt::Key>;
+  const auto answer = [&](const Keys& keys, const std::function<void(QDialog&)>& look = {}) {
+    QTimer::singleShot(0, [&] {
+      auto* dialog = dynamic_cast<QDialog*>(QApplication::activeModalWidget());
+      ASSERT_NE(dialog, nullptr);
+      QApplication::setActiveWindow(dialog);
+      if (look) look(*dialog);
+      for (const Qt::Key key : keys) {
+        QWidget* focus = dialog->focusWidget();
+        QTest::keyClick(focus == nullptr ? dialog : focus, key);
+      }
+      if (dialog->isVisible()) dialog->reject();
+    });
+    return prompts.ChooseWhatToSave(names);
+  };
+  const auto all = answer({Qt::Key_Return}, [](QDialog& dialog) {
+    EXPECT_LE(dialog.frameGeometry().height(), dialog.screen()->availableSize().height());
+    const auto* list = dialog.findChild<QTreeWidget*>();
+    const auto row = [list](int i) {
+      return ToBytes(list->topLevelItem(i)->text(0) + u'|' + list->topLevelItem(i)->text(1));
+    };
+    EXPECT_EQ(row(0) + " " + row(1) + " " + row(2), "main.vsl|/game/a main.vsl|/game/b Untitled3|");
+  });
+  ASSERT_TRUE(all.has_value());
+  EXPECT_EQ(all->size(), names.size());
+  const auto some = answer({Qt::Key_Space, Qt::Key_Down, Qt::Key_Down, Qt::Key_Space, Qt::Key_Return});
+  ASSERT_TRUE(some.has_value());
+  ASSERT_EQ(some->size(), names.size() - 2);
+  EXPECT_EQ(some->front(), 1U);
+  EXPECT_EQ((*some)[1], 3U);
+  EXPECT_EQ(answer({Qt::Key_Escape}), std::nullopt);
+  const auto none = answer({}, [](QDialog& dialog) {
+    auto* list = dialog.findChild<QTreeWidget*>();
+    for (int i = 0; i < list->topLevelItemCount(); ++i) {
+      list->topLevelItem(i)->setCheckState(0, Qt::Unchecked);
+    }
+    for (QPushButton* button : dialog.findChildren<QPushButton*>()) {
+      EXPECT_EQ(button->isEnabled(), button->text() != "&Save") << "nothing to save";
+    }
+    for (QPushButton* button : dialog.findChildren<QPushButton*>()) {
+      if (button->text() == "&Discard All") QTest::mouseClick(button, Qt::LeftButton);
+    }
+  });
+  EXPECT_EQ(none, std::vector<size_t>());
 }
 
 }  // namespace

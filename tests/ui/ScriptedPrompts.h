@@ -4,6 +4,7 @@
 #include <QPrinter>
 #include <algorithm>
 #include <deque>
+#include <filesystem>
 #include <functional>
 #include <set>
 #include <string>
@@ -24,7 +25,12 @@ class ScriptedPrompts : public Prompts {
   void Expect(const std::string& text, Answer answer) {
     m_expected.push_back({.text = text, .answer = answer});
   }
+  /// `titles` is the list that is shown; kSave and kDiscard are for all of it.
   void ExpectSaveAll(const std::string& titles, Answer answer) { Expect("save all: " + titles, answer); }
+  /// Only these are ticked.
+  void ExpectSaveSome(const std::string& titles, const std::vector<std::string>& ticked) {
+    m_expected.push_back({.text = "save all: " + titles, .answer = Answer::kOk, .names = ticked});
+  }
   /// The answer of a dialog that asks for a file or files.
   void ExpectFile(const std::string& path) { m_expected.push_back({.text = "file", .file = path}); }
   /// Nothing is the answer Cancel.
@@ -55,10 +61,20 @@ class ScriptedPrompts : public Prompts {
   const PageMargins& LastMargins() const { return m_margins; }
 
   Answer Ask(const DocumentPrompt& prompt) override { return Next(prompt.text).answer; }
-  Answer AskSaveAll(const std::vector<std::string>& titles) override {
+  std::optional<std::vector<size_t>> ChooseWhatToSave(const std::vector<std::string>& names) override {
+    const auto title = [](const std::string& name) {
+      return std::filesystem::path(name).filename().string();
+    };
     std::string list;
-    for (const std::string& title : titles) list += (list.empty() ? "" : ", ") + title;
-    return Next("save all: " + list).answer;
+    for (const std::string& name : names) list += (list.empty() ? "" : ", ") + title(name);
+    const Expected expected = Next("save all: " + list);
+    if (expected.answer == Answer::kCancel) return std::nullopt;
+    std::vector<size_t> ticked;
+    for (size_t i = 0; i < names.size(); ++i) {
+      const bool named = std::ranges::find(expected.names, title(names[i])) != expected.names.end();
+      if (named || expected.answer == Answer::kSave) ticked.push_back(i);
+    }
+    return ticked;
   }
   std::vector<std::string> ChooseFilesToOpen(const std::string& folder) override {
     m_suggestion = folder;
