@@ -1,5 +1,6 @@
 #include "shell/ui/FileOperations.h"
 
+#include <QApplication>
 #include <algorithm>
 #include <filesystem>
 #include <iterator>
@@ -33,6 +34,11 @@ class NoReloadScope {
  private:
   CChildFrame* m_frame;
 };
+
+/// Something is open that a box would cover, and whose keys it would take.
+bool IsDialogOrMenuOpen() {
+  return QApplication::activeModalWidget() != nullptr || QApplication::activePopupWidget() != nullptr;
+}
 
 std::string NameOf(const CQuillDoc& document) {
   return document.File().HasPath() ? document.File().Path() : document.File().Title();
@@ -250,7 +256,8 @@ bool FileOperations::CloseAll() {
 // In the background
 
 void FileOperations::CheckOnDisk(CChildFrame& frame) {
-  if (frame.NoReload()) return;
+  // What is open gives the focus back, and that asks again.
+  if (frame.NoReload() || IsDialogOrMenuOpen() || !frame.View().hasFocus()) return;
   for (CQuillDoc* document : m_documents.All()) document->File().LookForFile();
   const NoReloadScope noReload(frame);
   DocumentFile& file = frame.Document().File();

@@ -1,6 +1,7 @@
 // No text is lost or written over behind the user's back, whatever became of file and modified flag.
 #include <QApplication>
 #include <QDialog>
+#include <QMenu>
 #include <QPushButton>
 #include <QScreen>
 #include <QTest>
@@ -236,6 +237,37 @@ TEST_F(Saving, ADocumentThatASaveHasClosedIsNotSavedOverIt) {
     EXPECT_EQ(File("a.vsl"), "fresh") << how;
   }
   EXPECT_EQ(TabBar().count(), 0);
+}
+
+// Questions
+
+TEST_F(Saving, TheReloadQuestionWaitsForDialogsAndMenus) {
+  Open("a.vsl", "old");
+  ChangeOnDisk("a.vsl", "new");
+  Focus();
+  {
+    QDialog dialog(&Frame());
+    dialog.open();
+    Pump();
+    Focus();
+    Pump();
+    dialog.close();
+  }
+  m_prompts.Expect(kReload, Answer::kNo);
+  QApplication::setActiveWindow(&Frame());
+  FocusAgain();
+  FocusAgain();
+
+  ChangeOnDisk("a.vsl", "newer");
+  Focus();
+  QMenu menu(&Frame());
+  menu.addAction("entry");
+  menu.popup(Frame().mapToGlobal(QPoint(50, 50)));
+  Pump();
+  m_prompts.Expect(kReload, Answer::kYes);
+  menu.close();
+  Pump();
+  EXPECT_EQ(ActiveText(), "newer") << "asked when the menu had gone";
 }
 
 TEST_F(Saving, ClosingSavesWhatIsTickedAndNothingElse) {
