@@ -125,6 +125,7 @@ IoResult DocumentFile::SaveTo(const std::string& path, bool keepBak) {
   SetDisk(DiskState::kAsKnown);
   SetPath(path);
   m_journal.Restart(path, m_title, file);
+  m_buffer.SetProfileSection(path);
   if (m_services.marks != nullptr) line_marks::Save(m_buffer, path, *m_services.marks);
   if (m_services.observer != nullptr) m_services.observer->OnFileRecorded(path);
   return IoResult::Success();

@@ -52,6 +52,14 @@ class Saving : public ScreenFixture {
     Pump();
   }
   std::string File(const std::string& name) { return m_folder.Read(name); }
+  /// The lines of the active document with a bookmark.
+  std::string Bookmarks() {
+    std::string lines;
+    for (int32_t line = 0; line < View().Buffer()->LineCount(); ++line) {
+      if (View().Buffer()->LineFlags(line) != 0) lines += std::to_string(line);
+    }
+    return lines;
+  }
 
  private:
   int m_seconds = 0;
@@ -237,6 +245,22 @@ TEST_F(Saving, ADocumentThatASaveHasClosedIsNotSavedOverIt) {
     EXPECT_EQ(File("a.vsl"), "fresh") << how;
   }
   EXPECT_EQ(TabBar().count(), 0);
+}
+
+TEST_F(Saving, MarksOfATextThatWasSavedUnderAnotherNameAreKeptWithThatOne) {
+  Open("a.vsl", "0\r\n1\r\n2");
+  Press("Ctrl+F2");
+  m_prompts.ExpectFile(m_folder.Path("b.vsl"));
+  Press("Ctrl+Shift+S");
+  Press("Ctrl+F2");
+  Press("Down");
+  Press("Ctrl+F2");
+  EXPECT_EQ(Bookmarks(), "1");
+  Crash();
+  Start({m_folder.Path("a.vsl"), m_folder.Path("b.vsl")});
+  EXPECT_EQ(Bookmarks(), "1");
+  Press("Ctrl+Tab");
+  EXPECT_EQ(Bookmarks(), "0") << "those of the old file are as they were when it was left";
 }
 
 // Questions

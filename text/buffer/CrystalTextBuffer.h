@@ -148,6 +148,8 @@ class CCrystalTextBuffer {
   bool CreatesBackup() const { return m_createBackup; }
   /// The section under which the flag words are kept; empty for a text that was never loaded.
   const std::string& ProfileSection() const { return m_profileSection; }
+  /// For a text that was saved under another name: flags that change from now on are kept there.
+  void SetProfileSection(const std::string& section) { m_profileSection = section; }
 
   void AddView(BufferObserver* view);
   void RemoveView(BufferObserver* view);
