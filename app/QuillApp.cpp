@@ -41,7 +41,7 @@ CQuillApp::Started CQuillApp::Start() {
     case CMainFrame::Created::kFailed:
       return Started::kFailed;
   }
-  ProcessCommandLine();
+  if (!ProcessCommandLine()) return Started::kFailed;
   ShowFrame();
   m_frame->LoadKeys();
   m_frame->Parts().timers.Start(timer_id::kDeferredStart, kDeferredStartDelay);
@@ -53,12 +53,19 @@ CQuillApp::Started CQuillApp::Start() {
   return Started::kRunning;
 }
 
-/// A file that cannot be opened is told about and passed over.
-void CQuillApp::ProcessCommandLine() {
+/// False when files were named and none of them is open. One of several that cannot be opened is told about
+/// and passed over.
+bool CQuillApp::ProcessCommandLine() {
   FileOperations& files = m_frame->Parts().files;
-  for (const CommandLine::File& file : m_commandLine.files) files.Open(file.path, file.line);
-  const bool wantsNew = m_commandLine.files.empty();
-  if (wantsNew && ReadFlag(m_services.settings, settings::kStartBlank)) files.New();
+  if (m_commandLine.files.empty()) {
+    if (ReadFlag(m_services.settings, settings::kStartBlank)) files.New();
+    return true;
+  }
+  bool anyOpened = false;
+  for (const CommandLine::File& file : m_commandLine.files) {
+    if (files.OpenOrCreate(file.path, file.line) != nullptr) anyOpened = true;
+  }
+  return anyOpened;
 }
 
 /// The window gets its place before it is seen, so that it does not jump.

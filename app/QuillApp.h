@@ -16,7 +16,7 @@ class CQuillApp {
     kRunning,
     kHandedOver,  ///< a running copy has taken the command line
     kEnded,       ///< there is nothing to run; the user knows why
-    kFailed,
+    kFailed,      ///< the user was told, or answered so
   };
 
   /// `services` outlives the application.
@@ -28,7 +28,7 @@ class CQuillApp {
   CMainFrame& MainFrame() { return *m_frame; }
 
  private:
-  void ProcessCommandLine();
+  bool ProcessCommandLine();
   void ShowFrame();
 
   AppServices& m_services;

@@ -47,6 +47,10 @@ DocumentPrompt DocumentPrompt::ReplaceOpenFile(const std::string& path, bool uns
   return prompt;
 }
 
+DocumentPrompt DocumentPrompt::CreateMissing(const std::string& path) {
+  return YesNo(StringId::kCreateMissingFile, path);
+}
+
 DocumentPrompt DocumentPrompt::OpenFailed(const IoResult& failure) {
   return {Of(StringId::kOpenFailed), failure.Message() + ".", Of(StringId::kProgramTitle), Icon::kWarning,
           Buttons::kOk};

@@ -24,6 +24,7 @@ struct DocumentPrompt {
   static DocumentPrompt ReplaceExisting(const std::string& path);
   /// The file is open in another window, where there may be text that it does not hold.
   static DocumentPrompt ReplaceOpenFile(const std::string& path, bool unsavedThere);
+  static DocumentPrompt CreateMissing(const std::string& path);
   static DocumentPrompt ReloadLosesChanges(const std::string& title);
   static DocumentPrompt OpenFailed(const IoResult& failure);
   static DocumentPrompt SaveFailed(const IoResult& failure);

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <fstream>
 
+#include "base/AtomicFile.h"
 #include "shell/FileIdentity.h"
 #include "text/buffer/CrystalTextBuffer.h"
 
@@ -44,6 +45,12 @@ bool FileHoldsText(const std::string& path, const CCrystalTextBuffer& buffer) {
     if (line + 1 < count && !file.Continues(lineEnd)) return false;
   }
   return file.Ends();
+}
+
+IoResult CreateEmptyFile(const std::string& path) {
+  AtomicFile file(path);
+  if (IoResult opened = file.Open(); !opened) return opened;
+  return file.Commit("");
 }
 
 }  // namespace quill

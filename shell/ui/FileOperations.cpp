@@ -9,6 +9,7 @@
 #include "res/Strings.h"
 #include "settings/Settings.h"
 #include "shell/BackupCopies.h"
+#include "shell/FileText.h"
 #include "shell/RecoveryFolder.h"
 #include "shell/ui/AppServices.h"
 #include "shell/ui/ChildFrame.h"
@@ -79,6 +80,19 @@ CQuillDoc* FileOperations::Open(const std::string& path, int32_t line) {
   m_lastFolder = fs::path(document->File().Path()).parent_path().string();
   if (line > 0) m_workspace.ActiveView()->GotoLine(std::min(line, document->Buffer().LineCount()) - 1);
   return document;
+}
+
+CQuillDoc* FileOperations::OpenOrCreate(const std::string& path, int32_t line) {
+  std::error_code error;
+  if (!fs::exists(path, error) && !error) {
+    const std::string full = fs::absolute(path, error).lexically_normal().string();
+    if (m_services.prompts.Ask(DocumentPrompt::CreateMissing(full)) != Prompts::Answer::kYes) return nullptr;
+    if (const IoResult created = CreateEmptyFile(full); !created) {
+      m_services.prompts.Ask(DocumentPrompt::OpenFailed(created));
+      return nullptr;
+    }
+  }
+  return Open(path, line);
 }
 
 CQuillDoc* FileOperations::PristineDocument() const {

@@ -28,6 +28,8 @@ class FileOperations : public QObject {
   /// Opens a file, or brings the window that has it to the front, and moves the caret to a line (from 1)
   /// when one is given. Null, and a message, when it cannot be opened.
   CQuillDoc* Open(const std::string& path, int32_t line = 0);
+  /// The same for a file that the user named himself: asks whether to create one that does not exist.
+  CQuillDoc* OpenOrCreate(const std::string& path, int32_t line = 0);
   void OpenByDialog();
   /// Every kind of save: false when the user changed his mind, or a message was shown.
   bool Save(CQuillDoc& document);

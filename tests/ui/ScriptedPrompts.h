@@ -60,7 +60,13 @@ class ScriptedPrompts : public Prompts {
   /// What the last page-setup dialog would have begun with.
   const PageMargins& LastMargins() const { return m_margins; }
 
-  Answer Ask(const DocumentPrompt& prompt) override { return Next(prompt.text).answer; }
+  /// The smaller words of the last question or message.
+  const std::string& LastDetail() const { return m_detail; }
+
+  Answer Ask(const DocumentPrompt& prompt) override {
+    m_detail = prompt.detail;
+    return Next(prompt.text).answer;
+  }
   std::optional<std::vector<size_t>> ChooseWhatToSave(const std::vector<std::string>& names) override {
     const auto title = [](const std::string& name) {
       return std::filesystem::path(name).filename().string();
@@ -143,6 +149,7 @@ class ScriptedPrompts : public Prompts {
   std::deque<Expected> m_expected;
   std::function<void()> m_whileOpen;
   std::string m_suggestion;
+  std::string m_detail;
   PageMargins m_margins;
   std::set<std::string> m_recovery;
 };

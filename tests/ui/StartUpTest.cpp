@@ -87,11 +87,36 @@ TEST_F(StartUp, AFileOnTheCommandLineOpensAtItsLineAndNoProjectIsReopened) {
   EXPECT_EQ(LogMessages().find("previous project"), std::string::npos);
 }
 
-TEST_F(StartUp, AFileThatCannotBeOpenedIsToldAboutAndTheNextOneOpens) {
-  const std::string path = m_folder.Write("a.vsl", "x");
+TEST_F(StartUp, AFileThatDoesNotExistIsCreatedOnlyWhenWanted) {
+  const std::string path = m_folder.Path("missing.vsl");
+  const std::string question = "The file \"" + path + "\" does not exist. Do you want to create it?";
+  m_prompts.Expect(question, Prompts::Answer::kNo);
+  EXPECT_EQ(Start({path}), Started::kFailed);
+  EXPECT_FALSE(Frame().isVisible());
+  EXPECT_FALSE(std::filesystem::exists(path));
+  m_prompts.Expect(question, Prompts::Answer::kYes);
+  ASSERT_EQ(Start({path + ":3"}), Started::kRunning);
+  EXPECT_EQ(Document().File().Path(), path);
+  EXPECT_TRUE(std::filesystem::exists(path));
+  Type("x");
+  Press("Ctrl+S");
+  EXPECT_EQ(m_folder.Read("missing.vsl"), "x");
+}
+
+TEST_F(StartUp, AFileThatCannotBeOpenedEndsTheStartUnlessAnotherOneOpens) {
+  const std::string file = m_folder.Write("file", "x");
+  for (const std::string& path :
+       {m_folder.Path("bin"), m_folder.Path("none/below.vsl"), file + "/below.vsl"}) {
+    if (path != m_folder.Path("bin")) {
+      m_prompts.Expect("The file \"" + path + "\" does not exist. Do you want to create it?",
+                       Prompts::Answer::kYes);
+    }
+    m_prompts.Expect("The file could not be opened.", Prompts::Answer::kOk);
+    EXPECT_EQ(Start({path}), Started::kFailed) << path;
+    EXPECT_NE(m_prompts.LastDetail().find("\"" + path + "\""), std::string::npos) << m_prompts.LastDetail();
+  }
   m_prompts.Expect("The file could not be opened.", Prompts::Answer::kOk);
-  m_prompts.Expect("The file could not be opened.", Prompts::Answer::kOk);
-  ASSERT_EQ(Start({m_folder.Path("missing.vsl"), m_folder.Path("bin"), path}), Started::kRunning);
+  ASSERT_EQ(Start({m_folder.Path("bin"), file}), Started::kRunning);
   EXPECT_EQ(ActiveText(), "x");
 }
 
