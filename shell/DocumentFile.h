@@ -101,6 +101,8 @@ class DocumentFile {
   IoResult Recover(RecoverableDocument& lost);
   /// For a timer of one second, see RecoveryJournal::Flush.
   IoResult FlushJournal() { return m_journal.Flush(); }
+  /// How often the text has changed so far.
+  uint64_t ChangeCount() const { return m_journal.ChangeCount(); }
   /// For moments when nobody types.
   IoResult SyncJournal() { return m_journal.Sync(); }
 

@@ -105,7 +105,8 @@ std::string JournalFile::BasePath() const {
 }
 
 IoResult JournalFile::Fail(StringId what, int errorNumber) {
-  return IoResult::FromErrno(what, PathOf(m_folder, m_name), errorNumber);
+  // Names are made for each attempt and tell nothing; the folder makes a failure that lasts one message.
+  return IoResult::FromErrno(what, m_folder, errorNumber);
 }
 
 IoResult JournalFile::Create(const std::string& folder, const std::string& name) {

@@ -68,6 +68,7 @@ void RecoveryJournal::OnBufferUpdate(const BufferObserver*, const TextChange* ch
   const bool isReset = change == nullptr;
   if (isReset && (hints & hint::kReset) == 0) return;
   m_changed = true;
+  ++m_changeCount;
   if (m_folder.empty()) return;
   if (isReset) NeedSnapshot();
   if (m_needsSnapshot) return;

@@ -45,6 +45,8 @@ class RecoveryJournal final : public BufferObserver {
   void LoseFile();
   /// The text is not what the file held at the last `Restart` or `Remove`, as far as is known.
   bool HasChanges() const;
+  /// How often the text has changed so far.
+  uint64_t ChangeCount() const { return m_changeCount; }
 
   void OnBufferUpdate(const BufferObserver* source, const TextChange* change, uint32_t hints,
                       int32_t line) override;
@@ -72,6 +74,7 @@ class RecoveryJournal final : public BufferObserver {
   JournalFile m_file;
   uint64_t m_editBytes = 0;              ///< written since the last whole text, or since the beginning
   uint64_t m_compactAt = kPendingBytes;  ///< so many edits may outgrow the text
+  uint64_t m_changeCount = 0;
   bool m_changed = false;
   bool m_needsSnapshot = false;  ///< records or their base are missing; only the whole text helps
 };

@@ -1,7 +1,9 @@
 #include "shell/ui/Documents.h"
 
 #include <algorithm>
+#include <utility>
 
+#include "res/Strings.h"
 #include "shell/RunLog.h"
 #include "shell/ui/QuillDoc.h"
 
@@ -43,13 +45,29 @@ CQuillDoc* Documents::Find(const std::string& path) const {
   return found == m_documents.end() ? nullptr : *found;
 }
 
-/// A journal that cannot be written is tried again at the next turn; the log tells once in a while why
-/// nothing could be recovered.
+/// A journal that cannot be written is tried again at the next turn.
 void Documents::FlushJournals() {
+  std::string failure;
+  bool written = false;
+  uint64_t changes = 0;
   for (CQuillDoc* document : m_documents) {
     const IoResult flushed = document->File().FlushJournal();
-    if (!flushed && m_services.log != nullptr) m_services.log->Line(flushed.Message());
+    if (!flushed && failure.empty()) failure = flushed.Message();
+    written = written || (flushed && document->File().MayHoldUnsavedText());
+    changes += document->File().ChangeCount();
   }
+  // Without anything to write, nothing is known.
+  if (!failure.empty() || written) LogJournals(failure);
+  const bool quiet = std::exchange(m_changesSeen, changes) == changes;
+  if (!failure.empty() && quiet) Q_EMIT JournalsFail(failure);
+}
+
+/// A line when something changes: a failure may last for hours.
+void Documents::LogJournals(const std::string& failure) {
+  if (failure == m_journalFailure) return;
+  m_journalFailure = failure;
+  if (m_services.log == nullptr) return;
+  m_services.log->Line(failure.empty() ? Text(StringId::kLogJournalsWork) : std::string_view(failure));
 }
 
 }  // namespace quill

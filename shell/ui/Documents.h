@@ -37,12 +37,18 @@ class Documents : public QObject {
  Q_SIGNALS:
   void Created(CQuillDoc* document);
   void Removed(CQuillDoc* document);
+  /// At each turn at which journals cannot be written and nobody has typed since the last: why.
+  void JournalsFail(const std::string& why);
 
  private:
+  void LogJournals(const std::string& failure);
+
   DocumentServices m_services;
   UntitledNames m_names;
   std::vector<CQuillDoc*> m_documents;
   QTimer m_journal;
+  std::string m_journalFailure;  ///< empty while journals can be written
+  uint64_t m_changesSeen = 0;
 };
 
 }  // namespace quill

@@ -52,6 +52,7 @@ FileOperations::FileOperations(AppServices& services, Documents& documents, Work
     : QObject(parent), m_services(services), m_documents(documents), m_workspace(workspace) {
   workspace.SetCloseGuard([this](CChildFrame& frame) { return MayClose(frame); });
   connect(&workspace, &Workspace::WindowClosed, this, &FileOperations::OnWindowClosed);
+  connect(&documents, &Documents::JournalsFail, this, &FileOperations::TellOfJournals);
 }
 
 // Opening
@@ -299,6 +300,12 @@ void FileOperations::BackUpActiveDocument() {
   } catch (const std::invalid_argument& error) {
     m_services.log.Line(error.what());
   }
+}
+
+void FileOperations::TellOfJournals(const std::string& why) {
+  if (m_toldOfJournals || IsDialogOrMenuOpen()) return;
+  m_toldOfJournals = true;
+  m_services.prompts.Tell(std::string(Text(StringId::kJournalsFail)), why + ".");
 }
 
 void FileOperations::OfferRecovery() {

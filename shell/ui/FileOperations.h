@@ -65,6 +65,8 @@ class FileOperations : public QObject {
   bool MayClose(CChildFrame& frame);
   void OnWindowClosed(CChildFrame* frame);
   void Recover(RecoverableDocument& lost);
+  /// Once in a run, and not over a dialog.
+  void TellOfJournals(const std::string& why);
   /// Opens a window on a document, in the place of an untouched new one.
   void ShowInPlaceOf(CQuillDoc* pristine, CQuillDoc& document);
   CQuillDoc* PristineDocument() const;
@@ -75,6 +77,7 @@ class FileOperations : public QObject {
   Documents& m_documents;
   Workspace& m_workspace;
   std::string m_lastFolder;
+  bool m_toldOfJournals = false;
   /// What was decided about documents that are about to close.
   std::map<const CQuillDoc*, DocumentFile::CloseReason> m_agreed;
 };

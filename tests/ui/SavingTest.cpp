@@ -358,5 +358,45 @@ TEST(SaveList, FitsTheScreenAndHasAChoiceForEachFile) {
   EXPECT_EQ(none, std::vector<size_t>());
 }
 
+// Recovery that does not work
+
+TEST_F(Saving, JournalsThatCannotBeWrittenAreToldAboutOnceAndLoggedOncePerChange) {
+  const auto logged = [this](const std::string& line) {
+    const std::string log = LogMessages();
+    int count = 0;
+    for (size_t at = log.find(line); at != std::string::npos; at = log.find(line, at + 1)) ++count;
+    return count;
+  };
+  const auto flush = [this](int turns) {
+    for (int i = 0; i < turns; ++i) Parts().documents.FlushJournals();
+  };
+  m_folder.Write("recovery", "in the way");
+  Open("a.vsl", "old");
+  m_prompts.Expect(
+      "What you type cannot be kept for recovery at the moment. Save often: if the program or the machine "
+      "comes to a sudden end, changes that are not saved are lost.",
+      Answer::kOk);
+  Type("x");
+  flush(20);
+  EXPECT_EQ(logged("Cannot create a recovery journal in \"" + m_folder.Path("recovery") + "\""), 1);
+  Press("Ctrl+S");
+  flush(2);
+  Type("z");
+  flush(2);
+  EXPECT_EQ(logged("recovery journal"), 1) << "nothing has changed";
+
+  fs::remove(m_folder.Path("recovery"));
+  flush(2);
+  EXPECT_EQ(logged("Recovery journals are written again"), 1);
+  Press("Ctrl+S");
+  fs::remove_all(m_folder.Path("recovery"));
+  m_folder.Write("recovery", "in the way");
+  Type("x");
+  flush(5);
+  EXPECT_EQ(logged("Cannot create a recovery journal"), 2);
+  m_prompts.Expect(kSave, Answer::kDiscard);
+  Press("Ctrl+W");
+}
+
 }  // namespace
 }  // namespace quill
