@@ -1,5 +1,7 @@
 #include <QApplication>
 #include <QStyleFactory>
+#include <QTimer>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -25,6 +27,9 @@ namespace {
 using namespace quill;
 
 constexpr int kWrongUse = 2;
+/// Short enough not to be felt while one works.
+constexpr std::chrono::milliseconds kSettingsPatience{200};
+constexpr std::chrono::seconds kStoreKeptPeriod{1};
 
 CommandLine ParseArguments(int argc, char** argv) {
   const std::vector<std::string> arguments(argv + 1, argv + argc);
@@ -50,7 +55,10 @@ bool AnswersInTheTerminal(const CommandLine& commandLine) {
 int Run(QApplication& application, CommandLine commandLine, const std::string& processCommandLine) {
   const std::string programFolder = ToBytes(QCoreApplication::applicationDirPath());
   SqliteSettingsStore settings(
-      settings_file::DefaultPath(std::getenv("XDG_CONFIG_HOME"), std::getenv("HOME")));
+      settings_file::DefaultPath(std::getenv("XDG_CONFIG_HOME"), std::getenv("HOME")), kSettingsPatience);
+  QTimer storeKept;
+  QObject::connect(&storeKept, &QTimer::timeout, [&settings] { settings.StoreKept(); });
+  storeKept.start(kStoreKeptPeriod);
   ProfileLineFlagStore marks{AppProfile(settings)};
   RunLog log(programFolder);
   DialogPrompts prompts;

@@ -7,10 +7,8 @@ using sqlite::Statement;
 
 namespace {
 
-/// How long a writer waits for another copy's transaction.
-constexpr int kBusyTimeoutMs = 5000;
-/// No setting comes near this; a damaged length field must not become an allocation.
-constexpr int kMaxValueBytes = 16 * 1024 * 1024;
+/// How long opening waits for another copy: it happens once, and without it nothing is kept in this run.
+constexpr int kOpeningPatienceMs = 5000;
 /// Files up to this size are checked as a whole when opened; damage in larger ones shows when read.
 constexpr int64_t kMaxCheckedBytes = 4 * 1024 * 1024;
 constexpr int64_t kSchemaVersion = 1;
@@ -54,6 +52,9 @@ SettingsDatabase::Result SettingsDatabase::ToResult(int code) {
     case SQLITE_ROW:
     case SQLITE_DONE:
       return Result::kDone;
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+      return Result::kLocked;
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
       return Result::kDamaged;
@@ -70,13 +71,17 @@ SettingsDatabase::Result SettingsDatabase::Run(const Statement& statement) {
   return ToResult(Execution(statement).Step());
 }
 
+void SettingsDatabase::SetPatience(std::chrono::milliseconds patience) {
+  if (m_db) sqlite3_busy_timeout(m_db.get(), static_cast<int>(patience.count()));
+}
+
 int SettingsDatabase::Connect(const std::string& path, int flags) {
   sqlite3* raw = nullptr;
   const int code = sqlite3_open_v2(path.c_str(), &raw, flags | SQLITE_OPEN_NOMUTEX, nullptr);
   m_db.reset(raw);
   if (code != SQLITE_OK) return code;
-  sqlite3_busy_timeout(raw, kBusyTimeoutMs);
-  sqlite3_limit(raw, SQLITE_LIMIT_LENGTH, kMaxValueBytes);
+  sqlite3_busy_timeout(raw, kOpeningPatienceMs);
+  sqlite3_limit(raw, SQLITE_LIMIT_LENGTH, static_cast<int>(kMaxValueBytes));
   sqlite3_db_config(raw, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
   return Execute("PRAGMA trusted_schema = OFF; PRAGMA cell_size_check = ON");
 }
@@ -224,7 +229,7 @@ SettingsDatabase::Result SettingsDatabase::ReadValue(int64_t key, std::string_vi
 
 SettingsDatabase::Result SettingsDatabase::WriteValue(int64_t key, std::string_view name, RegistryType type,
                                                       std::string_view bytes) {
-  if (bytes.size() > static_cast<size_t>(kMaxValueBytes)) return Result::kFailed;
+  if (bytes.size() > kMaxValueBytes) return Result::kFailed;
   Execution row(m_writeValue);
   row.Bind(1, key).BindText(2, name).Bind(3, static_cast<int64_t>(type)).BindBlob(4, bytes);
   return ToResult(row.Step());

@@ -1,4 +1,5 @@
 #pragma once
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -15,9 +16,13 @@ class SettingsDatabase {
   enum class Result {
     kDone,
     kMissing,  ///< no such row
-    kFailed,   ///< locked, full, not writable
+    kLocked,   ///< another copy writes, and went on for as long as was waited
+    kFailed,   ///< full, not writable
     kDamaged,  ///< the file is not, or no longer, a settings database
   };
+
+  /// No setting comes near this; a damaged length field must not become an allocation.
+  static constexpr size_t kMaxValueBytes = size_t{16} * 1024 * 1024;
 
   SettingsDatabase() = default;
   ~SettingsDatabase() { Close(true); }
@@ -31,6 +36,8 @@ class SettingsDatabase {
   /// another one and are left alone.
   void Close(bool ownsPath);
   bool IsOpen() const { return m_db != nullptr; }
+  /// How long statements from now on wait for another copy's transaction; opening has a patience of its own.
+  void SetPatience(std::chrono::milliseconds patience);
 
   /// A number that changes when another connection has committed something.
   Result DataVersion(int64_t& version);

@@ -9,10 +9,12 @@ namespace quill {
 namespace {
 /// Far above the number of settings; keeps a walk over many keys from filling the memory.
 constexpr size_t kMaxCachedItems = 4096;
+/// For values that would be lost otherwise; nobody works with the program any more.
+constexpr std::chrono::seconds kLastPatience{5};
 }  // namespace
 
-SqliteSettingsStore::SqliteSettingsStore(const std::string& path)
-    : m_path(settings_file::ResolveLinks(path)) {
+SqliteSettingsStore::SqliteSettingsStore(const std::string& path, std::chrono::milliseconds patience)
+    : m_path(settings_file::ResolveLinks(path)), m_patience(patience) {
   OpenIfThere();
 }
 
@@ -32,6 +34,11 @@ void SqliteSettingsStore::OpenOrCreate() {
 }
 
 SqliteSettingsStore::~SqliteSettingsStore() {
+  if (!m_kept.Empty()) {
+    m_locked = false;
+    m_patience = kLastPatience;
+    StoreKept();
+  }
   Close();
 }
 
@@ -45,6 +52,7 @@ void SqliteSettingsStore::Open() {
   const Result result = m_db.Open(m_path);
   m_identity = settings_file::IdentityOf(m_path);
   Note(result);
+  m_db.SetPatience(m_patience);
 }
 
 void SqliteSettingsStore::Close() {
@@ -94,9 +102,9 @@ void SqliteSettingsStore::ForgetAll() {
 void SqliteSettingsStore::Validate() {
   if (m_depth > 0) return;  // nobody else can write
   int64_t version = -1;
-  if (!Note(m_db.DataVersion(version)) || version != m_dataVersion || m_cachedItems > kMaxCachedItems) {
-    ForgetAll();
-  }
+  const Result result = m_db.DataVersion(version);
+  if (result == Result::kLocked) return;  // what was read before is better than nothing
+  if (!Note(result) || version != m_dataVersion || m_cachedItems > kMaxCachedItems) ForgetAll();
   m_dataVersion = version;
 }
 
@@ -118,6 +126,7 @@ SqliteSettingsStore::CachedKey* SqliteSettingsStore::FindKey(std::string_view ke
 
 bool SqliteSettingsStore::KeyExists(std::string_view key) {
   m_thread.AssertHere();
+  if (m_kept.HasKey(key)) return true;
   // No copy ever deletes a key: one that was there needs no second look at the file.
   const auto known = m_cache.find(key);
   if (known != m_cache.end() && known->second.id != kNoKey) return true;
@@ -139,8 +148,13 @@ bool SqliteSettingsStore::CreateKey(std::string_view key) {
   m_thread.AssertHere();
   if (KeyExists(key)) return true;
   if (key.empty() || key.find('\0') != std::string_view::npos) return false;
-  const bool begun = BeginTransaction();
-  return EndTransaction(begun && AddKeys(key));
+  bool ok = BeginTransaction();
+  if (m_deferred) {
+    m_kept.AddKey(key);
+  } else {
+    ok = ok && AddKeys(key);
+  }
+  return EndTransaction(ok);
 }
 
 std::vector<std::string> SqliteSettingsStore::SubKeys(std::string_view key) {
@@ -148,17 +162,20 @@ std::vector<std::string> SqliteSettingsStore::SubKeys(std::string_view key) {
   std::vector<std::string> names;
   CloseIfReplaced();
   OpenIfThere();
-  if (!m_db.IsOpen()) return names;
-  Note(m_db.ForEachKeyBelow(key, [&](std::string_view path) {
-    const std::string_view name = path.substr(key.size() + 1);
-    if (name.find('\\') == std::string_view::npos) names.emplace_back(name);
-  }));
+  if (m_db.IsOpen()) {
+    Note(m_db.ForEachKeyBelow(key, [&](std::string_view path) {
+      const std::string_view name = path.substr(key.size() + 1);
+      if (name.find('\\') == std::string_view::npos) names.emplace_back(name);
+    }));
+  }
   RepairIfDamaged();
+  if (!m_kept.Empty()) m_kept.AddSubKeys(key, names);
   return names;
 }
 
 std::optional<SettingsValue> SqliteSettingsStore::Read(std::string_view key, std::string_view name) {
   m_thread.AssertHere();
+  if (const KeptWrites::Value* kept = m_kept.Find(key, name)) return *kept;
   std::optional<SettingsValue> found;
   if (CachedKey* const cached = FindKey(key)) {
     const auto it = cached->values.find(name);
@@ -181,35 +198,63 @@ bool SqliteSettingsStore::Write(std::string_view key, std::string_view name, Reg
   if (key.empty() || key.find('\0') != std::string_view::npos || name.find('\0') != std::string_view::npos) {
     return false;
   }
+  const SettingsValue value{type, std::string(bytes)};
   bool ok = BeginTransaction();
-  if (ok) {
-    CachedKey* cached = FindKey(key);
-    if (cached == nullptr && AddKeys(key)) cached = FindKey(key);
-    ok = cached != nullptr && Note(m_db.WriteValue(cached->id, name, type, bytes));
-    if (ok) cached->values.erase(std::string(name));
+  if (m_deferred) {
+    ok = bytes.size() <= SettingsDatabase::kMaxValueBytes;  // what could never be stored must not be kept
+    if (ok) m_kept.Put(key, name, value);
+  } else {
+    ok = ok && WriteNow(key, name, value);
   }
   return EndTransaction(ok) && ok;
+}
+
+bool SqliteSettingsStore::WriteNow(std::string_view key, std::string_view name, const SettingsValue& value) {
+  CachedKey* cached = FindKey(key);
+  if (cached == nullptr && AddKeys(key)) cached = FindKey(key);
+  if (cached == nullptr || !Note(m_db.WriteValue(cached->id, name, value.type, value.bytes))) return false;
+  cached->values.erase(std::string(name));
+  return true;
 }
 
 bool SqliteSettingsStore::Delete(std::string_view key, std::string_view name) {
   m_thread.AssertHere();
   bool ok = BeginTransaction();
   bool deleted = false;
-  if (ok) {
-    CachedKey* const cached = FindKey(key);
-    if (cached != nullptr) {
-      const Result result = m_db.DeleteValue(cached->id, name);
-      deleted = Note(result);
-      ok = deleted || result == Result::kMissing;
-      cached->values.erase(std::string(name));
-    }
+  if (m_deferred) {
+    deleted = Read(key, name).has_value();
+    m_kept.Put(key, name, std::nullopt);
+  } else if (ok) {
+    const Result result = DeleteNow(key, name);
+    deleted = result == Result::kDone;
+    ok = deleted || result == Result::kMissing;
   }
   return EndTransaction(ok) && deleted;
 }
 
+SqliteSettingsStore::Result SqliteSettingsStore::DeleteNow(std::string_view key, std::string_view name) {
+  CachedKey* const cached = FindKey(key);
+  if (cached == nullptr) return Result::kMissing;
+  const Result result = m_db.DeleteValue(cached->id, name);
+  Note(result);
+  cached->values.erase(std::string(name));
+  return result;
+}
+
 void SqliteSettingsStore::ForEachValue(std::string_view key, const ValueVisitor& visit) {
   m_thread.AssertHere();
-  if (CachedKey* const cached = FindKey(key)) Note(m_db.ForEachValue(cached->id, visit));
+  CachedKey* const cached = FindKey(key);
+  if (m_kept.Empty()) {
+    if (cached != nullptr) Note(m_db.ForEachValue(cached->id, visit));
+  } else {
+    std::map<std::string, SettingsValue> values;
+    const auto add = [&](std::string_view name, RegistryType type, std::string_view bytes) {
+      values[std::string(name)] = {type, std::string(bytes)};
+    };
+    if (cached != nullptr) Note(m_db.ForEachValue(cached->id, add));
+    m_kept.PutOver(key, values);
+    for (const auto& [name, value] : values) visit(name, value.type, value.bytes);
+  }
   RepairIfDamaged();
 }
 
@@ -222,27 +267,61 @@ bool SqliteSettingsStore::Flush() {
 
 bool SqliteSettingsStore::BeginTransaction() {
   m_thread.AssertHere();
-  if (m_depth == 0) {
-    CloseIfReplaced();
-    OpenOrCreate();
-    m_failed = !m_db.IsOpen() || !Note(m_db.Begin());
-    if (!m_failed) Validate();
-  }
+  if (m_depth == 0) TakeLock();
   ++m_depth;
+  if (m_depth == 1 && !m_failed && !m_deferred) m_failed = !StoreKeptNow();
   return !m_failed;
+}
+
+void SqliteSettingsStore::TakeLock() {
+  CloseIfReplaced();
+  OpenOrCreate();
+  m_keptBefore = m_kept;
+  m_failed = !m_db.IsOpen();
+  if (m_failed) return;
+  // Waiting for one that is known to hold on would hold up the window with each write.
+  m_db.SetPatience(m_locked ? std::chrono::milliseconds(0) : m_patience);
+  const Result begun = m_db.Begin();
+  m_locked = m_deferred = begun == Result::kLocked;
+  m_failed = !m_deferred && !Note(begun);
+  if (!m_deferred && !m_failed) Validate();
+}
+
+/// In an open transaction. What is kept is forgotten when it ends well.
+bool SqliteSettingsStore::StoreKeptNow() {
+  const bool stored =
+      m_kept.ForEach([this](const std::string& key) { return FindKey(key) != nullptr || AddKeys(key); },
+                     [this](const std::string& key, const std::string& name, const KeptWrites::Value& value) {
+                       if (value) return WriteNow(key, name, *value);
+                       const Result result = DeleteNow(key, name);
+                       return result == Result::kDone || result == Result::kMissing;
+                     });
+  m_kept.Clear();
+  return stored;
+}
+
+bool SqliteSettingsStore::StoreKept() {
+  m_thread.AssertHere();
+  if (m_kept.Empty()) return true;
+  const bool begun = BeginTransaction();
+  EndTransaction(begun);
+  return m_kept.Empty();
 }
 
 bool SqliteSettingsStore::EndTransaction(bool commit) {
   m_thread.AssertHere();
   m_failed = m_failed || !commit;
   if (--m_depth > 0) return !m_failed;
-  if (m_db.IsOpen()) {
+  if (!m_deferred && m_db.IsOpen()) {
     if (m_failed || !Note(m_db.Commit())) {
       m_failed = true;
       m_db.Rollback();
       ForgetAll();
     }
   }
+  m_deferred = false;
+  if (m_failed) m_kept = m_keptBefore;
+  m_keptBefore.Clear();
   RepairIfDamaged();
   return !m_failed;
 }

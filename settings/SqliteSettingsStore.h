@@ -1,10 +1,12 @@
 #pragma once
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <string>
 #include <unordered_map>
 
 #include "base/UiThread.h"
+#include "settings/KeptWrites.h"
 #include "settings/SettingsDatabase.h"
 #include "settings/SettingsFile.h"
 #include "settings/SettingsStore.h"
@@ -20,14 +22,22 @@ namespace quill {
 /// than the rest of a start. Where that is not possible the store is silently empty and takes nothing. A file
 /// that is damaged, at the start or found so later, is set aside under another name and a new one begun;
 /// `TakeMessage` tells once.
+///
+/// While another copy holds the lock for longer than the patience, written values are kept here, and reads
+/// find them; the first transaction that gets through stores them, too.
 class SqliteSettingsStore final : public SettingsStore {
  public:
   /// `path` of the database file, see settings_file::DefaultPath; an empty one gives an empty store.
-  explicit SqliteSettingsStore(const std::string& path);
+  /// `patience`: how long a write waits for another copy, once; it waits no more until one got through.
+  explicit SqliteSettingsStore(const std::string& path,
+                               std::chrono::milliseconds patience = std::chrono::seconds(5));
   ~SqliteSettingsStore() override;
 
   /// A sentence for the user about what happened to the file since the last call; empty normally.
   std::string TakeMessage();
+
+  /// Stores what is kept, without waiting. False when something still is.
+  bool StoreKept();
 
   bool KeyExists(std::string_view key) override;
   bool CreateKey(std::string_view key) override;
@@ -71,6 +81,10 @@ class SqliteSettingsStore final : public SettingsStore {
   void ForgetAll();
   CachedKey* FindKey(std::string_view key);
   bool AddKeys(std::string_view key);
+  bool WriteNow(std::string_view key, std::string_view name, const SettingsValue& value);
+  Result DeleteNow(std::string_view key, std::string_view name);
+  void TakeLock();
+  bool StoreKeptNow();
 
   MakersThread m_thread;
   std::string m_path;
@@ -86,6 +100,12 @@ class SqliteSettingsStore final : public SettingsStore {
 
   int m_depth = 0;
   bool m_failed = false;  ///< the open transaction cannot be stored any more
+
+  std::chrono::milliseconds m_patience;
+  bool m_locked = false;    ///< at the last attempt
+  bool m_deferred = false;  ///< the open transaction goes to `m_kept`
+  KeptWrites m_kept;
+  KeptWrites m_keptBefore;  ///< what is kept if the open transaction is given up
 };
 
 }  // namespace quill

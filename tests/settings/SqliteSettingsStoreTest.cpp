@@ -289,6 +289,94 @@ TEST_F(SqliteSettingsStoreTest, AFolderThatCannotBeMadeGivesDefaultsInSilence) {
   }
 }
 
+/// Holds the write lock of a settings file as a copy does that hangs in a transaction.
+class HeldLock {
+ public:
+  explicit HeldLock(const std::string& path) {
+    sqlite3_open(path.c_str(), &m_db);
+    EXPECT_EQ(sqlite3_exec(m_db, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+  }
+  HeldLock(const HeldLock&) = delete;
+  HeldLock& operator=(const HeldLock&) = delete;
+  ~HeldLock() { sqlite3_close(m_db); }
+
+ private:
+  sqlite3* m_db = nullptr;
+};
+
+constexpr char kDump[] = "SELECT path||'|'||name||'|'||hex(bytes) FROM registry ORDER BY path, name";
+
+TEST_F(SqliteSettingsStoreTest, WhatIsWrittenWhileAnotherCopyHoldsTheLockIsReadAtOnceAndStoredLater) {
+  SqliteSettingsStore store(m_path, std::chrono::seconds(2));
+  store.Write("R\\a", "old", RegistryType::kBinary, "1");
+  store.Write("R\\a", "gone", RegistryType::kBinary, "1");
+  const auto before = Query(m_path, kDump);
+  const auto contents = [&store] {
+    std::string seen;
+    for (const std::string& key : store.SubKeys("R")) {
+      seen += key + ":";
+      store.ForEachValue("R\\" + key, [&seen](std::string_view name, RegistryType, std::string_view bytes) {
+        seen += " " + std::string(name) + "=" + std::string(bytes);
+      });
+      seen += "; ";
+    }
+    return seen;
+  };
+  {
+    const HeldLock lock(m_path);
+    for (int i = 0; i < 300; ++i) {  // only the first one waits, or the test would take ten minutes
+      EXPECT_TRUE(store.Write("R\\a", "new", RegistryType::kBinary, std::to_string(i)));
+    }
+    EXPECT_TRUE(store.Write("R\\b\\c", "deep", RegistryType::kBinary, "1"));
+    EXPECT_TRUE(store.CreateKey("R\\d"));
+    EXPECT_TRUE(store.Delete("R\\a", "gone"));
+    EXPECT_FALSE(store.Delete("R\\a", "gone"));
+    EXPECT_FALSE(store.Write("R\\a", "huge", RegistryType::kBinary, std::string(17 << 20, 'x')));
+    {
+      SettingsTransaction given(store);
+      store.Write("R\\a", "new", RegistryType::kBinary, "given up");
+      store.Write("R\\a", "old", RegistryType::kBinary, "given up");
+    }
+    SettingsTransaction kept(store);
+    store.Write("R\\a", "old", RegistryType::kBinary, "2");
+    EXPECT_EQ(store.Read("R\\a", "old")->bytes, "2");
+    EXPECT_TRUE(kept.Commit());
+    EXPECT_EQ(contents(), "a: new=299 old=2; b:; d:; ");
+    EXPECT_EQ(store.Read("R\\a", "gone"), std::nullopt);
+    EXPECT_TRUE(store.KeyExists("R\\b") && store.KeyExists("R\\d"));
+    EXPECT_FALSE(store.StoreKept());
+    EXPECT_EQ(Query(m_path, kDump), before);
+  }
+  EXPECT_TRUE(store.StoreKept());
+  const std::vector<std::string> after = {"R\\a|new|323939", "R\\a|old|32", "R\\b\\c|deep|31"};
+  EXPECT_EQ(Query(m_path, kDump), after);
+  EXPECT_EQ(contents(), "a: new=299 old=2; b:; d:; ");
+}
+
+TEST_F(SqliteSettingsStoreTest, WhatIsKeptGoesWithTheNextTransactionOrWithTheEndOfTheProgram) {
+  auto store = std::make_unique<SqliteSettingsStore>(m_path, std::chrono::milliseconds(0));
+  store->Write("R", "a", RegistryType::kBinary, "1");
+  {
+    const HeldLock lock(m_path);
+    store->Write("R", "a", RegistryType::kBinary, "2");
+    store->Write("R", "b", RegistryType::kBinary, "2");
+  }
+  {
+    SettingsTransaction given(*store);
+    store->Write("R", "c", RegistryType::kBinary, "3");
+  }
+  EXPECT_EQ(Query(m_path, kDump), (std::vector<std::string>{"R|a|31"}));
+  EXPECT_EQ(store->Read("R", "b")->bytes, "2") << "that one was given up, not what was kept before";
+  store->Write("R", "a", RegistryType::kBinary, "3");
+  EXPECT_EQ(Query(m_path, kDump), (std::vector<std::string>{"R|a|33", "R|b|32"}));
+  {
+    const HeldLock lock(m_path);
+    store->Write("R", "a", RegistryType::kBinary, "4");
+  }
+  store.reset();
+  EXPECT_EQ(Query(m_path, kDump), (std::vector<std::string>{"R|a|34", "R|b|32"}));
+}
+
 TEST(SettingsFile, LiesInTheUsersConfigurationFolder) {
   using settings_file::DefaultPath;
   EXPECT_EQ(DefaultPath("/cfg", "/home/u"), "/cfg/quill/settings.db");
