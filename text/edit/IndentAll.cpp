@@ -3,70 +3,13 @@
 #include <algorithm>
 #include <string>
 
-#include "base/CodePage1252.h"
+#include "text/edit/CodeShape.h"
 #include "text/edit/Indentation.h"
 #include "text/edit/UndoStep.h"
 #include "text/view/VisualColumns.h"
 
 namespace quill::edit {
 namespace {
-
-/// Walks over lines as the colouring does and counts the braces that are code.
-class BraceCounter {
- public:
-  enum class State : uint8_t { kCode, kString, kBlockComment, kCharLiteral, kPreprocessor };
-
-  State AtLineStart() const { return m_state; }
-  int32_t Depth() const { return m_depth; }
-
-  void Walk(std::string_view line) {
-    m_onlyBlanks = m_state != State::kString;
-    char before = 0;
-    for (const char c : line) {
-      if (m_state == State::kCode && before == '/' && c == '/') break;
-      Step(before, c);
-      before = c;
-    }
-    // Literals of one character and preprocessor lines end with their line.
-    if (m_state == State::kCharLiteral || m_state == State::kPreprocessor) m_state = State::kCode;
-  }
-
- private:
-  void Step(char before, char c) {
-    switch (m_state) {
-      case State::kString:
-        if (c == '"') m_state = State::kCode;
-        break;
-      case State::kCharLiteral:
-        if (c == '\'' && before != '\\') m_state = State::kCode;
-        break;
-      case State::kBlockComment:
-        if (before == '*' && c == '/') m_state = State::kCode;
-        break;
-      case State::kPreprocessor:
-        if (before == '/' && c == '*') m_state = State::kBlockComment;
-        break;
-      case State::kCode:
-        StepInCode(before, c);
-    }
-  }
-
-  void StepInCode(char before, char c) {
-    if (c == '{') ++m_depth;
-    if (c == '}') m_depth = std::max(0, m_depth - 1);
-    if (c == '"') m_state = State::kString;
-    if (c == '\'') m_state = State::kCharLiteral;
-    if (before == '/' && c == '*') m_state = State::kBlockComment;
-    if (c == '#' && m_onlyBlanks) m_state = State::kPreprocessor;
-    m_onlyBlanks = m_onlyBlanks && cp1252::IsSpace(c);
-  }
-
-  State m_state = State::kCode;
-  int32_t m_depth = 0;
-  bool m_onlyBlanks = true;
-};
-
-using State = BraceCounter::State;
 
 /// Lines whose meaning depends on column 0, or that are set there by custom.
 bool BelongsToColumnZero(std::string_view line, int32_t blanks) {
@@ -75,13 +18,36 @@ bool BelongsToColumnZero(std::string_view line, int32_t blanks) {
          line.starts_with("endif");
 }
 
-/// The column at which a line that begins in code should start.
-int32_t WantedColumn(std::string_view line, int32_t blanks, int32_t depth, int32_t tabSize) {
-  if (BelongsToColumnZero(line, blanks)) return 0;
-  const std::string_view rest = line.substr(static_cast<size_t>(blanks));
-  const auto closing = static_cast<int32_t>(std::min(rest.find_first_not_of('}'), rest.size()));
-  return std::max(0, depth - closing) * tabSize;
-}
+/// The lines of code below comments, each looked for once.
+class CodeBelow {
+ public:
+  explicit CodeBelow(const CCrystalTextBuffer& buffer) : m_buffer(buffer) {}
+
+  /// The first line below one of comments and blanks that is neither, without its indentation; empty for
+  /// none.
+  std::string_view After(int32_t line) {
+    if (line >= m_found) Find(line);
+    return m_found < m_buffer.LineCount() ? TextOf(m_found) : std::string_view();
+  }
+
+ private:
+  std::string_view TextOf(int32_t line) const {
+    const std::string_view text = m_buffer.Line(line);
+    return text.substr(static_cast<size_t>(LeadingWhiteSpace(text)));
+  }
+  void Find(int32_t line) {
+    bool inComment = false;
+    for (m_found = line; m_found < m_buffer.LineCount(); ++m_found) {
+      const std::string_view text = TextOf(m_found);
+      inComment = inComment || text.starts_with("/*");
+      if (!inComment && !text.empty() && !text.starts_with("//")) return;
+      inComment = inComment && text.find("*/") == std::string_view::npos;
+    }
+  }
+
+  const CCrystalTextBuffer& m_buffer;
+  int32_t m_found = 0;
+};
 
 /// Gives lines their indentation and keeps caret and anchor on their characters.
 class Indenter {
@@ -117,22 +83,27 @@ bool IndentAll(EditTarget& target) {
   const EditSettings settings = target.Settings();
   UndoStep step(target, action::kIndent);
   Indenter indenter(target, step);
-  BraceCounter counter;
+  CodeShape shape(settings.tabSize);
+  CodeBelow below(buffer);
+  std::string before;
   int32_t shift = 0;  // by how many columns the last line that began in code moved
   for (int32_t line = 0; line < buffer.LineCount(); ++line) {
-    const State state = counter.AtLineStart();
-    const std::string_view text = buffer.Line(line);
+    const CodeShape::State state = shape.AtLineStart();
+    before = buffer.Line(line);
+    const std::string_view text = before;
     const int32_t blanks = LeadingWhiteSpace(text);
     const bool isBlank = blanks == static_cast<int32_t>(text.size());
     const int32_t column = ColumnOf(text, blanks, settings.tabSize);
-    if (state == State::kCode && !isBlank) {
-      const int32_t wanted = WantedColumn(text, blanks, counter.Depth(), settings.tabSize);
+    if (state == CodeShape::State::kCode && !isBlank) {
+      const std::string_view rest = text.substr(static_cast<size_t>(blanks));
+      const std::string_view next = rest.starts_with('/') ? below.After(line) : std::string_view();
+      const int32_t wanted = BelongsToColumnZero(text, blanks) ? 0 : shape.WantedColumn(rest, column, next);
       shift = wanted - column;
       indenter.SetIndent(line, IndentOfWidth(wanted, settings));
-    } else if (state != State::kString) {
+    } else if (state != CodeShape::State::kString) {
       indenter.SetIndent(line, isBlank ? "" : IndentOfWidth(std::max(0, column + shift), settings));
     }
-    counter.Walk(buffer.Line(line));
+    shape.Walk(before, buffer.Line(line));
   }
   indenter.PlaceSelection();
   return true;
