@@ -133,8 +133,15 @@ void FindFeature::Repeat(CQuillView& view, bool upwards) {
   if (search.what.empty()) return OpenFind();
   const SearchRequest remembered = search;  // with the direction that was chosen in the dialog
   search.flags &= ~search_flag::kUpwards;
-  if (upwards) search.flags |= search_flag::kUpwards;
-  if (FindFrom(view, view.Selection().end, search)) marks.SetLastSearch(remembered);
+  const TextRange selection = view.Selection();
+  TextPosition found;
+  const bool isThere =
+      upwards
+          ? TextSearch(search.what, search.flags).FindPrevious(*view.Buffer(), selection.start, true, found)
+          : FindInText(*view.Buffer(), search.what, selection.end, search.flags, true, found);
+  if (ShowFound(view, search, isThere ? std::optional(found) : std::nullopt)) {
+    marks.SetLastSearch(remembered);
+  }
 }
 
 void FindFeature::FindSelectedWord(CQuillView& view) {
@@ -142,18 +149,22 @@ void FindFeature::FindSelectedWord(CQuillView& view) {
   if (range.IsEmpty()) range = WordAround(*view.Buffer(), view.CaretPos());
   const auto what = SelectedWithinLine(*view.Buffer(), range);
   if (!what) return QApplication::beep();
-  if (FindFrom(view, range.end, {*what, 0})) m_marksOfViews.Of(view).SetLastSearch({*what, 0});
+  TextPosition found;
+  const bool isThere = FindInText(*view.Buffer(), *what, range.end, 0, true, found);
+  if (ShowFound(view, {*what, 0}, isThere ? std::optional(found) : std::nullopt)) {
+    m_marksOfViews.Of(view).SetLastSearch({*what, 0});
+  }
 }
 
-bool FindFeature::FindFrom(CQuillView& view, TextPosition start, const SearchRequest& search) {
-  TextPosition found;
-  if (!FindInText(*view.Buffer(), search.what, start, search.flags, true, found)) {
+bool FindFeature::ShowFound(CQuillView& view, const SearchRequest& search,
+                            std::optional<TextPosition> found) {
+  if (!found) {
     m_marksOfViews.Of(view).Hide();
     QApplication::beep();
     m.statusBar.Tell(UiText(StringId::kCannotFind, {FromCodePage(search.what)}));
     return false;
   }
-  view.SelectFound(found, static_cast<int32_t>(search.what.size()));
+  view.SelectFound(*found, static_cast<int32_t>(search.what.size()));
   m_marksOfViews.Of(view).Show(search);
   for (QWidget* dialog : {static_cast<QWidget*>(m_find), static_cast<QWidget*>(m_replace)}) {
     if (dialog != nullptr) KeepSelectionClear(*dialog, view);

@@ -1,6 +1,7 @@
 #pragma once
 #include <QObject>
 #include <QPointer>
+#include <optional>
 
 #include "find/ui/FindHost.h"
 #include "find/ui/SearchMarks.h"
@@ -51,7 +52,8 @@ class FindFeature : public QObject, public Feature {
   FindHost HostOf();
   void ShowMatchCount();
   void HideMarks();
-  bool FindFrom(CQuillView& view, TextPosition start, const SearchRequest& search);
+  /// Shows what a search has found, or tells that it is nowhere; returns whether it was found.
+  bool ShowFound(CQuillView& view, const SearchRequest& search, std::optional<TextPosition> found);
   void OpenResult(const std::string& path, int64_t line);
   SearchRequest StoredSearch() const;
 

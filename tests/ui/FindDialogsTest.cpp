@@ -86,6 +86,34 @@ TEST_F(FindDialogs, EnterFindsOneMatchAfterTheOtherAndGoesOnAtTheTop) {
   EXPECT_EQ(Matches(), "");
 }
 
+TEST_F(FindDialogs, ShiftF3GoesFromMatchToMatchTowardsTheTop) {
+  Begin("cat x cat cat\r\nconcat Cat catcat\r\n");
+  OpenAndType("Ctrl+F", "cat");
+  PressAll({"Return", "Escape", "Ctrl+End"});
+  std::string seen;
+  for (int i = 0; i < 9; ++i) {
+    Press("Shift+F3");
+    seen += Selected() + " ";
+  }
+  EXPECT_EQ(seen, "2:15-2:18 2:12-2:15 2:8-2:11 2:4-2:7 1:11-1:14 1:7-1:10 1:1-1:4 2:15-2:18 2:12-2:15 ");
+  EXPECT_EQ(Matches(), "6 of 7");
+  Press("F3");
+  EXPECT_EQ(Selected(), "2:15-2:18") << "and back";
+  View().SetCaretPos({0, 8});
+  Press("Shift+F3");
+  EXPECT_EQ(Selected(), "1:1-1:4") << "from within a match to the one before it";
+
+  View().SetCaretPos({1, 5});
+  PressAll({"Ctrl+F", "Alt+W", "Return", "Escape"});
+  EXPECT_EQ(Selected(), "2:8-2:11");
+  Press("Shift+F3");
+  EXPECT_EQ(Selected(), "1:11-1:14") << "whole words";
+  PressAll({"Ctrl+F", "Alt+U", "Return", "Escape"});
+  View().SetCaretPos({0, 8});
+  Press("Shift+F3");
+  EXPECT_EQ(Selected(), "1:1-1:4") << "whatever direction the dialog has";
+}
+
 TEST_F(FindDialogs, TheFindDialogBeginsWithWhatWasLookedForLast) {
   Begin("one two\r\nOne\r\none");
   OpenAndType("Ctrl+F", "one");

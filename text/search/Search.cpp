@@ -108,6 +108,30 @@ bool TextSearch::FindInText(const CCrystalTextBuffer& buffer, TextPosition start
   return FindInRange(buffer, start, {{}, buffer.EndOfText()}, wrap, found);
 }
 
+int32_t TextSearch::LastOccurrence(std::string_view text, int32_t before) const {
+  int32_t last = -1;
+  for (int32_t at = NextOccurrence(text, 0); at >= 0 && at + Length() <= before;) {
+    last = at;
+    at = NextOccurrence(text, at + Length());
+  }
+  return last;
+}
+
+bool TextSearch::FindPrevious(const CCrystalTextBuffer& buffer, TextPosition before, bool wrap,
+                              TextPosition& found) const {
+  if (IsEmpty()) return false;
+  before = std::min(before, buffer.EndOfText());
+  for (int32_t line = before.line; line >= 0; --line) {
+    const std::string_view text = buffer.Line(line);
+    const int32_t end = line == before.line ? before.character : static_cast<int32_t>(text.size());
+    const int32_t column = LastOccurrence(text, end);
+    if (column < 0) continue;
+    found = {line, column};
+    return true;
+  }
+  return wrap && FindPrevious(buffer, buffer.EndOfText(), false, found);
+}
+
 int32_t FindInLine(std::string_view text, std::string_view what, bool wholeWord) {
   return TextSearch(what, search_flag::kMatchCase | (wholeWord ? search_flag::kWholeWord : 0))
       .FindInLine(text);

@@ -53,12 +53,19 @@ class TextSearch {
                    TextPosition& found) const;
   bool FindInText(const CCrystalTextBuffer& buffer, TextPosition start, bool wrap, TextPosition& found) const;
 
+  /// The last occurrence that ends at or before a place; with `wrap` else the last one of the text. Of those
+  /// that `NextOccurrence` gives when each line is searched from its start, one behind the other. The
+  /// direction among the flags plays no part.
+  bool FindPrevious(const CCrystalTextBuffer& buffer, TextPosition before, bool wrap,
+                    TextPosition& found) const;
+
   /// The true column of the first occurrence at or after `from`, or -1. With whole word no word
   /// character of `text` touches it on either side.
   int32_t NextOccurrence(std::string_view text, int32_t from) const;
 
  private:
   int32_t FindWordInLine(std::string_view text) const;
+  int32_t LastOccurrence(std::string_view text, int32_t before) const;
   bool FindDownwards(const CCrystalTextBuffer& buffer, TextPosition start, TextPosition end,
                      TextPosition& found) const;
   bool FindUpwards(const CCrystalTextBuffer& buffer, TextPosition start, TextPosition& found) const;
