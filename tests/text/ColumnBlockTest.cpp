@@ -82,6 +82,53 @@ TEST(ColumnBlock, IsCopiedLineByLine) {
   EXPECT_EQ(editor.UndoAll(), 2);
 }
 
+TEST(ColumnBlock, StandsBehindTheEndsOfShortLines) {
+  using Keys = std::function<void(FakeEditor&)>;
+  const auto type = [](const char* text) -> Keys { return [=](FakeEditor& e) { e.Type(text); }; };
+  const Keys backspace = edit::DeleteLeft;
+  const Keys erase = edit::DeleteRight;
+  const auto paste = [](const char* text) -> Keys {
+    return [=](FakeEditor& e) { edit::Paste(e, text, true); };
+  };
+  const struct {
+    const char* name;
+    BlockCorner anchor, caret;
+    std::vector<Keys> keys;
+    const char* after;
+    BlockCorner corner;
+  } cases[] = {
+      {"typing", {0, 4}, {2, 4}, {type("x"), type("y")}, "ab  xy\n    xy\nabcdxyef", {2, 6}},
+      {"upwards", {2, 4}, {0, 4}, {type("x"), type("y")}, "ab  xy\n    xy\nabcdxyef", {0, 6}},
+      {"and back", {0, 4}, {2, 4}, {type("xy"), backspace, backspace, backspace}, "ab \n   \nabcef", {2, 3}},
+      {"backspace over nothing", {0, 4}, {1, 4}, {backspace, type("x")}, "ab x\n   x\nabcdef", {1, 4}},
+      {"backspace to the text", {2, 3}, {0, 3}, {backspace, backspace}, "a\n\nadef", {0, 1}},
+      {"delete", {0, 4}, {2, 4}, {erase, type("x")}, "ab  x\n    x\nabcdxf", {2, 5}},
+      {"a block that only one line reaches", {0, 3}, {2, 5}, {type("x")}, "ab x\n   x\nabcxf", {2, 4}},
+      {"deleting it", {0, 3}, {2, 5}, {erase, type("x")}, "ab x\n   x\nabcxf", {2, 4}},
+      {"a tab", {0, 3}, {1, 3}, {edit::TypeTab, type("x")}, "ab \tx\n   \tx\nabcdef", {1, 7}},
+      {"one line", {0, 5}, {0, 5}, {type("xy")}, "ab   xy\n\nabcdef", {0, 7}},
+      {"back in one line", {0, 5}, {0, 5}, {backspace, type("x")}, "ab  x\n\nabcdef", {0, 5}},
+      {"pasting", {0, 4}, {1, 4}, {paste("1\r\n2")}, "ab  1\n    2\nabcdef", {1, 5}},
+      {"upper case",
+       {0, 4},
+       {2, 6},
+       {[](FakeEditor& e) { edit::ChangeCase(e, edit::LetterCase::kUpper); }},
+       "ab\n\nabcdEF",
+       {2, 6}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    FakeEditor editor("ab|\n\nabcdef");
+    editor.SelectBlock(c.anchor, c.caret);
+    for (const Keys& key : c.keys) key(editor);
+    EXPECT_EQ(editor.Text(), c.after);
+    EXPECT_EQ(editor.CaretCorner().line, c.corner.line);
+    EXPECT_EQ(editor.CaretCorner().column, c.corner.column);
+    editor.UndoAll();
+    EXPECT_EQ(editor.Text(), "ab\n\nabcdef");
+  }
+}
+
 TEST(ColumnBlock, OverwritesWhenItHasNoColumns) {
   FakeEditor editor("a[bc\na]bc");
   editor.columns = true;

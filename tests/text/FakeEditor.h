@@ -1,6 +1,8 @@
 #pragma once
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "text/edit/AutoIndent.h"
 #include "text/edit/EditTarget.h"
@@ -100,13 +102,21 @@ class FakeEditor : public EditTarget, public BufferObserver, public EditHook {
     buffer.CheckPosition(newCaret);
     anchor = newAnchor;
     caret = newCaret;
+    corners.reset();
   }
   bool IsColumnSelection() const override { return columns; }
   void SetColumnSelection(bool on) override { columns = on; }
+  BlockCorner AnchorCorner() const override { return corners ? corners->first : CornerOf(anchor); }
+  BlockCorner CaretCorner() const override { return corners ? corners->second : CornerOf(caret); }
+  void SelectBlock(BlockCorner anchorCorner, BlockCorner caretCorner) override {
+    EditTarget::SelectBlock(anchorCorner, caretCorner);
+    corners.emplace(anchorCorner, caretCorner);
+  }
 
   // Of BufferObserver and EditHook: caret and anchor move along, as those of a window do
   void OnBufferUpdate(const BufferObserver*, const TextChange* change, uint32_t, int32_t) override {
     if (change == nullptr) return;
+    corners.reset();
     for (TextPosition* place : {&anchor, &caret}) {
       *place = change->inserted ? PositionAfterInsert(*place, change->range)
                                 : PositionAfterDelete(*place, change->range);
@@ -123,6 +133,7 @@ class FakeEditor : public EditTarget, public BufferObserver, public EditHook {
   TextPosition caret;
   bool overwriting = false;
   bool columns = false;
+  std::optional<std::pair<BlockCorner, BlockCorner>> corners;  ///< behind the ends of their lines
 };
 
 }  // namespace quill

@@ -294,6 +294,51 @@ TEST_F(ViewInput, AltDragsAColumnBlock) {
   EXPECT_EQ(ActiveText(), "abcd|befgh|fijkl");
 }
 
+TEST_F(ViewInput, AColumnBlockKeepsItsColumnsBehindShortLines) {
+  Open("a.vsl", "abcdef\r\nab\r\n\r\nabcdef");
+  Mouse mouse = ViewMouse();
+  const auto at = [this](int32_t line, int32_t column) { return QPoint(At(0, column).x(), At(line, 0).y()); };
+  const auto bars = [&](int32_t column) {
+    std::string lines;
+    for (int32_t line = 0; line < 4; ++line) {
+      const QRect bar(View().PointOf({0, column}).x(), View().PointOf({line, 0}).y(), 2, View().LineHeight());
+      if (Count(Repainted(), bar, qRgb(0, 0, 0)) == 2 * bar.height()) lines += std::to_string(line);
+    }
+    return lines;
+  };
+  mouse.Drag(at(1, 5), at(3, 5), Qt::AltModifier);
+  EXPECT_EQ(bars(5), "123") << "a caret in every line";
+  Type("x");
+  EXPECT_EQ(ActiveText(), "abcdef|ab   x|     x|abcdexf");
+  EXPECT_EQ(bars(6), "123");
+  Type("y");
+  Press("Backspace");
+  Press("Backspace");
+  Press("Delete");
+  EXPECT_EQ(ActiveText(), "abcdef|ab   |     |abcde");
+  while (View().CanUndo()) Press("Ctrl+Z");
+  EXPECT_EQ(ActiveText(), "abcdef|ab||abcdef");
+
+  mouse.Drag(at(2, 5), at(1, 3), Qt::AltModifier);
+  Press("Ctrl+C");
+  mouse.Click(at(1, 4), Qt::AltModifier);
+  Type("z");
+  EXPECT_EQ(ActiveText(), "abcdef|ab  z||abcdef") << "a click is enough";
+  Press("Ctrl+Z");
+
+  Press("Ctrl+Home");
+  PressKeys({"Alt+Shift+Down", "Alt+Shift+Right", "Alt+Shift+Right", "Alt+Shift+Right", "Alt+Shift+Right",
+             "Alt+Shift+Left", "Alt+Shift+Down", "Alt+Shift+Up"});
+  Type("-");
+  EXPECT_EQ(ActiveText(), "-def|-||abcdef") << "by keys";
+  Press("Ctrl+Z");
+  PressKeys({"Ctrl+Home", "Alt+Shift+Down", "Alt+Shift+Down", "Alt+Shift+Down", "Alt+Shift+End",
+             "Alt+Shift+Right", "Alt+Shift+Up", "Alt+Shift+Home", "Alt+Shift+Right"});
+  Type("-");
+  EXPECT_EQ(ActiveText(), "-bcdef|-b|-|abcdef");
+  EXPECT_EQ(bars(1), "012");
+}
+
 TEST_F(ViewInput, ADragBeyondTheEdgeScrolls) {
   Open("a.vsl", Lines(300));
   Mouse mouse = ViewMouse();

@@ -25,6 +25,9 @@ bool ChangeCase(EditTarget& target, LetterCase letterCase) {
   if (buffer.IsReadOnly()) return false;
   const TextPosition anchor = target.Anchor();
   const TextPosition caret = target.Caret();
+  const bool columns = target.IsColumnSelection();
+  const BlockCorner anchorCorner = target.AnchorCorner();
+  const BlockCorner caretCorner = target.CaretCorner();
   const TextRange selection = target.Selection();
   UndoStep step(target, action::kReplace);
   for (int32_t line = selection.start.line; line <= selection.end.line; ++line) {
@@ -35,7 +38,8 @@ bool ChangeCase(EditTarget& target, LetterCase letterCase) {
         letterCase == LetterCase::kUpper ? cp1252::ToUpper(old) : cp1252::ToLower(old);
     if (changed == old) continue;
     step.ReplaceInLine(part, changed);
-    target.Select(anchor, caret);  // a view that follows changes has moved them
+    // A view that follows changes has moved them.
+    columns ? target.SelectBlock(anchorCorner, caretCorner) : target.Select(anchor, caret);
   }
   return true;
 }

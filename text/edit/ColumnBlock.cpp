@@ -25,16 +25,16 @@ TextPosition InsertAtColumn(UndoStep& step, const EditTarget& target, int32_t li
   return step.Insert({line, character}, std::string(static_cast<size_t>(missing), ' ').append(text));
 }
 
-/// Makes the block zero columns wide at a column that all its lines reach or end before.
+/// Makes the block zero columns wide at a column.
 void CollapseTo(EditTarget& target, const ColumnBlock& block, int32_t column) {
-  const int32_t tabSize = target.Settings().tabSize;
-  const auto corner = [&](TextPosition old) {
-    return TextPosition{old.line, CharacterAtColumn(target.Buffer().Line(old.line), column, tabSize)};
-  };
-  const TextPosition anchor = corner({target.Anchor().line, 0});
-  const TextPosition caret = corner({target.Caret().line, 0});
-  target.SetColumnSelection(block.firstLine != block.lastLine);
-  target.Select(anchor, caret);
+  const BlockCorner anchor{target.Anchor().line, column};
+  const BlockCorner caret{target.Caret().line, column};
+  const TextPosition place = target.PlaceOf(caret);
+  if (block.firstLine != block.lastLine || ColumnAt(target, place) < column) {
+    target.SelectBlock(anchor, caret);
+  } else {
+    target.PlaceCaret(place);
+  }
 }
 
 std::vector<std::string_view> SplitAtCrLf(std::string_view text) {
@@ -56,8 +56,7 @@ TextRange ColumnBlock::RangeOn(const CCrystalTextBuffer& buffer, int32_t line, i
 
 ColumnBlock BlockOf(const EditTarget& target) {
   const TextRange selection = target.Selection();
-  const auto [left, right] =
-      std::minmax({ColumnAt(target, selection.start), ColumnAt(target, selection.end)});
+  const auto [left, right] = std::minmax({target.AnchorCorner().column, target.CaretCorner().column});
   return {selection.start.line, selection.end.line, left, right};
 }
 
@@ -108,7 +107,8 @@ bool DeleteInBlock(EditTarget& target, bool toTheLeft, int32_t actionCode) {
     if (toTheLeft && reaches) --range.start.character;
     if (!toTheLeft && range.end.character < static_cast<int32_t>(text.size())) ++range.end.character;
     step.Delete(range);
-    if (line == target.Caret().line) column = ColumnAt(target, range.start);
+    if (line != target.Caret().line) continue;
+    column = reaches ? ColumnAt(target, range.start) : block.left - (toTheLeft ? 1 : 0);
   }
   CollapseTo(target, block, column);
   return true;

@@ -4,6 +4,7 @@
 #include "text/buffer/CrystalTextBuffer.h"
 #include "text/buffer/LineRange.h"
 #include "text/buffer/TextPosition.h"
+#include "text/view/VisualColumns.h"
 
 namespace quill {
 
@@ -34,10 +35,24 @@ class EditTarget {
   /// wide and many lines high.
   virtual bool IsColumnSelection() const { return false; }
   virtual void SetColumnSelection(bool) {}
+  /// The corners of a column selection, whose columns may lie behind the ends of their lines.
+  virtual BlockCorner AnchorCorner() const { return CornerOf(Anchor()); }
+  virtual BlockCorner CaretCorner() const { return CornerOf(Caret()); }
+  /// Makes a column selection. One that knows no columns behind a line's end takes the line's end.
+  virtual void SelectBlock(BlockCorner anchor, BlockCorner caret) {
+    SetColumnSelection(true);
+    Select(PlaceOf(anchor), PlaceOf(caret));
+  }
   /// The nearest lines that no collapsed block hides; the line count, or -1, when there is none.
   virtual int32_t NextShown(int32_t line) const { return line + 1; }
   virtual int32_t PreviousShown(int32_t line) const { return line - 1; }
 
+  BlockCorner CornerOf(TextPosition place) const {
+    return {place.line, ColumnOf(Buffer().Line(place.line), place.character, Settings().tabSize)};
+  }
+  TextPosition PlaceOf(BlockCorner corner) const {
+    return {corner.line, CharacterAtColumn(Buffer().Line(corner.line), corner.column, Settings().tabSize)};
+  }
   TextRange Selection() const { return TextRange::Between(Anchor(), Caret()); }
   bool HasSelection() const { return Anchor() != Caret(); }
   /// Drops the selection.

@@ -21,6 +21,9 @@ class ModelEditTarget : public EditTarget {
   void Select(TextPosition anchor, TextPosition caret) override { m_model.SetSelection(anchor, caret); }
   bool IsColumnSelection() const override { return m_model.IsColumnSelection(); }
   void SetColumnSelection(bool columns) override { m_model.SetColumnSelection(columns); }
+  BlockCorner AnchorCorner() const override { return m_model.AnchorCorner(); }
+  BlockCorner CaretCorner() const override { return m_model.CaretCorner(); }
+  void SelectBlock(BlockCorner anchor, BlockCorner caret) override { m_model.SetBlock(anchor, caret); }
   int32_t NextShown(int32_t line) const override { return m_model.Folds().NextShown(line); }
   int32_t PreviousShown(int32_t line) const override { return m_model.Folds().PreviousShown(line); }
 

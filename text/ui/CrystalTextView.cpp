@@ -147,8 +147,25 @@ TextPosition CCrystalTextView::PositionAt(QPoint point) const {
   return {line, model.CharacterAt(line, x * kUnits, true)};
 }
 
+BlockCorner CCrystalTextView::CornerAt(QPoint point) const {
+  if (!m_model.HasText()) return {};
+  auto& model = const_cast<TextViewModel&>(m_model);
+  const int row = verticalScrollBar()->value() + (point.y() < 0 ? -1 : point.y() / LineHeight());
+  const int64_t x = std::max<int64_t>(0, point.x() - m_margin.width + horizontalScrollBar()->value());
+  return model.CornerAt(m_model.Folds().LineOfRow(std::clamp(row, 0, m_model.RowCount() - 1)), x * kUnits);
+}
+
+int64_t CCrystalTextView::CaretX() const {
+  auto& model = const_cast<TextViewModel&>(m_model);
+  return m_model.IsColumnSelection() ? model.XOfCorner(m_model.CaretCorner()) : model.XOf(CaretPos());
+}
+
 QRect CCrystalTextView::CaretRect() const {
-  const QPoint point = PointOf(CaretPos());
+  QPoint point = PointOf(CaretPos());
+  if (m_model.HasText() && m_model.IsColumnSelection()) {
+    auto& model = const_cast<TextViewModel&>(m_model);
+    point.rx() += static_cast<int>((CaretX() - model.XOf(CaretPos())) / kUnits);
+  }
   int width = 2;
   if (m_overwrite) width = std::max(2, static_cast<int>(LoadedFont().Advances()['0'] / kUnits));
   return {point, QSize(width, LineHeight())};
@@ -294,7 +311,7 @@ void CCrystalTextView::EnsureVisible(TextPosition position) {
     verticalScrollBar()->setValue(row >= top + 2 * page ? row - page / 2 : row - page + 1);
   }
   const int area = TextArea().width();
-  const int64_t x = m_model.XOf(position) / kUnits;
+  const int64_t x = (position == CaretPos() ? CaretX() : m_model.XOf(position)) / kUnits;
   const int64_t left = horizontalScrollBar()->value();
   const int64_t context = std::min<int64_t>(area / 4, 60);
   if (x < left) {

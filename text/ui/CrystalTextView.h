@@ -88,6 +88,8 @@ class CCrystalTextView : public QAbstractScrollArea {
   /// Rows that fit wholly.
   int PageRows() const;
   TextPosition PositionAt(QPoint viewportPoint) const;
+  /// The same for a corner of a column selection, which may lie behind a line's end.
+  BlockCorner CornerAt(QPoint viewportPoint) const;
   QPoint PointOf(TextPosition position) const;
 
   /// Parses one line for painting, see the function of the same name.
@@ -167,6 +169,8 @@ class CCrystalTextView : public QAbstractScrollArea {
   bool IsTripleClick(QMouseEvent* event);
   void ExtendSelectionTo(QPoint point);
   void DragScrollStep();
+  /// Of the caret, 1/64 pixel from its line's start.
+  int64_t CaretX() const;
 
   InputChain* m_input;
   TextViewModel m_model;
@@ -178,6 +182,7 @@ class CCrystalTextView : public QAbstractScrollArea {
   const LineDecoration* m_decoration = nullptr;
   Navigator m_navigator{m_model};
   MouseSelection m_mouse;
+  BlockCorner m_blockOrigin;  ///< where the mouse began a column selection
   QElapsedTimer m_doubleClick;
   QPoint m_doubleClickPoint;
   std::vector<TextBlock> m_blocks;

@@ -97,9 +97,12 @@ bool CCrystalTextView::MoveCaret(QKeyEvent* event) {
     const int step = *motion == Motion::kPageUp ? -rows : rows;
     verticalScrollBar()->setValue(verticalScrollBar()->value() + step);
   }
-  const TextPosition target = m_navigator.Target(CaretPos(), *motion, rows);
-  m_model.SetColumnSelection(alt);
-  m_model.SetCaret(target, shift);
+  if (alt) {
+    m_model.SetBlock(m_model.AnchorCorner(), m_navigator.BlockTarget(m_model.CaretCorner(), *motion, rows));
+  } else {
+    m_model.SetColumnSelection(false);
+    m_model.SetCaret(m_navigator.Target(CaretPos(), *motion, rows), shift);
+  }
   AfterCaretMove();
   return true;
 }
@@ -124,8 +127,13 @@ void CCrystalTextView::mousePressEvent(QMouseEvent* event) {
   const bool alt = event->modifiers().testFlag(Qt::AltModifier);
   const TextPosition anchor = shift ? m_model.Anchor() : place;
   m_mouse.Begin(alt ? MouseSelection::Unit::kColumns : MouseSelection::Unit::kCharacter, {anchor, anchor});
-  m_model.SetColumnSelection(alt);
-  m_model.SetSelection(anchor, place);
+  if (alt) {
+    m_blockOrigin = shift ? m_model.AnchorCorner() : CornerAt(point);
+    m_model.SetBlock(m_blockOrigin, CornerAt(point));
+  } else {
+    m_model.SetColumnSelection(false);
+    m_model.SetSelection(anchor, place);
+  }
   AfterCaretMove();
   m_dragScroll.start(kDragScrollMs, this);
 }
@@ -195,6 +203,12 @@ void CCrystalTextView::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void CCrystalTextView::ExtendSelectionTo(QPoint point) {
+  if (m_mouse.CurrentUnit() == MouseSelection::Unit::kColumns) {
+    const BlockCorner corner = CornerAt(point);
+    if (m_model.IsColumnSelection() && corner == m_model.CaretCorner()) return;
+    m_model.SetBlock(m_blockOrigin, corner);
+    return AfterCaretMove();
+  }
   const TextPosition place = PositionAt(point);
   TextRange target{place, place};
   if (m_mouse.CurrentUnit() == MouseSelection::Unit::kWord) {

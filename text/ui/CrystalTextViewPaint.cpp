@@ -160,6 +160,7 @@ void CCrystalTextView::AddColumnSelection(int32_t line, LinePicture& picture) {
   const int32_t end = ColumnOf(picture.text, static_cast<int32_t>(picture.text.size()), m_settings.tabSize);
   picture.paddingStart = std::max(0, block.left - end);
   picture.paddingWidth = std::max(0, block.right - std::max(end, block.left));
+  if (block.Width() == 0 && block.firstLine != block.lastLine) picture.bar = range.start.character;
 }
 
 void CCrystalTextView::PaintCaret(QPainter& painter) {

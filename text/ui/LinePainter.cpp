@@ -6,6 +6,7 @@ namespace quill {
 namespace {
 
 constexpr double kUnits = ColumnMetrics::kUnitsPerPixel;
+constexpr int kBarWidth = 2;
 constexpr int kLineEndWidth = 6;  ///< pixels that a selected line end is drawn with
 
 }  // namespace
@@ -59,6 +60,10 @@ void LinePainter::PaintBackground(const LinePicture& line, const QRect& area, do
     fill(start, start + line.paddingWidth * blank, m_palette.Colour(kColourSelectionBackground));
   } else if (line.selectionPastEnd && line.visible.end == static_cast<int32_t>(line.text.size())) {
     fill(end, end + kLineEndWidth, m_palette.Colour(kColourSelectionBackground));
+  }
+  if (line.bar >= line.visible.start && line.bar <= line.visible.end) {
+    const double bar = PlaceOf(line.bar, line) + line.paddingStart * blank;
+    fill(bar, bar + kBarWidth, m_palette.Colour(kColourText));
   }
 }
 

@@ -33,6 +33,7 @@ struct LinePicture {
   bool selectionPastEnd = false;  ///< the line end is selected as well
   int32_t paddingStart = 0;       ///< blanks between the line's end and a column selection behind it
   int32_t paddingWidth = 0;       ///< selected blanks behind the line's end
+  int32_t bar = -1;               ///< the caret of a block without columns is before this character
   int32_t brace = -1;             ///< column of a matched brace
   bool caretLine = false;
   bool collapsed = false;                ///< head of a collapsed block

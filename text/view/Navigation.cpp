@@ -62,6 +62,43 @@ TextPosition Navigator::Vertical(TextPosition from, int32_t rows) {
   return {line, m_model.CharacterAt(line, m_wantedX, true)};
 }
 
+BlockCorner Navigator::BlockTarget(BlockCorner from, Motion motion, int32_t pageRows) {
+  const CCrystalTextBuffer& buffer = *m_model.Buffer();
+  const std::string_view line = buffer.Line(from.line);
+  const int32_t tabSize = m_model.TabSize();
+  const int32_t character = CharacterAtColumn(line, from.column, tabSize);
+  const int32_t end = ColumnOf(line, static_cast<int32_t>(line.size()), tabSize);
+  const auto below = [&](int32_t rows) {
+    const FoldMap& folds = m_model.Folds();
+    const int32_t row = std::clamp(folds.RowOfLine(from.line) + rows, 0, m_model.RowCount() - 1);
+    return BlockCorner{folds.LineOfRow(row), from.column};
+  };
+  switch (motion) {
+    case Motion::kUp:
+      return below(-1);
+    case Motion::kDown:
+      return below(1);
+    case Motion::kPageUp:
+      return below(-pageRows);
+    case Motion::kPageDown:
+      return below(pageRows);
+    case Motion::kLeft:
+      if (from.column > end) return {from.line, from.column - 1};
+      return {from.line, character == 0 ? 0 : ColumnOf(line, character - 1, tabSize)};
+    case Motion::kRight:
+      return {from.line, from.column >= end ? from.column + 1 : ColumnOf(line, character + 1, tabSize)};
+    case Motion::kWordLeft:
+      return {from.line, ColumnOf(line, PreviousWordStart(line, character), tabSize)};
+    case Motion::kWordRight:
+      if (from.column >= end) return from;
+      return {from.line, ColumnOf(line, NextWordStart(line, character), tabSize)};
+    default: {
+      const TextPosition to = Target({from.line, character}, motion, pageRows);
+      return {to.line, ColumnOf(buffer.Line(to.line), to.character, tabSize)};
+    }
+  }
+}
+
 TextPosition Navigator::Target(TextPosition from, Motion motion, int32_t pageRows) {
   const CCrystalTextBuffer& buffer = *m_model.Buffer();
   const FoldMap& folds = m_model.Folds();

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "text/buffer/TextPosition.h"
+#include "text/view/VisualColumns.h"
 
 namespace quill {
 
@@ -32,6 +33,9 @@ class Navigator {
 
   /// The caret's next place. `pageRows` is at least 1.
   TextPosition Target(TextPosition from, Motion motion, int32_t pageRows);
+  /// The next place of the corner of a column selection: it stays in its line when it goes sideways, also
+  /// behind the line's end, and in its column when it goes up and down.
+  BlockCorner BlockTarget(BlockCorner from, Motion motion, int32_t pageRows);
   /// The caret was placed by something else: vertical moves start from there.
   void ForgetWantedPlace() { m_wantedX = -1; }
 

@@ -22,6 +22,7 @@ void TextViewModel::SetBuffer(CCrystalTextBuffer* buffer) {
 void TextViewModel::Reset() {
   m_places.Clear();
   m_caret = m_anchor = {};
+  m_anchorColumn = m_caretColumn = -1;
   m_columnMode = false;
   m_parts.reset();
   if (m_buffer != nullptr && m_buffer->LineCount() > 0)
@@ -77,6 +78,31 @@ int32_t TextViewModel::CharacterAt(int32_t line, int64_t x, bool nearest) {
   return m_places.CharacterAt(line, m_buffer->Line(line), x, nearest);
 }
 
+int64_t TextViewModel::XOfCorner(BlockCorner corner) {
+  const TextPosition place = PlaceOf(corner);
+  const int32_t beyond = corner.column - CornerOf(place, -1).column;
+  return XOf(place) + std::max(beyond, 0) * int64_t{m_metrics.Advance(' ')};
+}
+
+BlockCorner TextViewModel::CornerAt(int32_t line, int64_t x) {
+  const TextPosition end{line, m_buffer->LineLength(line)};
+  const int64_t beyond = x - XOf(end);
+  if (beyond <= 0) return CornerOf({line, CharacterAt(line, x, true)}, -1);
+  const int64_t blank = std::max(m_metrics.Advance(' '), 1);
+  return {line, CornerOf(end, -1).column + static_cast<int32_t>((beyond + blank / 2) / blank)};
+}
+
+BlockCorner TextViewModel::CornerOf(TextPosition place, int32_t column) const {
+  if (!HasText()) return {};
+  return {place.line,
+          column >= 0 ? column : ColumnOf(m_buffer->Line(place.line), place.character, m_tabSize)};
+}
+
+TextPosition TextViewModel::PlaceOf(BlockCorner corner) const {
+  const int32_t line = Clamp({corner.line, 0}).line;
+  return {line, HasText() ? CharacterAtColumn(m_buffer->Line(line), corner.column, m_tabSize) : 0};
+}
+
 // Caret and selection
 
 TextPosition TextViewModel::Clamp(TextPosition position) const {
@@ -93,6 +119,7 @@ void TextViewModel::SetSelection(TextPosition anchor, TextPosition caret) {
   const bool wasSelection = HasSelection();
   m_anchor = Clamp(anchor);
   m_caret = Clamp(caret);
+  m_anchorColumn = m_caretColumn = -1;
   if (m_columnMode || oldAnchor != m_anchor) {
     DamageLines(std::min({oldAnchor.line, oldCaret.line, m_anchor.line, m_caret.line}),
                 std::max({oldAnchor.line, oldCaret.line, m_anchor.line, m_caret.line}));
@@ -109,8 +136,16 @@ void TextViewModel::SetColumnSelection(bool columns) {
   AssertUiThread();
   if (m_columnMode == columns) return;
   m_columnMode = columns;
+  m_anchorColumn = m_caretColumn = -1;
   const TextRange range = Selection();
   DamageLines(range.start.line, range.end.line);
+}
+
+void TextViewModel::SetBlock(BlockCorner anchor, BlockCorner caret) {
+  SetColumnSelection(true);
+  SetSelection(PlaceOf(anchor), PlaceOf(caret));
+  m_anchorColumn = anchor.column;
+  m_caretColumn = caret.column;
 }
 
 // What the buffer tells
@@ -139,6 +174,10 @@ void TextViewModel::OnTextChange(const TextChange& change) {
     if (p < range.start) return p;
     return Clamp(change.inserted ? PositionAfterInsert(p, range) : PositionAfterDelete(p, range));
   };
+  const auto touches = [&](TextPosition p) {
+    return p.line >= range.start.line && p.line <= (change.inserted ? range.start.line : range.end.line);
+  };
+  if (touches(m_anchor) || touches(m_caret)) m_anchorColumn = m_caretColumn = -1;
   m_caret = moved(m_caret);
   m_anchor = moved(m_anchor);
   Wake();

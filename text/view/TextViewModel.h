@@ -13,6 +13,7 @@
 #include "text/parse/LineStateCache.h"
 #include "text/parse/LongLine.h"
 #include "text/view/ColumnMetrics.h"
+#include "text/view/VisualColumns.h"
 #include "text/view/WidthIndex.h"
 
 namespace quill {
@@ -66,6 +67,8 @@ class TextViewModel : public BufferObserver, public EditHook {
   // Places within a line, 1/64 pixel.
   int64_t XOf(TextPosition position);
   int32_t CharacterAt(int32_t line, int64_t x, bool nearest);
+  int64_t XOfCorner(BlockCorner corner);
+  BlockCorner CornerAt(int32_t line, int64_t x);
   WidthIndex& Widths() { return m_parts->widths; }
 
   LineStateCache& States() { return m_parts->states; }
@@ -86,6 +89,11 @@ class TextViewModel : public BufferObserver, public EditHook {
   /// The selection is a block of columns between the corners anchor and caret.
   bool IsColumnSelection() const { return m_columnMode; }
   void SetColumnSelection(bool columns);
+  /// Makes a column selection; columns behind the ends of their lines stay as they are until these lines
+  /// change.
+  void SetBlock(BlockCorner anchor, BlockCorner caret);
+  BlockCorner AnchorCorner() const { return CornerOf(m_anchor, m_anchorColumn); }
+  BlockCorner CaretCorner() const { return CornerOf(m_caret, m_caretColumn); }
 
   // Of BufferObserver and EditHook
   void OnBufferUpdate(const BufferObserver* source, const TextChange* change, uint32_t hints,
@@ -108,6 +116,8 @@ class TextViewModel : public BufferObserver, public EditHook {
   void OnTextChange(const TextChange& change);
   void DamageForFlags(uint32_t hints, int32_t line);
   void Wake();
+  BlockCorner CornerOf(TextPosition place, int32_t column) const;
+  TextPosition PlaceOf(BlockCorner corner) const;
 
   CCrystalTextBuffer* m_buffer = nullptr;
   std::function<void()> m_onDamage;
@@ -118,6 +128,8 @@ class TextViewModel : public BufferObserver, public EditHook {
   ViewDamage m_damage;
   TextPosition m_caret;
   TextPosition m_anchor;
+  int32_t m_anchorColumn = -1;  ///< of a column selection, -1 for that of the place
+  int32_t m_caretColumn = -1;
   int32_t m_tabSize = 3;
   bool m_columnMode = false;
 };

@@ -16,6 +16,13 @@ inline int32_t ColumnOf(std::string_view line, int32_t character, int32_t tabSiz
   }
 }
 
+/// A place by its column, which may lie behind the line's end, as a corner of a column selection can.
+struct BlockCorner {
+  int32_t line = 0;
+  int32_t column = 0;
+  friend constexpr bool operator==(const BlockCorner&, const BlockCorner&) = default;
+};
+
 /// The first character that is shown at `column` or after it; the line's length when there is none.
 inline int32_t CharacterAtColumn(std::string_view line, int32_t column, int32_t tabSize) {
   int32_t at = 0;
