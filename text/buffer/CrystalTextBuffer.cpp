@@ -65,6 +65,14 @@ class RecordPieces {
   std::vector<std::string_view> m_pieces;
 };
 
+/// A record's text without the line end that parts its lines from the one that stays.
+std::string_view TextOfLines(const UndoRecord& record) {
+  std::string_view text = record.text;
+  if (record.HasWholeLines() && text.ends_with("\r\n")) text.remove_suffix(2);
+  if (!record.HasWholeLines() && text.starts_with("\r\n")) text.remove_prefix(2);
+  return text;
+}
+
 }  // namespace
 
 std::string_view line_end::Bytes(int32_t style) {
@@ -307,13 +315,13 @@ bool CCrystalTextBuffer::InsertTextAt(EditSource source, TextPosition at, std::s
                                       TextPosition& end, int32_t actionCode) {
   CheckPosition(at);
   if (m_readOnly) return false;
-  InsertRecorded(source, at, {std::string(text), nullptr}, end, actionCode);
+  InsertRecorded(source, at, {std::string(text), nullptr}, end, actionCode, FlagsFollow::kLine);
   return true;
 }
 
 bool CCrystalTextBuffer::InsertLinesAt(EditSource source, TextPosition at,
                                        const std::vector<std::string_view>& lines, TextPosition& end,
-                                       int32_t actionCode) {
+                                       int32_t actionCode, FlagsFollow follow) {
   if (lines.empty()) throw std::invalid_argument("no lines to insert");
   CheckPosition(at);
   if (m_readOnly) return false;
@@ -328,23 +336,27 @@ bool CCrystalTextBuffer::InsertLinesAt(EditSource source, TextPosition at,
   for (size_t i = 0; anyCr && i < lines.size(); ++i) {
     record.pieceLengths->push_back(static_cast<int32_t>(lines[i].size()));
   }
-  InsertRecorded(source, at, std::move(record), end, actionCode);
+  InsertRecorded(source, at, std::move(record), end, actionCode, follow);
   return true;
 }
 
 void CCrystalTextBuffer::InsertRecorded(EditSource source, TextPosition at, RecordText&& text,
-                                        TextPosition& end, int32_t actionCode) {
+                                        TextPosition& end, int32_t actionCode, FlagsFollow follow) {
   AssertUiThread();
   if (static_cast<int64_t>(text.text.size()) > kLongestLine - LineLength(at.line)) {
     throw std::invalid_argument("text too long");
   }
   const bool ownGroup = m_groupDepth == 0;
   if (ownGroup) OpenUndoGroup();
+  const bool wholeLines = follow == FlagsFollow::kText;
+  const uint32_t flags = LineFlags(at.line);
   TextRange range{at, at};
   // From the record's copy: the caller's text may be a line of ours.
   ApplyInsert(source.observer, at, RecordPieces(text.text, text.pieceLengths.get()).Get(), range.end);
+  if (wholeLines) PutBackWords(range, wholeLines, flags, {});
   end = range.end;
-  AddRecord(UndoRecord::kInsert, actionCode, range, std::move(text));
+  AddRecord(UndoRecord::kInsert | (wholeLines ? UndoRecord::kWholeLines : 0), actionCode, range,
+            std::move(text));
   if (ownGroup) CloseUndoGroup(source.hook);
 }
 
@@ -358,7 +370,8 @@ bool CCrystalTextBuffer::InsertTextAt(EditSource source, int32_t line, int32_t c
   return true;
 }
 
-bool CCrystalTextBuffer::DeleteRange(EditSource source, TextRange range, int32_t actionCode) {
+bool CCrystalTextBuffer::DeleteRange(EditSource source, TextRange range, int32_t actionCode,
+                                     FlagsFollow follow) {
   AssertUiThread();
   RecordText text;
   CopyRange(range, text.text);
@@ -366,8 +379,10 @@ bool CCrystalTextBuffer::DeleteRange(EditSource source, TextRange range, int32_t
   if (HasCr(text.text)) text.pieceLengths = PieceLengthsOf(range);
   const bool ownGroup = m_groupDepth == 0;
   if (ownGroup) OpenUndoGroup();
-  ApplyDelete(source.observer, range);
-  AddRecord(0, actionCode, range, std::move(text));
+  const bool wholeLines = follow == FlagsFollow::kText;
+  std::vector<LineWord> words = TakeOut(source.observer, range, wholeLines);
+  AddRecord(wholeLines ? UndoRecord::kWholeLines : 0, actionCode, range, std::move(text));
+  m_history.KeepWords(m_history.Position() - 1, std::move(words));
   if (ownGroup) CloseUndoGroup(source.hook);
   return true;
 }
@@ -458,25 +473,40 @@ void CCrystalTextBuffer::CloseUndoGroup(EditHook* hook) {
   hook->OnUndoGroupClosed(last->action, lastText);
 }
 
-bool CCrystalTextBuffer::Reverse(const UndoRecord& record) {
-  if (record.IsInsert()) return ApplyDelete(nullptr, record.range);
-  TextPosition end;
-  return ApplyInsert(nullptr, record.range.start, RecordPieces(record).Get(), end);
+void CCrystalTextBuffer::TakeOutAgain(size_t index, MovedWords& moved) {
+  const UndoRecord record = m_history.At(index);
+  std::vector<LineWord> words = TakeOut(nullptr, record.range, record.HasWholeLines());
+  moved = {record.range.start, TextOfLines(record), words};
+  m_history.KeepWords(index, std::move(words));
 }
 
-bool CCrystalTextBuffer::Repeat(const UndoRecord& record) {
-  if (!record.IsInsert()) return ApplyDelete(nullptr, record.range);
+void CCrystalTextBuffer::PutInAgain(const UndoRecord& record, const MovedWords& moved) {
+  const uint32_t flags = LineFlags(record.range.start.line);
   TextPosition end;
-  return ApplyInsert(nullptr, record.range.start, RecordPieces(record).Get(), end);
+  ApplyInsert(nullptr, record.range.start, RecordPieces(record).Get(), end);
+  // Lines that go from one place to another keep what was set on them in the meantime.
+  const bool sameLines = moved.from && moved.from != record.range.start && moved.text == TextOfLines(record);
+  std::span<const LineWord> words;
+  if (sameLines) {
+    words = moved.words;
+  } else if (record.words != nullptr) {
+    words = *record.words;
+  }
+  PutBackWords(record.range, record.HasWholeLines(), flags, words);
 }
 
 bool CCrystalTextBuffer::Undo(TextPosition& position) {
   AssertUiThread();
   if (!CanUndo()) return false;
   bool groupStart = false;
+  MovedWords moved;
   while (!groupStart && m_history.Position() != 0) {
     const UndoRecord record = *m_history.Last();
-    Reverse(record);
+    if (record.IsInsert()) {
+      TakeOutAgain(m_history.Position() - 1, moved);
+    } else {
+      PutInAgain(record, moved);
+    }
     groupStart = record.StartsGroup();
     m_history.StepBack();
   }
@@ -488,8 +518,13 @@ bool CCrystalTextBuffer::Redo(TextPosition& position) {
   AssertUiThread();
   if (!CanRedo()) return false;
   std::optional<UndoRecord> next = m_history.Next();
+  MovedWords moved;
   do {
-    Repeat(*next);
+    if (next->IsInsert()) {
+      PutInAgain(*next, moved);
+    } else {
+      TakeOutAgain(m_history.Position(), moved);
+    }
     m_history.StepForward();
     next = m_history.Next();
   } while (next && !next->StartsGroup());

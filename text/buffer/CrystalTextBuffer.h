@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -32,6 +33,12 @@ enum Style : int32_t {
 /// The bytes of a style from 0 to 2.
 std::string_view Bytes(int32_t style);
 }  // namespace line_end
+
+/// Whose flag word the first line has after an edit that begins and ends in column 0.
+enum class FlagsFollow : uint8_t {
+  kLine,  ///< the one that it had, whatever its text is now
+  kText,  ///< that of its text: whole lines come or go with theirs
+};
 
 /// The text of one open script: an array of lines, each with a flag word, and the history of its edits.
 /// It alone owns the text; views change it through `InsertTextAt` and `DeleteRange` and are told what
@@ -101,6 +108,8 @@ class CCrystalTextBuffer {
   /// The same for many ranges in one go: only words that change are kept anew, the views are told once.
   /// False when nothing changed.
   bool ChangeFlagsOnRanges(std::span<const LineRange> ranges, uint32_t setMask, uint32_t clearMask);
+  /// Replaces flag words, the views being told once.
+  void ReplaceFlags(std::span<const LineWord> words);
   /// Sets the block marks of a line as its text asks for. Silent: whoever parses a line paints it, and
   /// marks that follow from the text need not be kept.
   void SetBlockMarks(int32_t line, uint32_t marks);
@@ -116,8 +125,11 @@ class CCrystalTextBuffer {
   /// Inserts lines that are known as such: a CR within one stays a character. Not empty; the first one
   /// joins the line at `at`. For putting back text that once was loaded.
   bool InsertLinesAt(EditSource source, TextPosition at, const std::vector<std::string_view>& lines,
-                     TextPosition& end, int32_t actionCode = action::kUnknown);
-  bool DeleteRange(EditSource source, TextRange range, int32_t actionCode = action::kUnknown);
+                     TextPosition& end, int32_t actionCode = action::kUnknown,
+                     FlagsFollow follow = FlagsFollow::kLine);
+  /// The flag words of lines that go come back with them.
+  bool DeleteRange(EditSource source, TextRange range, int32_t actionCode = action::kUnknown,
+                   FlagsFollow follow = FlagsFollow::kLine);
   bool DeleteRange(EditSource source, int32_t startLine, int32_t startChar, int32_t endLine, int32_t endChar,
                    int32_t actionCode = action::kUnknown) {
     return DeleteRange(source, {{startLine, startChar}, {endLine, endChar}}, actionCode);
@@ -183,12 +195,24 @@ class CCrystalTextBuffer {
   bool ApplyInsert(const BufferObserver* source, TextPosition at, std::span<const std::string_view> pieces,
                    TextPosition& end);
   bool ApplyDelete(const BufferObserver* source, TextRange range);
+  /// Deletes and returns the flag words of the lines that went.
+  std::vector<LineWord> TakeOut(const BufferObserver* source, TextRange range, bool wholeLines);
+  /// Gives their flag words to the lines that an insertion brought.
+  void PutBackWords(TextRange range, bool wholeLines, uint32_t firstLineFlags,
+                    std::span<const LineWord> words);
   void TextChanged(const BufferObserver* source, const TextChange& change, TextPosition lastChange);
   void InsertRecorded(EditSource source, TextPosition at, RecordText&& text, TextPosition& end,
-                      int32_t actionCode);
+                      int32_t actionCode, FlagsFollow follow);
   void AddRecord(uint32_t flags, int32_t actionCode, TextRange range, RecordText&& text);
-  bool Reverse(const UndoRecord& record);
-  bool Repeat(const UndoRecord& record);
+  /// The flag words of lines that an undone or repeated edit took out.
+  struct MovedWords {
+    std::optional<TextPosition> from;
+    std::string_view text;  ///< of the lines
+    std::vector<LineWord> words;
+  };
+  /// Carries a record's deletion, or its insertion, out again.
+  void TakeOutAgain(size_t index, MovedWords& moved);
+  void PutInAgain(const UndoRecord& record, const MovedWords& moved);
   void FinishHistoryStep(TextPosition& position);
   /// Null when no line of the range, which was checked, holds a CR character.
   std::unique_ptr<std::vector<int32_t>> PieceLengthsOf(TextRange range) const;

@@ -9,7 +9,8 @@ namespace quill {
 namespace {
 
 namespace packed_bit {
-inline constexpr uint16_t kTextLength = 0x1FFF;  ///< up to kLongestPacked
+inline constexpr uint16_t kTextLength = 0x0FFF;  ///< up to kLongestPacked
+inline constexpr uint16_t kWholeLines = 0x1000;
 inline constexpr uint16_t kSharesText = 0x2000;  ///< with the last record but one
 inline constexpr uint16_t kInsert = 0x4000;
 inline constexpr uint16_t kGroupStart = 0x8000;
@@ -29,6 +30,7 @@ void UndoHistory::Clear(size_t limit) {
   m_records.Clear();
   m_texts.Clear();
   m_apart.clear();
+  m_words.clear();
   m_groupStarts.clear();
   m_firstSerial = 0;
   m_textStart = 0;
@@ -53,6 +55,7 @@ UndoRecord UndoHistory::At(size_t index) const {
   UndoRecord record;
   if ((packed.bits & packed_bit::kInsert) != 0) record.flags |= UndoRecord::kInsert;
   if ((packed.bits & packed_bit::kGroupStart) != 0) record.flags |= UndoRecord::kGroupStart;
+  if ((packed.bits & packed_bit::kWholeLines) != 0) record.flags |= UndoRecord::kWholeLines;
   record.range = packed.range;
   if (packed.action == kActionApart) {
     const Apart& apart = m_apart.at(m_firstSerial + index);
@@ -63,8 +66,21 @@ UndoRecord UndoHistory::At(size_t index) const {
     record.action = packed.action;
     record.text = TextOf(packed);
   }
+  if (!m_words.empty()) {
+    const auto words = m_words.find(m_firstSerial + index);
+    if (words != m_words.end()) record.words = &words->second;
+  }
   return record;
 }
+
+void UndoHistory::KeepWords(size_t index, std::vector<LineWord>&& words) {
+  if (words.empty()) {
+    m_words.erase(m_firstSerial + index);
+  } else {
+    m_words.insert_or_assign(m_firstSerial + index, std::move(words));
+  }
+}
+
 void UndoHistory::Add(uint32_t flags, int32_t action, TextRange range, RecordText&& text) {
   DropRedo();
   if (Count() >= m_limit) DropOldestGroup();
@@ -75,6 +91,7 @@ void UndoHistory::Add(uint32_t flags, int32_t action, TextRange range, RecordTex
   PackedRecord packed{range, m_textStart + static_cast<uint32_t>(m_texts.Size()), 0, kActionApart};
   if ((flags & UndoRecord::kInsert) != 0) packed.bits |= packed_bit::kInsert;
   if (startsGroup) packed.bits |= packed_bit::kGroupStart;
+  if ((flags & UndoRecord::kWholeLines) != 0) packed.bits |= packed_bit::kWholeLines;
   const bool hasRoom = text.text.size() <= kLongestPacked &&
                        m_texts.Size() <= std::numeric_limits<uint32_t>::max() - kLongestPacked;
   if (hasRoom && text.pieceLengths == nullptr && action >= 0 && action < kActionApart) {
@@ -107,6 +124,7 @@ void UndoHistory::DropRedo() {
   const uint64_t end = m_firstSerial + m_position;
   while (!m_groupStarts.empty() && m_groupStarts.back() >= end) m_groupStarts.pop_back();
   m_apart.erase(m_apart.lower_bound(end), m_apart.end());
+  m_words.erase(m_words.lower_bound(end), m_words.end());
   m_texts.DropBack(m_texts.Size() - TextsEnd(m_position));
   m_records.DropBack(Count() - m_position);
   if (m_saved > static_cast<int64_t>(m_position)) m_saved = kSavedTextIsGone;
@@ -123,6 +141,7 @@ void UndoHistory::DropOldestGroup() {
   m_texts.DropFront(textStart - m_textStart);
   m_textStart = textStart;
   m_apart.erase(m_apart.begin(), m_apart.lower_bound(m_groupStarts.front()));
+  m_words.erase(m_words.begin(), m_words.lower_bound(m_groupStarts.front()));
   m_records.DropFront(removed);
   m_firstSerial += removed;
   m_position -= removed;

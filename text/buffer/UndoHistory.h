@@ -33,9 +33,17 @@ enum Code : int32_t {
 const char* Description(int32_t code);
 }  // namespace action
 
+/// The flag word of a line that came or went with an edit. The lines are counted from the first of them.
+struct LineWord {
+  int32_t line = 0;
+  uint32_t flags = 0;
+};
+
 /// One insertion or deletion.
 struct UndoRecord {
   static constexpr uint32_t kInsert = 0x0001;  ///< else a deletion
+  /// The lines came or went as whole ones, and those that stayed kept their flag words.
+  static constexpr uint32_t kWholeLines = 0x0002;
   static constexpr uint32_t kGroupStart = 0x0100;
 
   uint32_t flags = 0;
@@ -45,7 +53,10 @@ struct UndoRecord {
   /// Of text whose lines held CR characters: the length of each line's piece, since the text alone
   /// does not tell a line end from such a character. Else null.
   const std::vector<int32_t>* pieceLengths = nullptr;
+  /// Of the lines that are in the history now and not in the text; null for none.
+  const std::vector<LineWord>* words = nullptr;
 
+  bool HasWholeLines() const { return (flags & kWholeLines) != 0; }
   bool IsInsert() const { return (flags & kInsert) != 0; }
   bool StartsGroup() const { return (flags & kGroupStart) != 0; }
 };
@@ -81,6 +92,8 @@ class UndoHistory {
   std::optional<UndoRecord> Next() const {
     return m_position == Count() ? std::nullopt : std::optional(At(m_position));
   }
+  /// Keeps flag words with a record in place of those that it has.
+  void KeepWords(size_t index, std::vector<LineWord>&& words);
   void StepBack() { --m_position; }
   void StepForward() { ++m_position; }
 
@@ -89,7 +102,7 @@ class UndoHistory {
 
  private:
   static constexpr int64_t kSavedTextIsGone = -1;
-  static constexpr size_t kLongestPacked = 4096;
+  static constexpr size_t kLongestPacked = 4095;
 
   struct Apart {
     RecordText text;
@@ -114,9 +127,10 @@ class UndoHistory {
   /// Long texts, whose memory is to go with their records, and what else a packed record has no room for;
   /// by the record's serial number.
   std::map<uint64_t, Apart> m_apart;
-  std::deque<uint64_t> m_groupStarts;  ///< serial numbers of the records that begin a group
-  uint64_t m_firstSerial = 0;          ///< serial number of the first record
-  uint32_t m_textStart = 0;            ///< number of the first character of m_texts, modulo 2^32
+  std::map<uint64_t, std::vector<LineWord>> m_words;  ///< by the record's serial number
+  std::deque<uint64_t> m_groupStarts;                 ///< serial numbers of the records that begin a group
+  uint64_t m_firstSerial = 0;                         ///< serial number of the first record
+  uint32_t m_textStart = 0;  ///< number of the first character of m_texts, modulo 2^32
   size_t m_position = 0;
   int64_t m_saved = 0;
   size_t m_limit = kDefaultLimit;

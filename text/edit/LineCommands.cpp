@@ -35,17 +35,14 @@ void SwapWithNeighbours(EditTarget& target, LineRange neighbours, int32_t newPla
   const TextPosition anchor = target.Anchor();
   const TextPosition caret = target.Caret();
   const std::vector<std::string> lines = CopyLines(buffer, neighbours);
-  std::vector<uint32_t> flags;
+  std::vector<LineWord> words;
   for (int32_t line = neighbours.first; line <= neighbours.last; ++line) {
-    flags.push_back(buffer.LineFlags(line));
+    words.push_back({newPlace + line - neighbours.first, buffer.LineFlags(line)});
   }
   UndoStep step(target, action::kDragAndDrop);
   step.RemoveLines(neighbours.first, neighbours.last);
   step.InsertLines(newPlace, ViewsOf(lines));
-  for (const uint32_t word : flags) {
-    if (word != 0) buffer.ChangeFlagsOnLines(newPlace, newPlace, word, ~word);
-    ++newPlace;
-  }
+  buffer.ReplaceFlags(words);
   SelectShifted(target, anchor, caret, shift);
 }
 

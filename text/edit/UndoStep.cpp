@@ -27,10 +27,11 @@ TextPosition UndoStep::Insert(TextPosition at, std::string_view text) {
   return end;
 }
 
-TextPosition UndoStep::InsertPieces(TextPosition at, const std::vector<std::string_view>& pieces) {
+TextPosition UndoStep::InsertPieces(TextPosition at, const std::vector<std::string_view>& pieces,
+                                    FlagsFollow follow) {
   TextPosition end = at;
   if (pieces.empty() || (pieces.size() == 1 && pieces.front().empty())) return end;
-  m_edited = m_buffer.InsertLinesAt(m_target.Source(), at, pieces, end, m_action) || m_edited;
+  m_edited = m_buffer.InsertLinesAt(m_target.Source(), at, pieces, end, m_action, follow) || m_edited;
   return end;
 }
 
@@ -39,9 +40,9 @@ void UndoStep::ReplaceInLine(TextRange range, std::string_view text) {
   InsertPieces(range.start, {text});
 }
 
-void UndoStep::Delete(TextRange range) {
+void UndoStep::Delete(TextRange range, FlagsFollow follow) {
   if (range.IsEmpty()) return;
-  m_edited = m_buffer.DeleteRange(m_target.Source(), range, m_action) || m_edited;
+  m_edited = m_buffer.DeleteRange(m_target.Source(), range, m_action, follow) || m_edited;
 }
 
 void UndoStep::DeleteSelection() {
@@ -66,29 +67,18 @@ void UndoStep::InsertLines(int32_t before, const std::vector<std::string_view>& 
     InsertPieces({before - 1, m_buffer.LineLength(before - 1)}, pieces);
     return;
   }
-  // The first line's record takes the new text; its flags belong to what is pushed down.
-  const uint32_t flags = m_buffer.LineFlags(0);
   pieces.emplace_back();
-  InsertPieces({0, 0}, pieces);
-  SetFlags(0, 0);
-  SetFlags(static_cast<int32_t>(lines.size()), flags);
+  InsertPieces({0, 0}, pieces, FlagsFollow::kText);
 }
 
 void UndoStep::RemoveLines(int32_t first, int32_t last) {
   if (first > 0) {
     Delete({{first - 1, m_buffer.LineLength(first - 1)}, {last, m_buffer.LineLength(last)}});
   } else if (last + 1 < m_buffer.LineCount()) {
-    const uint32_t flags = m_buffer.LineFlags(last + 1);
-    Delete({{0, 0}, {last + 1, 0}});
-    SetFlags(0, flags);
+    Delete({{0, 0}, {last + 1, 0}}, FlagsFollow::kText);
   } else {
     Delete({{0, 0}, m_buffer.EndOfText()});
-    SetFlags(0, 0);
   }
-}
-
-void UndoStep::SetFlags(int32_t line, uint32_t flags) {
-  if (m_buffer.LineFlags(line) != flags) m_buffer.ChangeFlagsOnLines(line, line, flags, ~flags);
 }
 
 std::vector<std::string> CopyPieces(const CCrystalTextBuffer& buffer, TextRange range) {

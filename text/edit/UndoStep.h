@@ -23,11 +23,12 @@ class UndoStep {
   /// Returns the place after the text. Line ends split the line.
   TextPosition Insert(TextPosition at, std::string_view text);
   /// The same with pieces of lines, whose characters are all kept.
-  TextPosition InsertPieces(TextPosition at, const std::vector<std::string_view>& pieces);
+  TextPosition InsertPieces(TextPosition at, const std::vector<std::string_view>& pieces,
+                            FlagsFollow follow = FlagsFollow::kLine);
   /// Replaces the text of a stretch of one line.
   void ReplaceInLine(TextRange range, std::string_view text);
   /// An empty range is no edit.
-  void Delete(TextRange range);
+  void Delete(TextRange range, FlagsFollow follow = FlagsFollow::kLine);
   /// Deletes what is selected, lines or block; the caret goes to its start.
   void DeleteSelection();
 
@@ -38,8 +39,6 @@ class UndoStep {
   void RemoveLines(int32_t first, int32_t last);
 
  private:
-  void SetFlags(int32_t line, uint32_t flags);
-
   EditTarget& m_target;
   CCrystalTextBuffer& m_buffer;
   int32_t m_action;
