@@ -3,7 +3,6 @@
 #include "res/ui/UiText.h"
 #include "shell/ui/ViewHandlers.h"
 #include "text/edit/CaseCommands.h"
-#include "text/edit/DeleteCommands.h"
 #include "text/edit/IndentAll.h"
 #include "text/edit/Indentation.h"
 #include "text/edit/InsertCommands.h"
@@ -64,7 +63,8 @@ void AddHistoryAndClipboard(const ViewHandlers& views) {
       kEditCopy, [](CQuillView& view) { view.Copy(); }, NeedsSelection);
   views.Add(
       kEditPaste, [](CQuillView& view) { view.Paste(); }, NeedsWriting);
-  views.AddEdit(kEditDelete, edit::DeleteRight);
+  views.Add(
+      kEditDelete, [](CQuillView& view) { view.DeleteRight(); }, NeedsWriting);
   views.Add(kEditSelectAll, [](CQuillView& view) { view.SelectAll(); });
   views.Add(
       kEditOverwrite, [](CQuillView& view) { view.ToggleOverwriteMode(); },

@@ -45,6 +45,39 @@ TEST_F(ViewInput, LeftAndRightLeaveASelectionAtTheirSide) {
   }
 }
 
+TEST_F(ViewInput, UndoGoesBackByWhatWasDoneInOneGo) {
+  Open("a.vsl", "");
+  Type("word");
+  Press("Ctrl+A");
+  Type("x");
+  Press("Ctrl+Z");
+  EXPECT_EQ(ActiveText(), "word");
+  Press("Ctrl+Z");
+  EXPECT_EQ(ActiveText(), "");
+  Type("ab cd");
+  Press("Home");
+  PressKeys({"Delete", "Delete", "Delete", "Delete", "Delete", "Ctrl+Z"});
+  EXPECT_EQ(ActiveText(), "cd");
+  Press("Ctrl+Z");
+  EXPECT_EQ(ActiveText(), "ab cd");
+  PressKeys({"End", "Backspace", "Backspace", "Backspace", "Ctrl+Z", "Ctrl+Z"});
+  EXPECT_EQ(ActiveText(), "ab cd");
+  Press("End");
+  Type("e");
+  Press("Ctrl+S");
+  Type("f");
+  Press("Ctrl+Z");
+  EXPECT_EQ(ActiveText(), m_folder.Read("a.vsl"));
+  EXPECT_FALSE(Document().Buffer().IsModified());
+  PressKeys({"Ctrl+Home", "Ctrl+End"});
+  Type("g");
+  Press("Ctrl+Home");
+  View().SetCaretPos({0, 7});
+  Type("h");
+  Press("Ctrl+Z");
+  EXPECT_EQ(ActiveText(), "ab cdeg") << "the caret was elsewhere";
+}
+
 TEST_F(ViewInput, AnInputMethodWritesWhatItCommits) {
   Open("a.vsl", "one");
   const auto compose = [this](const QString& preedit, const QString& commit) {

@@ -108,6 +108,7 @@ void CCrystalTextBuffer::ClearBuffer() {
   AssertUiThread();
   ReleaseAllText();
   m_history.Clear();
+  ++m_changes;
   m_profileSection.clear();
   m_lastChange = {};
   m_groupDepth = 0;
@@ -446,6 +447,7 @@ void CCrystalTextBuffer::TextChanged(const BufferObserver* source, const TextCha
   const bool oneLine = change.range.start.line == change.range.end.line;
   NotifyViews(source, &change, oneLine ? hint::kLineChanged : hint::kLinesChanged, change.range.start.line);
   if (!m_modified) SetModified(true);
+  ++m_changes;
   m_lastChange = lastChange;
 }
 

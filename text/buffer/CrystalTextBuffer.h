@@ -148,6 +148,10 @@ class CCrystalTextBuffer {
   bool UndoLabel(std::string& label) const;
   bool RedoLabel(std::string& label) const;
   const UndoHistory& History() const { return m_history; }
+  /// See the history's function of this name.
+  void JoinLastRecords() { m_history.JoinLast(); }
+  /// Grows with each change of the text, by undo and redo, too.
+  uint64_t ChangeCount() const { return m_changes; }
   TextPosition LastChange() const { return m_lastChange; }
 
   bool IsModified() const { return m_modified; }
@@ -228,6 +232,7 @@ class CCrystalTextBuffer {
   LineFlagStore* m_store;
   std::string m_profileSection;
   TextPosition m_lastChange;
+  uint64_t m_changes = 0;
   int32_t m_style = line_end::kCrLf;
   int32_t m_groupDepth = 0;
   int32_t m_notifyDepth = 0;

@@ -81,6 +81,32 @@ void UndoHistory::KeepWords(size_t index, std::vector<LineWord>&& words) {
   }
 }
 
+void UndoHistory::JoinLast() {
+  if (m_position < 2 || m_position != Count()) return;
+  const UndoRecord first = At(m_position - 2);
+  const UndoRecord second = At(m_position - 1);
+  const uint32_t kind = first.flags & ~UndoRecord::kGroupStart;
+  const bool plain = first.pieceLengths == nullptr && second.pieceLengths == nullptr &&
+                     first.words == nullptr && second.words == nullptr && !first.HasWholeLines();
+  if (second.flags != kind || first.action != second.action || !plain) return;
+  if (first.text.size() + second.text.size() > kLongestPacked) return;
+  if (m_saved + 1 >= static_cast<int64_t>(m_position)) return;
+  TextRange range;
+  std::string text;
+  if (first.IsInsert() ? second.range.start == first.range.end : second.range.start == first.range.start) {
+    range = {first.range.start,
+             first.IsInsert() ? second.range.end : PositionAfterInsert(second.range.end, first.range)};
+    text.append(first.text).append(second.text);
+  } else if (!first.IsInsert() && second.range.end == first.range.start) {
+    range = {second.range.start, first.range.end};
+    text.append(second.text).append(first.text);
+  } else {
+    return;
+  }
+  m_position -= 2;
+  Add(first.flags, first.action, range, {std::move(text), nullptr});
+}
+
 void UndoHistory::Add(uint32_t flags, int32_t action, TextRange range, RecordText&& text) {
   DropRedo();
   if (Count() >= m_limit) DropOldestGroup();

@@ -94,6 +94,9 @@ class UndoHistory {
   }
   /// Keeps flag words with a record in place of those that it has.
   void KeepWords(size_t index, std::vector<LineWord>&& words);
+  /// Makes one record of the last two when they are of one group, kind and action and their texts lie side
+  /// by side, as those of keys that are held down. Not across the place of the saved text.
+  void JoinLast();
   void StepBack() { --m_position; }
   void StepForward() { ++m_position; }
 

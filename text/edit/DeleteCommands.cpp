@@ -4,8 +4,7 @@
 #include "text/edit/UndoStep.h"
 #include "text/view/Navigation.h"
 
-namespace quill::edit {
-namespace {
+namespace quill {
 
 TextPosition PlaceAfter(const CCrystalTextBuffer& buffer, TextPosition place) {
   if (place.character < buffer.LineLength(place.line)) return {place.line, place.character + 1};
@@ -16,6 +15,9 @@ TextPosition PlaceBefore(const CCrystalTextBuffer& buffer, TextPosition place) {
   if (place.character > 0) return {place.line, place.character - 1};
   return place.line > 0 ? TextPosition{place.line - 1, buffer.LineLength(place.line - 1)} : place;
 }
+
+namespace edit {
+namespace {
 
 /// Deletes between the caret and another place, or what is selected.
 bool DeleteTo(EditTarget& target, TextPosition place) {
@@ -62,4 +64,5 @@ bool DeleteSelection(EditTarget& target) {
   return true;
 }
 
-}  // namespace quill::edit
+}  // namespace edit
+}  // namespace quill

@@ -1,6 +1,14 @@
 #pragma once
 #include "text/edit/EditTarget.h"
 
+namespace quill {
+
+/// The places beside one, over a line end where the line ends; the place itself at the text's ends.
+TextPosition PlaceAfter(const CCrystalTextBuffer& buffer, TextPosition place);
+TextPosition PlaceBefore(const CCrystalTextBuffer& buffer, TextPosition place);
+
+}  // namespace quill
+
 /// Each is one undo step and returns false when the text is read-only. With a selection, all of them
 /// delete what is selected.
 namespace quill::edit {

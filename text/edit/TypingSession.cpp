@@ -1,13 +1,34 @@
 #include "text/edit/TypingSession.h"
 
+#include <utility>
+
 #include "base/CodePage1252.h"
 #include "text/edit/ColumnBlock.h"
+#include "text/edit/DeleteCommands.h"
 #include "text/edit/UndoStep.h"
 
 namespace quill {
 
-bool TypingSession::TypeCharacter(EditTarget& target, char c) {
+bool TypingSession::Continues(const EditTarget& target, Run run) const {
   const CCrystalTextBuffer& buffer = target.Buffer();
+  // A saved text is the end of a step: else undoing would go past it.
+  return m_run == run && m_changes == buffer.ChangeCount() && target.Caret() == m_place &&
+         !target.HasSelection() && !buffer.History().IsAtSaved();
+}
+
+void TypingSession::Remember(const EditTarget& target, Run run, TextPosition place, char c) {
+  m_run = run;
+  m_place = place;
+  m_character = c;
+  m_changes = target.Buffer().ChangeCount();
+}
+
+void TypingSession::CaretMoved(const EditTarget& target) {
+  if (target.Caret() != m_place || target.HasSelection()) Forget();
+}
+
+bool TypingSession::TypeCharacter(EditTarget& target, char c) {
+  CCrystalTextBuffer& buffer = target.Buffer();
   if (buffer.IsReadOnly() || static_cast<uint8_t>(c) < ' ') return false;
   if (target.IsColumnSelection()) {
     Forget();
@@ -15,17 +36,18 @@ bool TypingSession::TypeCharacter(EditTarget& target, char c) {
   }
   const TextPosition caret = target.Caret();
   const bool joins =
-      m_active && caret == m_place && cp1252::IsAsciiAlnum(c) == cp1252::IsAsciiAlnum(m_character);
+      Continues(target, Run::kTyping) && cp1252::IsAsciiAlnum(c) == cp1252::IsAsciiAlnum(m_character);
+  // Of the characters before this one: the hook is told the last record alone.
+  if (joins) buffer.JoinLastRecords();
   UndoStep step(target, action::kTyping, joins);
   if (target.HasSelection()) {
     step.DeleteSelection();
   } else if (target.IsOverwriting() && caret.character < buffer.LineLength(caret.line)) {
     step.Delete({caret, {caret.line, caret.character + 1}});
   }
-  m_place = step.Insert(target.Caret(), {&c, 1});
-  m_character = c;
-  m_active = true;
-  target.PlaceCaret(m_place);
+  const TextPosition end = step.Insert(target.Caret(), {&c, 1});
+  Remember(target, Run::kTyping, end, c);
+  target.PlaceCaret(end);
   step.CloseWithHook();
   return true;
 }
@@ -38,10 +60,41 @@ bool TypingSession::TypeEnter(EditTarget& target) {
     return true;
   }
   if (buffer.IsReadOnly()) return false;
+  Forget();
   UndoStep step(target, action::kTyping);
   step.DeleteSelection();
   target.PlaceCaret(step.Insert(target.Caret(), "\r\n"));
   step.CloseWithHook();
+  return true;
+}
+
+bool TypingSession::TypeBackspace(EditTarget& target) {
+  if (target.HasSelection() || target.IsColumnSelection()) return Forget(), edit::DeleteLeft(target);
+  return Erase(target, Run::kBackspace, PlaceBefore(target.Buffer(), target.Caret()));
+}
+
+bool TypingSession::TypeDelete(EditTarget& target) {
+  if (target.HasSelection() || target.IsColumnSelection()) return Forget(), edit::DeleteRight(target);
+  return Erase(target, Run::kDelete, PlaceAfter(target.Buffer(), target.Caret()));
+}
+
+bool TypingSession::Erase(EditTarget& target, Run run, TextPosition to) {
+  CCrystalTextBuffer& buffer = target.Buffer();
+  if (buffer.IsReadOnly()) return false;
+  const TextRange range = TextRange::Between(target.Caret(), to);
+  if (range.IsEmpty()) return true;
+  const std::string_view erased = buffer.PieceOf(range, range.start.line);
+  const char c = erased.empty() ? '\n' : erased.front();
+  const bool inWord = cp1252::IsWordChar(c);
+  const bool wasInWord = cp1252::IsWordChar(m_character);
+  const bool passesWordStart = run == Run::kBackspace ? wasInWord && !inWord : !wasInWord && inWord;
+  const bool joins = Continues(target, run) && !passesWordStart;
+  UndoStep step(target, run == Run::kBackspace ? action::kBackspace : action::kDelete, joins);
+  step.Delete(range);
+  // Else a history of so many records would hold no more keys than that.
+  if (joins) buffer.JoinLastRecords();
+  Remember(target, run, range.start, c);
+  target.PlaceCaret(range.start);
   return true;
 }
 

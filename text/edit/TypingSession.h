@@ -1,10 +1,13 @@
 #pragma once
+#include <cstdint>
+
 #include "text/edit/EditTarget.h"
 
 namespace quill {
 
-/// Typed characters and Enter. Remembers the last typed character, so that a word typed in one go is
-/// undone as one step. One per view; it is the view that ignores typing while a mouse button is down.
+/// Typed characters, Enter, Backspace and Delete. Remembers the last key, so that a word that is typed or
+/// taken away in one go is undone as one step. One per view; it is the view that ignores typing while a mouse
+/// button is down.
 class TypingSession {
  public:
   /// `c` is 32 or above. It replaces the selection, or in overwrite mode the next character, and is put
@@ -12,13 +15,28 @@ class TypingSession {
   bool TypeCharacter(EditTarget& target, char c);
   /// In overwrite mode goes to the next line, if there is one; else splits the line.
   bool TypeEnter(EditTarget& target);
-  /// The next character begins a step of its own.
-  void Forget() { m_active = false; }
+  /// The Backspace and the Delete key, as `edit::DeleteLeft` and `edit::DeleteRight`. In a run, a word goes
+  /// in one step with the blanks and signs that stand behind it. False when read-only.
+  bool TypeBackspace(EditTarget& target);
+  bool TypeDelete(EditTarget& target);
+  /// To be called when the caret or the selection may have changed: the next key begins a step of its own
+  /// unless the caret stands where the last one left it.
+  void CaretMoved(const EditTarget& target);
+  /// The next key begins a step of its own.
+  void Forget() { m_run = Run::kNone; }
 
  private:
-  bool m_active = false;
-  TextPosition m_place;  ///< behind the last typed character
-  char m_character = 0;
+  enum class Run : uint8_t { kNone, kTyping, kBackspace, kDelete };
+
+  /// True when nothing has happened since the last key, which was of the same run.
+  bool Continues(const EditTarget& target, Run run) const;
+  void Remember(const EditTarget& target, Run run, TextPosition place, char c);
+  bool Erase(EditTarget& target, Run run, TextPosition to);
+
+  Run m_run = Run::kNone;
+  TextPosition m_place;    ///< where the last key left the caret
+  char m_character = 0;    ///< that it typed or took away
+  uint64_t m_changes = 0;  ///< the buffer's count then
 };
 
 }  // namespace quill

@@ -28,6 +28,7 @@ constexpr int kLargestPrimarySelection = 1 << 20;  ///< characters offered to a 
 CCrystalEditView::CCrystalEditView(QWidget* parent) : CCrystalTextView(parent) {
   setAttribute(Qt::WA_InputMethodEnabled);
   setAcceptDrops(true);
+  connect(this, &CCrystalTextView::CaretMoved, this, [this] { m_typing.CaretMoved(m_target); });
   Model().SetGroupCallback(
       [this](int32_t action, std::string_view text) { edit::AfterInsertion(m_target, action, text); });
   connect(this, &CCrystalTextView::OverwriteModeChanged, this,
@@ -68,6 +69,10 @@ bool CCrystalEditView::CanUndo() const {
 }
 bool CCrystalEditView::CanRedo() const {
   return Model().HasText() && Buffer()->CanRedo();
+}
+
+bool CCrystalEditView::DeleteRight() {
+  return Edit([this](EditTarget& target) { return m_typing.TypeDelete(target); });
 }
 
 bool CCrystalEditView::Undo() {
@@ -195,16 +200,13 @@ bool CCrystalEditView::HandleEditKey(QKeyEvent* event) {
       Edit([](EditTarget& target) { return edit::TypeBackTab(target); });
       return true;
     case Qt::Key_Backspace:
-      Edit([=](EditTarget& target) {
-        return control ? edit::DeleteWordLeft(target) : edit::DeleteLeft(target);
+      Edit([this, control](EditTarget& target) {
+        return control ? edit::DeleteWordLeft(target) : m_typing.TypeBackspace(target);
       });
       return true;
     case Qt::Key_Delete:
       if (shift) return Cut(), true;
-      Edit([=](EditTarget& target) {
-        return control ? edit::DeleteWordRight(target) : edit::DeleteRight(target);
-      });
-      return true;
+      return control ? Edit(edit::DeleteWordRight) : DeleteRight(), true;
     case Qt::Key_Insert:
       if (control) return Copy(), true;
       if (shift) return Paste(), true;

@@ -28,6 +28,8 @@ class CCrystalEditView : public CCrystalTextView {
   /// Replaces the selection, or inserts at the caret, which goes behind the text.
   bool ReplaceSelectedText(std::string_view text);
 
+  /// The Delete key.
+  bool DeleteRight();
   bool Undo();
   bool Redo();
   bool CanEdit() const;
