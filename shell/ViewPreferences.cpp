@@ -16,6 +16,7 @@ ViewSettings ReadViewSettings(SettingsStore& store, const DesktopColours& deskto
   view.indentationGuide = ReadFlag(store, settings::kIndentionGuide);
   view.autoIndent = ReadFlag(store, settings::kAutoIndent);
   view.autoBrackets = ReadFlag(store, settings::kAutoBrackets);
+  view.typeOverClosers = ReadFlag(store, settings::kTypeOverClosers);
   view.keepSpaces = ReadFlag(store, settings::kKeepSpaces);
 
   view.colours.Load({[&store](const ColourSetting& setting, const DesktopColours& colours) {

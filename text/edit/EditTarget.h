@@ -10,10 +10,11 @@ namespace quill {
 
 /// How text is edited.
 struct EditSettings {
-  int32_t tabSize = 3;       ///< columns of a tab stop, and blanks of one indentation step; at least 1
-  bool keepSpaces = false;   ///< indent with blanks instead of tab characters
-  bool autoIndent = true;    ///< also switches on the bracket aids
-  bool autoBrackets = true;  ///< closing brackets come by themselves
+  int32_t tabSize = 3;          ///< columns of a tab stop, and blanks of one indentation step; at least 1
+  bool keepSpaces = false;      ///< indent with blanks instead of tab characters
+  bool autoIndent = true;       ///< also switches on the bracket aids
+  bool autoBrackets = true;     ///< closing brackets come by themselves
+  bool typeOverClosers = true;  ///< and typing one goes past it
 };
 
 /// What an editing operation needs of the view that it works for. Operations place caret and selection

@@ -5,6 +5,7 @@
 #include "base/CodePage1252.h"
 #include "text/edit/ColumnBlock.h"
 #include "text/edit/DeleteCommands.h"
+#include "text/edit/Indentation.h"
 #include "text/edit/UndoStep.h"
 
 namespace quill {
@@ -34,6 +35,7 @@ bool TypingSession::TypeCharacter(EditTarget& target, char c) {
     Forget();
     return edit::TypeIntoBlock(target, {&c, 1}, action::kTyping);
   }
+  if (TypeOver(target, c)) return true;
   const TextPosition caret = target.Caret();
   const bool joins =
       Continues(target, Run::kTyping) && cp1252::IsAsciiAlnum(c) == cp1252::IsAsciiAlnum(m_character);
@@ -49,6 +51,63 @@ bool TypingSession::TypeCharacter(EditTarget& target, char c) {
   Remember(target, Run::kTyping, end, c);
   target.PlaceCaret(end);
   step.CloseWithHook();
+  FollowHook(target, c);
+  return true;
+}
+
+void TypingSession::FollowHook(EditTarget& target, char c) {
+  CCrystalTextBuffer& buffer = target.Buffer();
+  // What it did belongs to the character.
+  const uint64_t edits = buffer.ChangeCount() - std::exchange(m_changes, buffer.ChangeCount());
+  if (edits != 1) return;
+  const auto last = buffer.History().Last();
+  const TextPosition caret = target.Caret();
+  const bool closed =
+      last && last->IsInsert() && last->action == action::kIndent && last->range.start == caret;
+  if (closed) m_closers.Add(buffer, {last->range.end.line, last->range.end.character - 1});
+  if (c == ')' && caret.character > 0) m_closers.Remove({caret.line, caret.character - 1});
+}
+
+std::optional<TextPosition> TypingSession::CloserAhead(const EditTarget& target, char c) const {
+  const CCrystalTextBuffer& buffer = target.Buffer();
+  const EditSettings settings = target.Settings();
+  const auto at = [&](TextPosition place) {
+    return buffer.Line(place.line).substr(static_cast<size_t>(place.character), 1);
+  };
+  TextPosition place = target.Caret();
+  if (c == ')') {
+    // Behind a "()" of the line it stays, and between "(" and ")" it is the hook that steps over.
+    const std::string_view before = buffer.Line(place.line).substr(0, static_cast<size_t>(place.character));
+    const bool hookDoes = settings.autoIndent && settings.autoBrackets && before.ends_with('(');
+    if (hookDoes || before.find("()") != std::string_view::npos) return std::nullopt;
+  } else if (c == '}') {
+    while (at(place).empty() || cp1252::IsSpace(at(place).front())) {
+      const TextPosition next = PlaceAfter(buffer, place);
+      if (next == place) return std::nullopt;
+      place = next;
+    }
+  } else if (c != ']') {
+    return std::nullopt;
+  }
+  const bool isThere = at(place) == std::string_view(&c, 1) && m_closers.Has(buffer, place);
+  return isThere ? std::optional(place) : std::nullopt;
+}
+
+bool TypingSession::TypeOver(EditTarget& target, char c) {
+  if (!target.Settings().typeOverClosers || target.IsOverwriting() || target.HasSelection()) return false;
+  std::optional<TextPosition> closer = CloserAhead(target, c);
+  if (!closer) return false;
+  m_closers.Remove(*closer);
+  const TextPosition caret = target.Caret();
+  const bool onEmptyLine = LeadingWhiteSpace(target.Buffer().Line(caret.line)) >= caret.character;
+  if (closer->line > caret.line && onEmptyLine) {
+    // The line was begun for this bracket.
+    UndoStep step(target, action::kIndent);
+    step.Delete({{caret.line, 0}, {closer->line, 0}}, FlagsFollow::kText);
+    closer->line = caret.line;
+  }
+  target.PlaceCaret({closer->line, closer->character + 1});
+  Forget();
   return true;
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 #include <cstdint>
+#include <optional>
 
+#include "text/edit/AutoClosers.h"
 #include "text/edit/EditTarget.h"
 
 namespace quill {
@@ -11,7 +13,8 @@ namespace quill {
 class TypingSession {
  public:
   /// `c` is 32 or above. It replaces the selection, or in overwrite mode the next character, and is put
-  /// into every line of a column selection. False when refused: read-only, or no printable character.
+  /// into every line of a column selection. A closing bracket goes past the one at the caret that the editor
+  /// has inserted by itself. False when refused: read-only, or no printable character.
   bool TypeCharacter(EditTarget& target, char c);
   /// In overwrite mode goes to the next line, if there is one; else splits the line.
   bool TypeEnter(EditTarget& target);
@@ -22,6 +25,11 @@ class TypingSession {
   /// To be called when the caret or the selection may have changed: the next key begins a step of its own
   /// unless the caret stands where the last one left it.
   void CaretMoved(const EditTarget& target);
+  /// Another text is edited from now on; to be called while the old one is there.
+  void LeaveText() {
+    Forget();
+    m_closers.Clear();
+  }
   /// The next key begins a step of its own.
   void Forget() { m_run = Run::kNone; }
 
@@ -31,8 +39,14 @@ class TypingSession {
   /// True when nothing has happened since the last key, which was of the same run.
   bool Continues(const EditTarget& target, Run run) const;
   void Remember(const EditTarget& target, Run run, TextPosition place, char c);
+  /// Where the closing bracket stands that a typed one goes past.
+  std::optional<TextPosition> CloserAhead(const EditTarget& target, char c) const;
+  bool TypeOver(EditTarget& target, char c);
+  /// Sees what the hook has done about a typed character.
+  void FollowHook(EditTarget& target, char c);
   bool Erase(EditTarget& target, Run run, TextPosition to);
 
+  AutoClosers m_closers;
   Run m_run = Run::kNone;
   TextPosition m_place;    ///< where the last key left the caret
   char m_character = 0;    ///< that it typed or took away

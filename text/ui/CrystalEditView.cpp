@@ -28,6 +28,7 @@ constexpr int kLargestPrimarySelection = 1 << 20;  ///< characters offered to a 
 CCrystalEditView::CCrystalEditView(QWidget* parent) : CCrystalTextView(parent) {
   setAttribute(Qt::WA_InputMethodEnabled);
   setAcceptDrops(true);
+  connect(this, &CCrystalTextView::BufferReplaced, this, [this] { m_typing.LeaveText(); });
   connect(this, &CCrystalTextView::CaretMoved, this, [this] { m_typing.CaretMoved(m_target); });
   Model().SetGroupCallback(
       [this](int32_t action, std::string_view text) { edit::AfterInsertion(m_target, action, text); });
@@ -37,7 +38,8 @@ CCrystalEditView::CCrystalEditView(QWidget* parent) : CCrystalTextView(parent) {
 
 void CCrystalEditView::ApplySettings(const ViewSettings& settings) {
   CCrystalTextView::ApplySettings(settings);
-  m_target.SetSettings({settings.tabSize, settings.keepSpaces, settings.autoIndent, settings.autoBrackets});
+  m_target.SetSettings({settings.tabSize, settings.keepSpaces, settings.autoIndent, settings.autoBrackets,
+                        settings.typeOverClosers});
 }
 
 // Operations

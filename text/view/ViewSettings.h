@@ -20,6 +20,7 @@ struct ViewSettings {
   bool indentationGuide = settings::kIndentionGuide.fallback;
   bool autoIndent = settings::kAutoIndent.fallback;
   bool autoBrackets = settings::kAutoBrackets.fallback;
+  bool typeOverClosers = settings::kTypeOverClosers.fallback;
   bool keepSpaces = settings::kKeepSpaces.fallback;  ///< indent with blanks
   ColourTable colours;
 };
