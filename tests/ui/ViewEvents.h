@@ -26,6 +26,8 @@ class Mouse {
     m_modifiers = modifiers;
     Send(QEvent::MouseButtonPress, at, Qt::LeftButton, Qt::LeftButton);
   }
+  /// The button comes up where the widget does not hear of it.
+  void ReleaseElsewhere() { m_held = Qt::NoButton; }
   void Move(QPoint at) { Send(QEvent::MouseMove, at, Qt::NoButton, m_held); }
   void Release(QPoint at) { Send(QEvent::MouseButtonRelease, at, Qt::LeftButton, Qt::NoButton); }
   void Click(QPoint at, Qt::KeyboardModifiers modifiers = {}) {

@@ -372,6 +372,46 @@ TEST_F(ViewInput, AColumnBlockKeepsItsColumnsBehindShortLines) {
   EXPECT_EQ(bars(1), "012");
 }
 
+TEST_F(ViewInput, ASelectionEndsWithTheButtonWhereverItIsReleased) {
+  Open("a.vsl", "one two\r\nthree four\r\nfive");
+  Mouse mouse = ViewMouse();
+  const std::pair<const char*, std::function<void()>> losses[] = {
+      {"no button is held", [&] { mouse.ReleaseElsewhere(); }},
+      {"the focus went", [&] { View().clearFocus(); }},
+      {"the mouse was taken",
+       [&] {
+         QEvent ungrab(QEvent::UngrabMouse);
+         QApplication::sendEvent(&Viewport(), &ungrab);
+       }},
+      {"the view was hidden",
+       [&] {
+         View().hide();
+         View().show();
+       }},
+  };
+  for (const auto& [name, lose] : losses) {
+    for (const Qt::KeyboardModifiers modifiers :
+         {Qt::KeyboardModifiers(), Qt::KeyboardModifiers(Qt::AltModifier)}) {
+      mouse.Click(At(0, 0));
+      mouse.Press(At(0, 1), modifiers);
+      mouse.Move(At(0, 4));
+      ASSERT_EQ(Shown(), "o[ne |two\nthree four\nfive") << name;
+      lose();
+      mouse.Move(At(1, 3));
+      mouse.Move(At(2, 2));
+      EXPECT_EQ(Shown(), "o[ne |two\nthree four\nfive") << name;
+      mouse.Release(At(2, 2));
+      View().setFocus();
+    }
+  }
+  mouse.Press(At(0, 2));
+  mouse.ReleaseElsewhere();
+  mouse.Move(At(0, 3));
+  mouse.Press(At(1, 0));
+  mouse.Move(At(1, 2));
+  EXPECT_EQ(Shown(), "one two\n[th|ree four\nfive") << "and the next one begins";
+}
+
 TEST_F(ViewInput, ADragBeyondTheEdgeScrolls) {
   Open("a.vsl", Lines(300));
   Mouse mouse = ViewMouse();

@@ -59,6 +59,7 @@ class CCrystalEditView : public CCrystalTextView {
   void dragMoveEvent(QDragMoveEvent* event) override;
   void dragLeaveEvent(QDragLeaveEvent* event) override;
   void dropEvent(QDropEvent* event) override;
+  void EndMouse() override;
   bool BeginsDrag(QMouseEvent* event) override;
 
  private:

@@ -40,12 +40,18 @@ bool CCrystalEditView::BeginsDrag(QMouseEvent* event) {
 }
 
 void CCrystalEditView::mouseMoveEvent(QMouseEvent* event) {
+  if (!event->buttons().testFlag(Qt::LeftButton)) EndMouse();
   if (!m_dragPending) {
     CCrystalTextView::mouseMoveEvent(event);
   } else if ((event->position().toPoint() - m_dragStart).manhattanLength() >=
              QApplication::startDragDistance()) {
     StartDrag();
   }
+}
+
+void CCrystalEditView::EndMouse() {
+  m_dragPending = false;
+  CCrystalTextView::EndMouse();
 }
 
 void CCrystalEditView::mouseReleaseEvent(QMouseEvent* event) {

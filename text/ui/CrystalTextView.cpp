@@ -38,6 +38,7 @@ CCrystalTextView::~CCrystalTextView() {
 
 void CCrystalTextView::SetBuffer(CCrystalTextBuffer* buffer) {
   m_model.SetBuffer(buffer);
+  EndMouse();
   verticalScrollBar()->setValue(0);
   horizontalScrollBar()->setValue(0);
   Q_EMIT BufferReplaced();

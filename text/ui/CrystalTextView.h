@@ -112,6 +112,7 @@ class CCrystalTextView : public QAbstractScrollArea {
 
  protected:
   bool event(QEvent* event) override;
+  bool viewportEvent(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void scrollContentsBy(int dx, int dy) override;
@@ -125,9 +126,12 @@ class CCrystalTextView : public QAbstractScrollArea {
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
 
   /// True when the key moved the caret or the view.
   bool HandleNavigationKey(QKeyEvent* event);
+  /// The left button is not held any more, wherever it was released: what it was drawing ends as it is.
+  virtual void EndMouse();
   /// A press on selected text may begin a drag; the plain view selects anew.
   virtual bool BeginsDrag(QMouseEvent*) { return false; }
   const ViewPalette& Palette() const { return m_palette; }

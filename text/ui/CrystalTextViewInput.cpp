@@ -194,6 +194,8 @@ void CCrystalTextView::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void CCrystalTextView::mouseMoveEvent(QMouseEvent* event) {
   const QPoint point = event->position().toPoint();
+  // The release may have gone to a menu or a dialog that came up in between.
+  if (!event->buttons().testFlag(Qt::LeftButton)) EndMouse();
   if (m_mouse.IsActive()) {
     ExtendSelectionTo(point);
   } else {
@@ -224,9 +226,22 @@ void CCrystalTextView::ExtendSelectionTo(QPoint point) {
 }
 
 void CCrystalTextView::mouseReleaseEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton) return;
+  if (event->button() == Qt::LeftButton) EndMouse();
+}
+
+void CCrystalTextView::EndMouse() {
   m_mouse.End();
   m_dragScroll.stop();
+}
+
+bool CCrystalTextView::viewportEvent(QEvent* event) {
+  if (event->type() == QEvent::UngrabMouse) EndMouse();
+  return QAbstractScrollArea::viewportEvent(event);
+}
+
+void CCrystalTextView::hideEvent(QHideEvent* event) {
+  QAbstractScrollArea::hideEvent(event);
+  EndMouse();
 }
 
 void CCrystalTextView::DragScrollStep() {
@@ -298,6 +313,7 @@ void CCrystalTextView::focusInEvent(QFocusEvent* event) {
 
 void CCrystalTextView::focusOutEvent(QFocusEvent* event) {
   QAbstractScrollArea::focusOutEvent(event);
+  EndMouse();
   m_blink.stop();
   m_caretShown = false;
   viewport()->update(CaretRect());
