@@ -129,6 +129,34 @@ TEST(ColumnBlock, StandsBehindTheEndsOfShortLines) {
   }
 }
 
+TEST(ColumnBlock, IsDraggedAsABlock) {
+  const ColumnBlock block{0, 2, 1, 3};  // "bc", "", "BC"
+  const struct {
+    const char* name;
+    TextPosition to;
+    bool copy;
+    const char* after;
+  } cases[] = {
+      {"to the right", {0, 5}, false, "adebc\nx\nADEBC"}, {"to the left", {0, 0}, false, "bcade\n  x\nBCADE"},
+      {"down", {2, 5}, false, "ade\nx\nADEbc\n\n   BC"},  {"a copy", {0, 1}, true, "abcbcde\nx\nABCBCDE"},
+      {"into itself", {0, 2}, false, "abcde\nx\nABCDE"},  {"beside itself", {2, 3}, false, "abcde\nx\nABCDE"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    FakeEditor editor("|abcde\nx\nABCDE");
+    EXPECT_TRUE(edit::MoveBlock(editor, block, c.to, c.copy));
+    std::string after = editor.Text();
+    EXPECT_EQ(after, c.after);
+    if (after != "abcde\nx\nABCDE") {
+      EXPECT_EQ(editor.UndoLabel(), "Drag And Drop");
+      EXPECT_EQ(editor.CaretCorner().line - editor.AnchorCorner().line, 2) << "and is selected there";
+      EXPECT_EQ(editor.CaretCorner().column - editor.AnchorCorner().column, 2);
+      EXPECT_EQ(editor.UndoAll(), 1);
+    }
+    EXPECT_EQ(editor.Text(), "abcde\nx\nABCDE");
+  }
+}
+
 TEST(ColumnBlock, OverwritesWhenItHasNoColumns) {
   FakeEditor editor("a[bc\na]bc");
   editor.columns = true;

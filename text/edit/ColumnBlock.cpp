@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "text/edit/ClipboardText.h"
 #include "text/edit/UndoStep.h"
 #include "text/view/VisualColumns.h"
 
@@ -37,14 +38,56 @@ void CollapseTo(EditTarget& target, const ColumnBlock& block, int32_t column) {
   }
 }
 
+/// Splits at CR LF; a line end at the text's end is not followed by a line.
 std::vector<std::string_view> SplitAtCrLf(std::string_view text) {
   std::vector<std::string_view> lines;
   for (size_t end = 0; (end = text.find("\r\n")) != std::string_view::npos;) {
     lines.push_back(text.substr(0, end));
     text.remove_prefix(end + 2);
   }
-  lines.push_back(text);
+  if (lines.empty() || !text.empty()) lines.push_back(text);
   return lines;
+}
+
+/// Puts lines one below the other at a column, with new lines behind the last one where needed. Returns the
+/// place behind the last of them.
+TextPosition InsertBlock(UndoStep& step, EditTarget& target, BlockCorner at,
+                         const std::vector<std::string_view>& lines) {
+  CCrystalTextBuffer& buffer = target.Buffer();
+  size_t width = 0;
+  for (const std::string_view piece : lines) width = std::max(width, piece.size());
+  TextPosition end;
+  for (int32_t line = at.line; const std::string_view piece : lines) {
+    if (line == buffer.LineCount()) step.Insert(buffer.EndOfText(), "\r\n");
+    end = InsertAtColumn(step, target, line, at.column, piece);
+    // What stands behind the block stays below one another.
+    const bool textFollows = end.character < buffer.LineLength(line++);
+    if (textFollows) end = step.Insert(end, std::string(width - piece.size(), ' '));
+  }
+  return end;
+}
+
+/// The same, selected as a block.
+void DropLines(UndoStep& step, EditTarget& target, BlockCorner at,
+               const std::vector<std::string_view>& lines) {
+  InsertBlock(step, target, at, lines);
+  int32_t right = at.column;
+  const int32_t tabSize = target.Settings().tabSize;
+  for (int32_t line = at.line; const std::string_view piece : lines) {
+    const int32_t start = CharacterAtColumn(target.Buffer().Line(line), at.column, tabSize);
+    right = std::max(right, ColumnAt(target, {line, start + static_cast<int32_t>(piece.size())}));
+    ++line;
+  }
+  target.SelectBlock(at, {at.line + static_cast<int32_t>(lines.size()) - 1, right});
+}
+
+std::string TextOf(const EditTarget& target, const ColumnBlock& block) {
+  std::string text;
+  for (int32_t line = block.firstLine; line <= block.lastLine; ++line) {
+    if (line != block.firstLine) text += "\r\n";
+    text += target.Buffer().PieceOf(block.RangeOn(target.Buffer(), line, target.Settings().tabSize), line);
+  }
+  return text;
 }
 
 }  // namespace
@@ -63,16 +106,7 @@ ColumnBlock BlockOf(const EditTarget& target) {
 namespace edit {
 
 std::string CopyBlock(const EditTarget& target) {
-  const ColumnBlock block = BlockOf(target);
-  std::string text;
-  for (int32_t line = block.firstLine; line <= block.lastLine; ++line) {
-    const TextRange range = block.RangeOn(target.Buffer(), line, target.Settings().tabSize);
-    if (line != block.firstLine) text += "\r\n";
-    text +=
-        target.Buffer().Line(line).substr(static_cast<size_t>(range.start.character),
-                                          static_cast<size_t>(range.end.character - range.start.character));
-  }
-  return text;
+  return TextOf(target, BlockOf(target));
 }
 
 bool TypeIntoBlock(EditTarget& target, std::string_view text, int32_t actionCode) {
@@ -115,22 +149,43 @@ bool DeleteInBlock(EditTarget& target, bool toTheLeft, int32_t actionCode) {
 }
 
 bool PasteBlock(EditTarget& target, std::string_view text) {
-  CCrystalTextBuffer& buffer = target.Buffer();
-  if (buffer.IsReadOnly()) return false;
-  std::vector<std::string_view> lines = SplitAtCrLf(text);
-  if (lines.size() > 1 && lines.back().empty()) lines.pop_back();
-  if (target.IsColumnSelection() && lines.size() == 1) return TypeIntoBlock(target, text, action::kPaste);
+  if (target.Buffer().IsReadOnly()) return false;
+  const std::vector<std::string_view> lines = SplitAtCrLf(text);
   const bool columns = target.IsColumnSelection();
+  if (columns && lines.size() == 1) return TypeIntoBlock(target, lines.front(), action::kPaste);
   const int32_t left = BlockOf(target).left;
   UndoStep step(target, action::kPaste);
   step.DeleteSelection();
-  TextPosition end = target.Caret();
-  const int32_t column = columns ? left : ColumnAt(target, end);
-  for (int32_t line = end.line; const std::string_view piece : lines) {
-    if (line == buffer.LineCount()) step.Insert(buffer.EndOfText(), "\r\n");
-    end = InsertAtColumn(step, target, line++, column, piece);
+  const TextPosition caret = target.Caret();
+  target.PlaceCaret(InsertBlock(step, target, {caret.line, columns ? left : ColumnAt(target, caret)}, lines));
+  return true;
+}
+
+bool DropBlock(EditTarget& target, TextPosition at, std::string_view text) {
+  if (target.Buffer().IsReadOnly()) return false;
+  const std::string lines = WithCrLf(text);
+  UndoStep step(target, action::kDragAndDrop);
+  DropLines(step, target, target.CornerOf(at), SplitAtCrLf(lines));
+  return true;
+}
+
+bool MoveBlock(EditTarget& target, const ColumnBlock& from, TextPosition to, bool copy) {
+  const CCrystalTextBuffer& buffer = target.Buffer();
+  if (buffer.IsReadOnly()) return false;
+  const int32_t column = target.CornerOf(to).column;
+  const bool inside =
+      to.line >= from.firstLine && to.line <= from.lastLine && column >= from.left && column <= from.right;
+  if (from.Width() == 0 || (inside && !copy)) return true;
+  const std::string text = TextOf(target, from);
+  std::vector<std::string_view> lines = SplitAtCrLf(text);
+  lines.resize(static_cast<size_t>(from.lastLine - from.firstLine) + 1);
+  UndoStep step(target, action::kDragAndDrop);
+  for (int32_t line = from.firstLine; !copy && line <= from.lastLine; ++line) {
+    const TextRange range = from.RangeOn(buffer, line, target.Settings().tabSize);
+    step.Delete(range);
+    to = PositionAfterDelete(to, range);
   }
-  target.PlaceCaret(end);
+  DropLines(step, target, target.CornerOf(to), lines);
   return true;
 }
 

@@ -35,6 +35,11 @@ bool DeleteInBlock(EditTarget& target, bool toTheLeft, int32_t actionCode);
 /// Puts the lines of a text (CR LF between them) one below the other at the block's or the caret's
 /// column, in new lines after the last one where needed. A single line goes to every line of a block.
 bool PasteBlock(EditTarget& target, std::string_view text);
+/// Drops a block that was dragged from elsewhere, with line ends of any kind, at a place and selects it.
+bool DropBlock(EditTarget& target, TextPosition at, std::string_view text);
+/// Moves or copies a block to another place of the same buffer and selects it there. A move into the block
+/// itself does nothing.
+bool MoveBlock(EditTarget& target, const ColumnBlock& from, TextPosition to, bool copy);
 
 }  // namespace edit
 }  // namespace quill

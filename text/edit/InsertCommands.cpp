@@ -2,6 +2,7 @@
 
 #include "base/LocalTime.h"
 #include "text/edit/ClipboardText.h"
+#include "text/edit/ColumnBlock.h"
 #include "text/edit/UndoStep.h"
 
 namespace quill::edit {
@@ -54,6 +55,11 @@ bool RemoveDraggedText(EditTarget& target, TextRange range) {
   step.Delete(range);
   target.PlaceCaret(range.start);
   return true;
+}
+
+bool RemoveDraggedSelection(EditTarget& target) {
+  if (target.IsColumnSelection()) return TypeIntoBlock(target, {}, action::kDragAndDrop);
+  return RemoveDraggedText(target, target.Selection());
 }
 
 }  // namespace quill::edit

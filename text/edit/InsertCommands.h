@@ -19,5 +19,7 @@ bool DropText(EditTarget& target, TextPosition at, std::string_view text);
 bool MoveText(EditTarget& target, TextRange from, TextPosition to, bool copy);
 /// The other end of a drag to another window: takes the moved text away.
 bool RemoveDraggedText(EditTarget& target, TextRange range);
+/// The same with what is selected, lines or block.
+bool RemoveDraggedSelection(EditTarget& target);
 
 }  // namespace quill::edit

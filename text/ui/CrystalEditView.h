@@ -59,6 +59,7 @@ class CCrystalEditView : public CCrystalTextView {
   void dragMoveEvent(QDragMoveEvent* event) override;
   void dragLeaveEvent(QDragLeaveEvent* event) override;
   void dropEvent(QDropEvent* event) override;
+  void timerEvent(QTimerEvent* event) override;
   void EndMouse() override;
   bool BeginsDrag(QMouseEvent* event) override;
 
@@ -67,6 +68,10 @@ class CCrystalEditView : public CCrystalTextView {
   bool HandleEditKey(QKeyEvent* event);
   bool TypeText(const QString& text);
   void StartDrag();
+  bool IsOnSelection(QPoint point) const;
+  /// Inserts what is dropped; false when the text refused it.
+  bool Drop(const QDropEvent& event, TextPosition place);
+  void EndDropPlace();
   bool PasteFrom(const QMimeData& data);
   void PublishPrimarySelection();
   bool Refuse();
@@ -75,7 +80,9 @@ class CCrystalEditView : public CCrystalTextView {
   TypingSession m_typing;
   QPoint m_dragStart;
   bool m_dragPending = false;
-  bool m_dropInside = false;  ///< the drag that this view started ended in it
+  bool m_droppedInText = false;  ///< what this view drags was dropped in a window of the same text
+  QPoint m_dropPoint;            ///< where something is held over the view
+  QBasicTimer m_dropScroll;
 };
 
 }  // namespace quill

@@ -135,6 +135,8 @@ class CCrystalTextView : public QAbstractScrollArea {
   /// A press on selected text may begin a drag; the plain view selects anew.
   virtual bool BeginsDrag(QMouseEvent*) { return false; }
   const ViewPalette& Palette() const { return m_palette; }
+  /// Scrolls a step when the point is at an edge of the text area.
+  void ScrollAtEdge(QPoint point);
   /// Where a drop would go, marked like a caret.
   void SetDropPlace(std::optional<TextPosition> place);
 

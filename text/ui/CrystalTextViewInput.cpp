@@ -258,6 +258,16 @@ void CCrystalTextView::DragScrollStep() {
   ExtendSelectionTo(point);
 }
 
+void CCrystalTextView::ScrollAtEdge(QPoint point) {
+  const QRect inner = TextArea().adjusted(LineHeight(), LineHeight(), -LineHeight(), -LineHeight());
+  const auto step = [](QScrollBar& bar, int at, int from, int to) {
+    const int direction = at < from ? -1 : at > to ? 1 : 0;
+    if (direction != 0) bar.setValue(bar.value() + direction * bar.singleStep());
+  };
+  step(*verticalScrollBar(), point.y(), inner.top(), inner.bottom());
+  step(*horizontalScrollBar(), point.x(), inner.left(), inner.right());
+}
+
 void CCrystalTextView::wheelEvent(QWheelEvent* event) {
   if (event->modifiers() == Qt::ShiftModifier) {
     QApplication::sendEvent(horizontalScrollBar(), event);
