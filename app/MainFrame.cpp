@@ -26,6 +26,7 @@
 #include "shell/ui/DockBars.h"
 #include "shell/ui/Documents.h"
 #include "shell/ui/FileOperations.h"
+#include "shell/ui/KeypadKeys.h"
 #include "shell/ui/Menus.h"
 #include "shell/ui/Prompts.h"
 #include "shell/ui/QuillDoc.h"
@@ -99,6 +100,7 @@ void CMainFrame::BuildParts() {
   m_bars = std::make_unique<DockBars>(*this, *router);
   auto* active = new ActiveView(*workspace, this);
   new ViewStatus(*active, *status, *router, this);
+  new KeypadKeys(*this, *router, this);
   m_parts = std::make_unique<ShellParts>(ShellParts{m_services, *this, *router, *workspace, *active,
                                                     *documents, *files, *viewSettings, *m_bars, *m_recent,
                                                     *status, *timers, m_commands});

@@ -120,6 +120,10 @@ void CommandRouter::RefreshFor(const QKeyEvent& key) {
   }
 }
 
+CommandId CommandRouter::CommandOfKey(const QKeyEvent& key) const {
+  return m_byKey.value(key.keyCombination().toCombined(), CommandId::kNone);
+}
+
 void CommandRouter::Apply(Entry& entry) {
   CommandState state;
   if (!entry.run) {

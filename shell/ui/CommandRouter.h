@@ -67,6 +67,9 @@ class CommandRouter : public QObject {
   /// Brings those actions up to date that the key is bound to, so that a key pressed right after another
   /// finds its command in the state that the first one left.
   void RefreshFor(const QKeyEvent& key);
+  /// What this very key is bound to, a key of the number pad told from its twin among the main keys; `kNone`
+  /// when nothing is.
+  CommandId CommandOfKey(const QKeyEvent& key) const;
 
   /// Gives the actions the keys of the table, or the user's where there are any.
   void SetKeys(const KeyBindings& bindings);
