@@ -1,6 +1,8 @@
 #include <QApplication>
+#include <QDesktopServices>
 #include <QStyleFactory>
 #include <QTimer>
+#include <QUrl>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -52,6 +54,10 @@ bool AnswersInTheTerminal(const CommandLine& commandLine) {
   return false;
 }
 
+bool ShowFolder(const std::string& folder) {
+  return QDesktopServices::openUrl(QUrl::fromLocalFile(FromBytes(folder)));
+}
+
 int Run(QApplication& application, CommandLine commandLine, const std::string& processCommandLine) {
   const std::string programFolder = ToBytes(QCoreApplication::applicationDirPath());
   SqliteSettingsStore settings(
@@ -72,7 +78,8 @@ int Run(QApplication& application, CommandLine commandLine, const std::string& p
                        .prompts = prompts,
                        .clock = SystemTime,
                        .handOver = {},
-                       .endProcess = [](int status) { std::_Exit(status); }};
+                       .endProcess = [](int status) { std::_Exit(status); },
+                       .showFolder = ShowFolder};
 
   CQuillApp quill(services, std::move(commandLine));
   switch (quill.Start()) {

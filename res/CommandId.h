@@ -27,6 +27,12 @@ enum class CommandId : uint16_t {
   kFilePrint,
   kFilePrintToPdf,
   kFileExit,
+  kFileCopyPath,
+  kFileOpenFolder,
+  kFileRecover,
+  kFileLineEndDos,
+  kFileLineEndUnix,
+  kFileLineEndMac,
   kRecentFileFirst = 1050,
   kRecentFileLast = 1053,
 
@@ -157,6 +163,7 @@ enum class CommandId : uint16_t {
   // Help
   kHelpManual = 1800,
   kHelpAbout,
+  kHelpSample,
 };
 
 /// The command `offset` numbers after the first of a series.

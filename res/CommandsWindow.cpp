@@ -58,6 +58,8 @@ constexpr Command kCommands[] = {
 
     // Help
     {kHelpManual, "help.manual", "&Manual", {"F1"}, "Opens the manual at the word under the caret", "help", false, kManual},
+    {kHelpSample, "help.sample", "Open &Sample Game", {}, "Opens the scripts of a small game to read and change",
+     "document-script"},
     {kHelpAbout, "help.about", "&About Vesper Editor", {}, "Shows the version of the program", "about"},
 };
 // clang-format on

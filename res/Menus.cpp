@@ -24,10 +24,14 @@ constexpr MenuEntry Sub(const Menu& menu) {
   return {MenuEntry::Kind::kSubmenu, kNone, kNone, &menu};
 }
 
+constexpr MenuEntry kLineEndEntries[] = {Items(kFileLineEndDos, kFileLineEndMac)};
+constexpr Menu kLineEndMenu{"Line &Ends", kLineEndEntries};
+
 constexpr MenuEntry kFileEntries[] = {
     Item(kFileNew),
     Item(kFileOpen),
     Item(kFileReload),
+    Item(kFileRecover),
     kLine,
     Item(kFileClose),
     Item(kFileCloseAll),
@@ -36,6 +40,10 @@ constexpr MenuEntry kFileEntries[] = {
     Item(kFileSaveAs),
     Item(kFileSaveAll),
     Item(kFileReadOnly),
+    Sub(kLineEndMenu),
+    kLine,
+    Item(kFileCopyPath),
+    Item(kFileOpenFolder),
     kLine,
     Item(kFilePageSetup),
     Item(kFilePrint),
@@ -176,7 +184,7 @@ constexpr MenuEntry kWindowEntries[] = {
     Series(kWindowListFirst, kWindowListLast),
 };
 
-constexpr MenuEntry kHelpEntries[] = {Item(kHelpManual), kLine, Item(kHelpAbout)};
+constexpr MenuEntry kHelpEntries[] = {Item(kHelpManual), Item(kHelpSample), kLine, Item(kHelpAbout)};
 
 // "Plugins" carries no mnemonic: the loader of plug-ins looks the menu up by this very text.
 constexpr Menu kMenuBar[] = {

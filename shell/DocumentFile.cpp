@@ -177,6 +177,12 @@ std::optional<DocumentPrompt> DocumentFile::QuestionBeforeReload() const {
   return DocumentPrompt::ReloadLosesChanges(m_title);
 }
 
+void DocumentFile::SetLineEndStyle(int32_t style) {
+  if (m_buffer.IsReadOnly() || style == m_buffer.LineEndStyle()) return;
+  m_buffer.SetLineEndStyle(style);
+  m_buffer.SetModified(true);
+}
+
 std::optional<DocumentPrompt> DocumentFile::ToggleReadOnly() {
   m_buffer.SetReadOnly(!m_buffer.IsReadOnly());
   if (!m_buffer.IsReadOnly()) return {};

@@ -83,6 +83,8 @@ class DocumentFile {
   void KeepText();
   /// The question before the user's own Reload; nothing when no changes would go.
   std::optional<DocumentPrompt> QuestionBeforeReload() const;
+  /// What stands between the lines from the next save on; not while read-only. `style` is 0, 1 or 2.
+  void SetLineEndStyle(int32_t style);
   /// Says so when the text became read-only.
   std::optional<DocumentPrompt> ToggleReadOnly();
 

@@ -29,6 +29,8 @@ struct AppServices {
   std::function<bool(const std::vector<std::string>& files)> handOver;
   /// Ends the process at once with a status.
   std::function<void(int)> endProcess;
+  /// Shows a folder as the desktop does; false when it cannot.
+  std::function<bool(const std::string& folder)> showFolder;
 
   AppProfile Profile() const { return AppProfile(settings); }
 };

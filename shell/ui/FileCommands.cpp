@@ -1,12 +1,16 @@
 #include "shell/ui/FileCommands.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QMainWindow>
 #include <algorithm>
 #include <filesystem>
 
 #include "res/ui/UiText.h"
 #include "shell/RecentFiles.h"
+#include "shell/SampleGame.h"
 #include "shell/ui/ActiveView.h"
+#include "shell/ui/AppServices.h"
 #include "shell/ui/ChildFrame.h"
 #include "shell/ui/CommandRouter.h"
 #include "shell/ui/Documents.h"
@@ -22,6 +26,8 @@ void FileCommands::RegisterCommands(CommandRouter& router) {
   router.Register(kFileNew, [this] { m.files.New(); });
   router.Register(kFileOpen, [this] { m.files.OpenByDialog(); });
   RegisterSaving(router);
+  RegisterFile(router);
+  RegisterLineEnds(router);
   const auto anyDocument = [this] {
     return CommandState::EnabledIf(m.active.Frame() != nullptr, StringId::kNoDocumentOpen);
   };
@@ -67,6 +73,54 @@ void FileCommands::RegisterSaving(CommandRouter& router) {
       [](const CQuillDoc& document) { return CommandState::Checked(document.Buffer().IsReadOnly()); });
 }
 
+void FileCommands::RegisterFile(CommandRouter& router) {
+  const auto hasFile = [](const CQuillDoc& document) {
+    return CommandState::EnabledIf(document.File().HasPath(), StringId::kNoFileYet);
+  };
+  OnDocument(
+      router, kFileCopyPath,
+      [](CQuillDoc& document) { QGuiApplication::clipboard()->setText(FromBytes(document.File().Path())); },
+      hasFile);
+  OnDocument(
+      router, kFileOpenFolder, [this](CQuillDoc& document) { ShowFolder(document); }, hasFile);
+  router.Register(kFileRecover, [this] {
+    if (m.files.HasRecoverable()) {
+      m.files.OfferRecovery();
+    } else {
+      m.services.prompts.Tell(std::string(Text(StringId::kNothingToRecover)), {},
+                              DocumentPrompt::Icon::kInformation);
+    }
+  });
+  router.Register(
+      kHelpSample, [this] { OpenSample(); },
+      [installed = !SampleGame(m.services.programFolder).empty()] {
+        return CommandState::EnabledIf(installed, StringId::kSampleMissing);
+      });
+}
+
+void FileCommands::RegisterLineEnds(CommandRouter& router) {
+  for (int32_t style = line_end::kCrLf; style <= line_end::kLf; ++style) {
+    OnDocument(
+        router, kFileLineEndDos + style, [style](CQuillDoc& document) { document.SetLineEndStyle(style); },
+        [style](const CQuillDoc& document) {
+          CommandState state =
+              CommandState::EnabledIf(!document.Buffer().IsReadOnly(), StringId::kDocumentIsReadOnly);
+          state.checked = document.Buffer().LineEndStyle() == style;
+          return state;
+        });
+  }
+}
+
+void FileCommands::ShowFolder(const CQuillDoc& document) {
+  const std::string folder = std::filesystem::path(document.File().Path()).parent_path().string();
+  if (m.services.showFolder && m.services.showFolder(folder)) return;
+  m.services.prompts.Tell(FormatText(StringId::kFolderNotShown, {folder}));
+}
+
+void FileCommands::OpenSample() {
+  m.files.Open(SampleGame(m.services.programFolder));
+}
+
 void FileCommands::OpenRecentFile(int index) {
   const std::vector<std::string>& paths = m.recent.Paths();
   if (static_cast<size_t>(index) >= paths.size()) return;
@@ -77,7 +131,7 @@ void FileCommands::OpenRecentFile(int index) {
     return;
   }
   m.recent.Remove(path);
-  m.prompts.Tell(FormatText(StringId::kFileGone, {path}));
+  m.services.prompts.Tell(FormatText(StringId::kFileGone, {path}));
 }
 
 CommandState FileCommands::RecentFileState(int index) const {

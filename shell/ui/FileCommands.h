@@ -12,8 +12,8 @@ class ActiveView;
 class CQuillDoc;
 class Documents;
 class FileOperations;
-class Prompts;
 class RecentFiles;
+struct AppServices;
 struct CommandState;
 
 /// The menu File without printing.
@@ -25,7 +25,7 @@ class FileCommands : public Feature {
     Documents& documents;
     FileOperations& files;
     RecentFiles& recent;
-    Prompts& prompts;
+    AppServices& services;
   };
   explicit FileCommands(const Needs& needs) : m(needs) {}
 
@@ -38,7 +38,12 @@ class FileCommands : public Feature {
   /// On the active document, disabled while there is none.
   void OnDocument(CommandRouter& router, CommandId id, const Run& run, const StateOf& state = {});
   void RegisterSaving(CommandRouter& router);
+  /// Commands on the file as a thing of its own.
+  void RegisterFile(CommandRouter& router);
+  void RegisterLineEnds(CommandRouter& router);
   void OpenRecentFile(int index);
+  void ShowFolder(const CQuillDoc& document);
+  void OpenSample();
   CommandState RecentFileState(int index) const;
 
   Needs m;

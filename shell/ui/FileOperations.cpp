@@ -262,6 +262,19 @@ void FileOperations::CloseAs(CQuillDoc& document, DocumentFile::CloseReason reas
   }
 }
 
+bool FileOperations::CloseWindows(const std::vector<CChildFrame*>& frames) {
+  std::map<const CQuillDoc*, size_t> closing;
+  for (const CChildFrame* frame : frames) ++closing[&frame->Document()];
+  std::vector<CQuillDoc*> going;
+  for (CQuillDoc* document : m_documents.All()) {
+    if (closing.contains(document) && closing[document] == document->Views().size())
+      going.push_back(document);
+  }
+  if (!AgreeToClose(going)) return false;
+  for (CChildFrame* frame : frames) frame->close();
+  return true;
+}
+
 bool FileOperations::CloseAll() {
   if (!AgreeToClose(m_documents.All())) return false;
   for (CChildFrame* frame : m_workspace.Frames()) frame->close();
@@ -306,6 +319,10 @@ void FileOperations::TellOfJournals(const std::string& why) {
   if (m_toldOfJournals || IsDialogOrMenuOpen()) return;
   m_toldOfJournals = true;
   m_services.prompts.Tell(std::string(Text(StringId::kJournalsFail)), why + ".");
+}
+
+bool FileOperations::HasRecoverable() const {
+  return !FindRecoverable(m_services.recoveryFolder).empty();
 }
 
 void FileOperations::OfferRecovery() {

@@ -40,6 +40,9 @@ class FileOperations : public QObject {
 
   /// Asks about unsaved changes and closes the document with all its windows.
   bool Close(CQuillDoc& document);
+  /// Closes some of the windows; asks once about the documents that have no other window. False, and
+  /// nothing closed, when the user changed his mind.
+  bool CloseWindows(const std::vector<CChildFrame*>& frames);
   /// Asks once about all documents with unsaved text. False, and nothing closed, when the user changed his
   /// mind.
   bool CloseAll();
@@ -50,6 +53,8 @@ class FileOperations : public QObject {
   void CheckOnDisk(CChildFrame& frame);
   /// The periodic copy of the active document.
   void BackUpActiveDocument();
+  /// An earlier run left something unsaved; reads its journals.
+  bool HasRecoverable() const;
   /// Offers what an earlier run left unsaved.
   void OfferRecovery();
 

@@ -66,6 +66,11 @@ IoResult CQuillDoc::Reload() {
   return reloaded;
 }
 
+void CQuillDoc::SetLineEndStyle(int32_t style) {
+  m_file.SetLineEndStyle(style);
+  Q_EMIT StateChanged();
+}
+
 std::optional<DocumentPrompt> CQuillDoc::ToggleReadOnly() {
   std::optional<DocumentPrompt> prompt = m_file.ToggleReadOnly();
   Q_EMIT StateChanged();

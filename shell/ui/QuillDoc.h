@@ -37,6 +37,8 @@ class CQuillDoc : public QObject, private DocumentObserver {
 
   /// Loads the file again; every view keeps its caret and its place as far as the text has them.
   IoResult Reload();
+  /// What stands between the lines from the next save on; not while read-only.
+  void SetLineEndStyle(int32_t style);
   /// Says so when the text became read-only.
   std::optional<DocumentPrompt> ToggleReadOnly();
 

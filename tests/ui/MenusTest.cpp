@@ -47,8 +47,10 @@ TEST_F(MenuCommands, MenusShowWhatCanBeDoneNow) {
   for (QAction* action : Frame().menuBar()->actions()) bar += ToBytes(action->text()) + " ";
   EXPECT_EQ(bar, "&File &Edit &View &Project &Debug &Options Plugins &Window &Help ");
   EXPECT_EQ(Print("File"),
-            "New\tCtrl+N\nOpen\tCtrl+O\n- Reload\tCtrl+R\n--\nClose\tCtrl+W\nClose All\tCtrl+Shift+W\n--\n"
-            "Save\tCtrl+S\nSave As\tCtrl+Shift+S\n- Save All\tCtrl+Alt+S\nRead-Only\n--\nPage Setup\n"
+            "New\tCtrl+N\nOpen\tCtrl+O\n- Reload\tCtrl+R\nRecover Unsaved Text\n--\nClose\tCtrl+W\nClose "
+            "All\tCtrl+Shift+W\n--\n"
+            "Save\tCtrl+S\nSave As\tCtrl+Shift+S\n- Save All\tCtrl+Alt+S\nRead-Only\nLine Ends >\n--\n"
+            "- Copy Path\n- Open Containing Folder\n--\nPage Setup\n"
             "Print\tCtrl+P\nPrint to PDF\n--\n- No recent files\n--\nExit\tCtrl+Q\n");
   EXPECT_EQ(Print("Edit > Bookmarks"),
             "Toggle bookmark\tCtrl+F2\nNext bookmark\tF2\nPrevious bookmark\tShift+F2\n"

@@ -51,7 +51,8 @@ CQuillApp::Started ShellFixture::Start(const std::vector<std::string>& arguments
                                                          .prompts = m_prompts,
                                                          .clock = SystemTime,
                                                          .handOver = m_handOver,
-                                                         .endProcess = m_endProcess});
+                                                         .endProcess = m_endProcess,
+                                                         .showFolder = m_showFolder});
   m_app = std::make_unique<CQuillApp>(
       *m_services,
       CommandLine::Parse(arguments, [](const std::string& path) { return std::filesystem::exists(path); }),

@@ -65,6 +65,7 @@ class ShellFixture : public testing::Test {
   /// Of the services, for the next `Start`.
   std::function<bool(const std::vector<std::string>&)> m_handOver;
   std::function<void(int)> m_endProcess;
+  std::function<bool(const std::string&)> m_showFolder;
 };
 
 }  // namespace quill

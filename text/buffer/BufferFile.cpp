@@ -49,7 +49,7 @@ IoResult CCrystalTextBuffer::LoadLines(const std::string& path, int32_t style) {
     m_lines.PushBack({text, length, 0, 0});
     return true;
   });
-  m_style = lines.Style();
+  m_style = m_savedStyle = lines.Style();
   m_readOnly = file.IsReadOnly();
   return read;
 }
@@ -76,6 +76,7 @@ IoResult CCrystalTextBuffer::SaveFile(const std::string& path, int32_t style, bo
   if (IoResult committed = file.Commit(m_createBackup ? ".bak" : ""); !committed) return committed;
   if (clearModified) {
     m_history.MarkSaved();
+    m_savedStyle = m_style;
     SetModified(false);
   }
   return IoResult::Success();

@@ -98,7 +98,7 @@ void CCrystalTextBuffer::NewBuffer(int32_t style, std::string_view text) {
     text.remove_prefix(end + 1);
   }
   m_lines.PushBack(MakeLine(text));
-  m_style = style == line_end::kAutomatic ? static_cast<int32_t>(line_end::kCrLf) : style;
+  m_style = m_savedStyle = style == line_end::kAutomatic ? static_cast<int32_t>(line_end::kCrLf) : style;
   m_initialised = true;
   SetModified(false);
   NotifyViews(nullptr, nullptr, hint::kReset, -1);
@@ -537,7 +537,7 @@ bool CCrystalTextBuffer::Redo(TextPosition& position) {
 void CCrystalTextBuffer::FinishHistoryStep(TextPosition& position) {
   position = m_lastChange;
   m_nextRecordStartsGroup = true;
-  const bool modified = !m_history.IsAtSaved();
+  const bool modified = !m_history.IsAtSaved() || m_style != m_savedStyle;
   if (modified != m_modified) SetModified(modified);
 }
 

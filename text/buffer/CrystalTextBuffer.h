@@ -234,6 +234,7 @@ class CCrystalTextBuffer {
   TextPosition m_lastChange;
   uint64_t m_changes = 0;
   int32_t m_style = line_end::kCrLf;
+  int32_t m_savedStyle = line_end::kCrLf;
   int32_t m_groupDepth = 0;
   int32_t m_notifyDepth = 0;
   bool m_nextRecordStartsGroup = true;
