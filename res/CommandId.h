@@ -157,6 +157,8 @@ enum class CommandId : uint16_t {
   kWindowNext,
   kWindowPrevious,
   kWindowCloseAll,
+  kWindowCloseOthers,
+  kWindowCloseToRight,
   kWindowListFirst = 1750,
   kWindowListLast = 1799,
 

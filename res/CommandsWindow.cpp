@@ -51,9 +51,12 @@ constexpr Command kCommands[] = {
     {kWindowTileVertically, "window.tileVertically", "Tile &Vertically", {}, "Arranges the windows side by side",
      "window-tile-vertical"},
     {kWindowTabbed, "window.tabbed", "&Tabbed", {}, "Shows the documents as tabs instead of windows", "window-tabs", true},
-    {kWindowNext, "window.next", "Ne&xt", {"Ctrl+Tab", "Ctrl+F6"}, "Goes to the next window", "window-next"},
-    {kWindowPrevious, "window.previous", "&Previous", {"Ctrl+Shift+Tab", "Ctrl+Shift+F6"}, "Goes to the previous window",
+    {kWindowNext, "window.next", "Ne&xt", {"Ctrl+Tab", "Ctrl+F6"}, "Goes to the window used before this one; further back while Ctrl is held", "window-next"},
+    {kWindowPrevious, "window.previous", "&Previous", {"Ctrl+Shift+Tab", "Ctrl+Shift+F6"}, "Goes the other way through the windows in order of their last use",
      "window-previous"},
+    {kWindowCloseOthers, "window.closeOthers", "Close &Others", {}, "Closes all windows but this one", ""},
+    {kWindowCloseToRight, "window.closeToRight", "Close to the &Right", {}, "Closes the windows to the right of this one",
+     ""},
     {kWindowCloseAll, "window.closeAll", "Close &All", {}, "Closes all windows", "file-close-all"},
 
     // Help

@@ -179,6 +179,8 @@ constexpr MenuEntry kWindowEntries[] = {
     Item(kWindowNext),
     Item(kWindowPrevious),
     kLine,
+    Item(kWindowCloseOthers),
+    Item(kWindowCloseToRight),
     Item(kWindowCloseAll),
     kLine,
     Series(kWindowListFirst, kWindowListLast),

@@ -2,7 +2,10 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QHelpEvent>
 #include <QMenu>
+#include <QStyle>
+#include <QStyleOptionTitleBar>
 #include <algorithm>
 
 #include "res/ui/IconSet.h"
@@ -21,7 +24,6 @@ CChildFrame::CChildFrame(CQuillDoc& document, CQuillView* view) : m_document(doc
   view->setFrameShape(QFrame::NoFrame);
   setWidget(view);
   document.AttachView(*view);
-  connect(&document, &CQuillDoc::TitleChanged, this, &CChildFrame::UpdateTitle);
   connect(&document, &CQuillDoc::ModifiedChanged, this, &CChildFrame::UpdateTitle);
 }
 
@@ -38,10 +40,37 @@ QString CChildFrame::TitleText() const {
 
 void CChildFrame::UpdateTitle() {
   const DocumentFile& file = m_document.File();
-  const bool gone = file.Disk() == DocumentFile::DiskState::kGone;
-  setWindowTitle((gone ? UiText(StringId::kDeletedFileTitle, {TitleText()}) : TitleText()) + "[*]");
+  QString title = TitleText();
+  if (!m_folder.isEmpty()) title = UiText(StringId::kNameInFolder, {title, m_folder});
+  if (file.Disk() == DocumentFile::DiskState::kGone) title = UiText(StringId::kDeletedFileTitle, {title});
+  setWindowTitle(title + "[*]");
   setWindowModified(file.IsModified() || file.Disk() != DocumentFile::DiskState::kAsKnown);
   setToolTip(FromBytes(m_document.File().Path()));
+}
+
+QString CChildFrame::ShownTitle() const {
+  return windowTitle().replace("[*]", isWindowModified() ? "*" : "");
+}
+
+void CChildFrame::ShowFolder(const QString& folder) {
+  m_folder = folder;
+  UpdateTitle();
+}
+
+int CChildFrame::TitleHeight() const {
+  QStyleOptionTitleBar option;
+  option.initFrom(this);
+  return style()->pixelMetric(QStyle::PM_TitleBarHeight, &option, this);
+}
+
+bool CChildFrame::event(QEvent* event) {
+  // The path is the tip of the tab or of the title; over the text it would cover what one reads.
+  if (event->type() == QEvent::ToolTip &&
+      m_view->geometry().contains(static_cast<QHelpEvent*>(event)->pos())) {
+    event->ignore();
+    return true;
+  }
+  return QMdiSubWindow::event(event);
 }
 
 void CChildFrame::closeEvent(QCloseEvent* event) {

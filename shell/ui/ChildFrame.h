@@ -26,6 +26,12 @@ class CChildFrame : public QMdiSubWindow {
   /// Shows the document's title, whether it is modified or its file has gone or was changed, and which of
   /// several windows this one is.
   void UpdateTitle();
+  /// As it stands in tabs and lists: with the folder where the name needs it, with a star when modified.
+  QString ShownTitle() const;
+  /// Beside the title, for a name that other windows have too; empty for none.
+  void ShowFolder(const QString& folder);
+  /// Pixels, as a window that is no tab.
+  int TitleHeight() const;
 
   /// The window was closed and waits for its deletion.
   bool IsClosed() const { return m_closed; }
@@ -43,6 +49,7 @@ class CChildFrame : public QMdiSubWindow {
   void Closed(CChildFrame* frame);
 
  protected:
+  bool event(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
 
  private:
@@ -51,6 +58,7 @@ class CChildFrame : public QMdiSubWindow {
 
   CQuillDoc& m_document;
   CQuillView* m_view;
+  QString m_folder;
   std::function<bool()> m_mayClose;
   bool m_noReload = false;
   bool m_closed = false;

@@ -1,9 +1,12 @@
 #include "shell/ui/WindowCommands.h"
 
+#include <algorithm>
+
 #include "shell/ui/ChildFrame.h"
 #include "shell/ui/CommandRouter.h"
 #include "shell/ui/FileOperations.h"
 #include "shell/ui/Prompts.h"
+#include "shell/ui/TabStrip.h"
 #include "shell/ui/Workspace.h"
 
 namespace quill {
@@ -18,11 +21,24 @@ CommandState WindowState(const Workspace& workspace, int index) {
   state.visible = static_cast<size_t>(index) < frames.size();
   if (!state.visible) return state;
   const CChildFrame* frame = frames[static_cast<size_t>(index)];
-  const QString title =
-      frame->windowTitle().replace("[*]", frame->isWindowModified() ? "*" : "").replace(u'&', "&&");
-  state.text = (index < 9 ? QString(u'&') : QString()) + QString::number(index + 1) + u' ' + title;
+  state.text = (index < 9 ? QString(u'&') : QString()) + QString::number(index + 1) + u' ' +
+               frame->ShownTitle().replace(u'&', "&&");
   state.checked = frame == workspace.ActiveFrame();
   return state;
+}
+
+std::vector<CChildFrame*> OtherFrames(const Workspace& workspace) {
+  std::vector<CChildFrame*> frames = workspace.Frames();
+  std::erase(frames, workspace.ActiveFrame());
+  return frames;
+}
+
+std::vector<CChildFrame*> FramesToTheRight(const Workspace& workspace) {
+  std::vector<CChildFrame*> frames = workspace.Frames();
+  const auto active = std::ranges::find(frames, workspace.ActiveFrame());
+  if (active == frames.end()) return {};
+  frames.erase(frames.begin(), active + 1);
+  return frames;
 }
 
 }  // namespace
@@ -35,13 +51,21 @@ void WindowCommands::RegisterCommands(CommandRouter& router) {
   const auto severalWindows = [&workspace] {
     return CommandState::EnabledIf(workspace.Frames().size() > 1, StringId::kOnlyOneWindow);
   };
+  new TabStrip(workspace, router);
   RegisterArranging(router);
   router.Register(
       kWindowNew, [&workspace] { workspace.AddWindow(*workspace.ActiveDocument()); }, anyWindow);
   router.Register(
-      kWindowNext, [&workspace] { workspace.activateNextSubWindow(); }, severalWindows);
+      kWindowNext, [this] { m_switcher.Step(1); }, severalWindows);
   router.Register(
-      kWindowPrevious, [&workspace] { workspace.activatePreviousSubWindow(); }, severalWindows);
+      kWindowPrevious, [this] { m_switcher.Step(-1); }, severalWindows);
+  router.Register(
+      kWindowCloseOthers, [this] { m_files.CloseWindows(OtherFrames(m_workspace)); }, severalWindows);
+  router.Register(
+      kWindowCloseToRight, [this] { m_files.CloseWindows(FramesToTheRight(m_workspace)); },
+      [&workspace] {
+        return CommandState::EnabledIf(!FramesToTheRight(workspace).empty(), StringId::kNothingToTheRight);
+      });
   router.Register(
       kWindowCloseAll, [this] { m_files.CloseAll(); }, anyWindow);
   router.RegisterSeries(
@@ -60,7 +84,7 @@ void WindowCommands::RegisterArranging(CommandRouter& router) {
       kWindowTabbed, [&workspace] { workspace.SetTabbed(!workspace.IsTabbed()); },
       [&workspace] { return CommandState::Checked(workspace.IsTabbed()); });
   router.Register(
-      kWindowCascade, [&workspace] { workspace.cascadeSubWindows(); }, withoutTabs);
+      kWindowCascade, [&workspace] { workspace.Cascade(); }, withoutTabs);
   router.Register(
       kWindowTileHorizontally, [&workspace] { workspace.Tile(Qt::Horizontal); }, withoutTabs);
   router.Register(

@@ -1,5 +1,6 @@
 #pragma once
 #include "shell/ui/Feature.h"
+#include "shell/ui/WindowSwitcher.h"
 
 namespace quill {
 
@@ -11,7 +12,7 @@ class Workspace;
 class WindowCommands : public Feature {
  public:
   WindowCommands(Workspace& workspace, FileOperations& files, Prompts& prompts)
-      : m_workspace(workspace), m_files(files), m_prompts(prompts) {}
+      : m_workspace(workspace), m_files(files), m_prompts(prompts), m_switcher(workspace) {}
 
   void RegisterCommands(CommandRouter& router) override;
 
@@ -21,6 +22,7 @@ class WindowCommands : public Feature {
   Workspace& m_workspace;
   FileOperations& m_files;
   Prompts& m_prompts;
+  WindowSwitcher m_switcher;
 };
 
 }  // namespace quill

@@ -1,12 +1,22 @@
 #include "shell/ui/Workspace.h"
 
 #include <QTabBar>
+#include <algorithm>
+#include <ranges>
 
+#include "res/ui/UiText.h"
+#include "shell/TellingFolders.h"
 #include "shell/ui/ChildFrame.h"
 #include "shell/ui/QuillDoc.h"
 #include "shell/ui/QuillView.h"
 
 namespace quill {
+namespace {
+
+/// Of the area, for a window that has no place of its own yet.
+constexpr int kUsualPercent = 70;
+
+}  // namespace
 
 Workspace::Workspace(ViewFactory makeView, AppProfile profile, QWidget* parent)
     : QMdiArea(parent), m_makeView(std::move(makeView)), m_profile(profile) {
@@ -16,6 +26,7 @@ Workspace::Workspace(ViewFactory makeView, AppProfile profile, QWidget* parent)
   setTabsClosable(true);
   setTabsMovable(true);
   setDocumentMode(true);
+  setActivationOrder(ActivationHistoryOrder);
   setBackground(palette().brush(QPalette::Mid));
   connect(this, &QMdiArea::subWindowActivated, this, [this] { OnActivated(); });
   SetTabbed(true);
@@ -35,10 +46,11 @@ CChildFrame& Workspace::AddWindow(CQuillDoc& document) {
   // Not to a slot of this object: the base class cuts all of those off when the window closes.
   connect(frame, &CChildFrame::Closed, frame, [this](CChildFrame* closed) { OnClosed(closed); });
   const bool first = subWindowList().isEmpty();
+  if (!IsTabbed()) frame->resize(viewport()->size() * kUsualPercent / 100);
   addSubWindow(frame);
-  for (CChildFrame* other : Frames()) {
-    if (&other->Document() == &document) other->UpdateTitle();
-  }
+  m_used.push_back(frame);
+  connect(&document, &CQuillDoc::TitleChanged, frame, [this] { NameFrames(); });
+  NameFrames();
   if (!IsTabbed()) {
     frame->RestorePlacement(m_profile);
     if (first) frame->setWindowState(Qt::WindowMaximized);
@@ -94,37 +106,74 @@ void Workspace::OnActivated() {
   if (frame != nullptr && frame->IsClosed()) frame = nullptr;
   if (frame == m_active) return;
   m_active = frame;
+  if (frame != nullptr) {
+    std::erase(m_used, frame);
+    m_used.insert(m_used.begin(), frame);
+  }
   Q_EMIT ActiveFrameChanged(frame);
 }
 
 void Workspace::OnClosed(CChildFrame* frame) {
   if (!IsTabbed()) frame->SavePlacement(m_profile);
+  std::erase(m_used, frame);
   if (m_active == frame) {
     m_active = nullptr;
     Q_EMIT ActiveFrameChanged(nullptr);
   }
-  for (CChildFrame* other : Frames()) {
-    if (&other->Document() == &frame->Document()) other->UpdateTitle();
-  }
+  NameFrames();
   Q_EMIT WindowClosed(frame);
+}
+
+void Workspace::NameFrames() {
+  const std::vector<CChildFrame*> frames = Frames();
+  std::vector<std::string> paths;
+  paths.reserve(frames.size());
+  for (const CChildFrame* frame : frames) paths.push_back(frame->Document().File().Path());
+  const std::vector<std::string> folders = TellingFolders(paths);
+  for (size_t i = 0; i < frames.size(); ++i) frames[i]->ShowFolder(FromBytes(folders[i]));
 }
 
 void Workspace::SetTabbed(bool tabbed) {
   setViewMode(tabbed ? TabbedView : SubWindowView);
   if (tabbed) {
     SetUpTabs();
-    return;
+  } else {
+    Cascade();
   }
-  for (CChildFrame* frame : Frames()) frame->showNormal();
-  cascadeSubWindows();
+  Q_EMIT TabbedChanged();
 }
 
-/// The tab bar comes and goes with the mode.
+QTabBar* Workspace::TabBar() const {
+  return IsTabbed() ? findChild<QTabBar*>() : nullptr;
+}
+
+void Workspace::Cascade() {
+  if (IsTabbed()) return;
+  const QSize area = viewport()->size();
+  const QSize size = area * kUsualPercent / 100;
+  // The last ones may not leave the area: then the next row begins further right.
+  QPoint place;
+  int row = 0;
+  const std::vector<CChildFrame*> used = m_used;  // showing a window may activate it
+  for (CChildFrame* frame : used | std::views::reverse) {
+    frame->showNormal();
+    const int step = frame->TitleHeight();
+    if (place.y() + size.height() > area.height()) place = {++row * 2 * step, 0};
+    if (place.x() + size.width() > area.width()) place.setX(0);
+    frame->setGeometry(QRect(place, size));
+    frame->raise();
+    place += QPoint(step, step);
+  }
+  if (used.empty()) return;
+  Activate(*used.front());
+  m_used = used;
+}
+
 void Workspace::SetUpTabs() {
-  auto* tabs = findChild<QTabBar*>();
+  QTabBar* tabs = TabBar();
   if (tabs == nullptr) return;
   tabs->setExpanding(false);
-  tabs->setElideMode(Qt::ElideMiddle);
+  tabs->setElideMode(Qt::ElideNone);
   tabs->setUsesScrollButtons(true);
 }
 

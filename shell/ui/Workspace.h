@@ -5,6 +5,8 @@
 
 #include "settings/AppProfile.h"
 
+class QTabBar;
+
 namespace quill {
 
 class CChildFrame;
@@ -33,12 +35,18 @@ class Workspace : public QMdiArea {
   CQuillDoc* ActiveDocument() const;
   /// From left to right.
   std::vector<CChildFrame*> Frames() const;
+  /// The one used last comes first.
+  const std::vector<CChildFrame*>& FramesByUse() const { return m_used; }
   void Activate(CChildFrame& frame);
   /// Brings the first window of a document to the front; false when it has none.
   bool ActivateDocument(const CQuillDoc& document);
 
   bool IsTabbed() const { return viewMode() == TabbedView; }
   void SetTabbed(bool tabbed);
+  /// Its tabs stand for `Frames()`. Null without tabs: it comes and goes with them.
+  QTabBar* TabBar() const;
+  /// One behind the other, the active one in front, each a good part of the area; only without tabs.
+  void Cascade();
   /// One below the other, or side by side; only without tabs.
   void Tile(Qt::Orientation direction);
 
@@ -48,16 +56,21 @@ class Workspace : public QMdiArea {
   void WindowAdded(CChildFrame* frame);
   /// The window is about to go, its view detached.
   void WindowClosed(CChildFrame* frame);
+  /// Tabs have become windows, or windows tabs.
+  void TabbedChanged();
 
  private:
   void OnActivated();
   void OnClosed(CChildFrame* frame);
+  /// Shows the folder beside names that are alike.
+  void NameFrames();
   void SetUpTabs();
 
   ViewFactory m_makeView;
   AppProfile m_profile;
   CloseGuard m_mayClose;
   CChildFrame* m_active = nullptr;
+  std::vector<CChildFrame*> m_used;
 };
 
 }  // namespace quill

@@ -61,7 +61,8 @@ TEST_F(MenuCommands, MenusShowWhatCanBeDoneNow) {
   Type("y");
   EXPECT_EQ(Print("Window"),
             "New Window\n--\nv Tabbed\n- Cascade\n- Tile Horizontally\n- Tile Vertically\n--\n"
-            "- Next\tCtrl+Tab\n- Previous\tCtrl+Shift+Tab\n--\nClose All\n--\nv 1 a.vsl*\n");
+            "- Next\tCtrl+Tab\n- Previous\tCtrl+Shift+Tab\n--\n- Close Others\n"
+            "- Close to the Right\nClose All\n--\nv 1 a.vsl*\n");
   EXPECT_EQ(MenuAction("File > 1 " + m_folder.Path("a.vsl"))->statusTip(), "Opens this file again");
 }
 
