@@ -85,6 +85,8 @@ enum class CommandId : uint16_t {
   kBookmarkNext,
   kBookmarkPrevious,
   kBookmarkClear,
+  kBookmarkRemoveNumbers,
+  kBookmarkClearNumbers,
   kBookmarkSet0 = 1210,
   kBookmarkSet9 = 1219,
   kBookmarkGo0 = 1220,

@@ -64,6 +64,8 @@ constexpr MenuEntry kBookmarkEntries[] = {
     kLine,
     Sub(kSetBookmarkMenu),
     Sub(kGoBookmarkMenu),
+    Item(kBookmarkRemoveNumbers),
+    Item(kBookmarkClearNumbers),
 };
 constexpr Menu kBookmarkMenu{"Bookmarks", kBookmarkEntries};
 

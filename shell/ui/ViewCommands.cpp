@@ -38,6 +38,14 @@ void AddBookmarks(const ViewHandlers& views) {
   views.Add(kBookmarkNext, [](CQuillView& view) { bookmark_command::GoToNext(view); });
   views.Add(kBookmarkPrevious, [](CQuillView& view) { bookmark_command::GoToPrevious(view); });
   views.Add(kBookmarkClear, [](CQuillView& view) { bookmark_command::ClearAll(view); });
+  views.Add(
+      kBookmarkRemoveNumbers, [](CQuillView& view) { bookmark_command::RemoveNumbers(view); },
+      [](const CQuillView& view) {
+        const bool has = view.Model().HasText() && (view.Buffer()->LineFlags(view.CaretPos().line) &
+                                                    line_flag::kNumberedBookmarks) != 0;
+        return CommandState::EnabledIf(has, StringId::kNoNumberOnLine);
+      });
+  views.Add(kBookmarkClearNumbers, [](CQuillView& view) { bookmark_command::ClearNumbered(view); });
   views.Add(kDebugToggleBreakpoint, [](CQuillView& view) { bookmark_command::ToggleBreakpoint(view); });
   for (int i = 0; i < kBookmarks; ++i) {
     views.Add(kBookmarkSet0 + i, [i](CQuillView& view) { bookmark_command::SetNumbered(view, i); });

@@ -4,6 +4,7 @@
 #include <QMenu>
 
 #include "shell/ui/CommandRouter.h"
+#include "shell/ui/MarginMenu.h"
 #include "shell/ui/QuillView.h"
 
 namespace quill {
@@ -31,6 +32,10 @@ void AttachContextMenu(CQuillView& view, CommandRouter& router) {
     // A scrolling view is told places of its viewport. The menu key opens the menu at the caret.
     const bool byMouse = (QGuiApplication::mouseButtons() & Qt::RightButton) != 0;
     if (byMouse) {
+      if (view.IsInMargin(point) && view.Model().HasText()) {
+        ShowMarginMenu(view, view.PositionAt(point).line, view.viewport()->mapToGlobal(point));
+        return;
+      }
       PlaceCaretFor(view, point);
     } else {
       point = view.CaretRect().bottomLeft();

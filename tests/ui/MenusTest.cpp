@@ -54,7 +54,8 @@ TEST_F(MenuCommands, MenusShowWhatCanBeDoneNow) {
             "Print\tCtrl+P\nPrint to PDF\n--\n- No recent files\n--\nExit\tCtrl+Q\n");
   EXPECT_EQ(Print("Edit > Bookmarks"),
             "Toggle bookmark\tCtrl+F2\nNext bookmark\tF2\nPrevious bookmark\tShift+F2\n"
-            "Clear bookmarks\tCtrl+Shift+F2\n--\nSet Numbered Bookmark >\nGo to Numbered Bookmark >\n");
+            "Clear bookmarks\tCtrl+Shift+F2\n--\nSet Numbered Bookmark >\nGo to Numbered Bookmark >\n"
+            "- Remove Numbered Bookmark\nClear Numbered Bookmarks\n");
   EXPECT_EQ(Print("Edit > Outlining"),
             "Toggle Block\tAlt+C\nExpand All\tCtrl+Num '+'\nCollapse All\tCtrl+Num '-'\n");
   Open("a.vsl", "x");

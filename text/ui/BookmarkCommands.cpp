@@ -34,6 +34,14 @@ void SetNumbered(CCrystalTextView& view, int number) {
   if (view.Model().HasText()) bookmarks::SetNumbered(*view.Buffer(), view.CaretPos().line, number);
 }
 
+void RemoveNumbers(CCrystalTextView& view) {
+  if (view.Model().HasText()) bookmarks::RemoveNumbersOf(*view.Buffer(), view.CaretPos().line);
+}
+
+void ClearNumbered(CCrystalTextView& view) {
+  if (view.Model().HasText()) bookmarks::ClearNumbered(*view.Buffer());
+}
+
 void GoToNumbered(CCrystalTextView& view, int number) {
   if (view.Model().HasText()) GoTo(view, bookmarks::FindNumbered(*view.Buffer(), number));
 }

@@ -15,6 +15,9 @@ void GoToPrevious(CCrystalTextView& view);
 void ClearAll(CCrystalTextView& view);
 /// `number` is 0 to 9.
 void SetNumbered(CCrystalTextView& view, int number);
+/// From the caret line; from the whole text.
+void RemoveNumbers(CCrystalTextView& view);
+void ClearNumbered(CCrystalTextView& view);
 void GoToNumbered(CCrystalTextView& view, int number);
 void ToggleBreakpoint(CCrystalTextView& view);
 

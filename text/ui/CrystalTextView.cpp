@@ -161,6 +161,10 @@ int64_t CCrystalTextView::CaretX() const {
   return m_model.IsColumnSelection() ? model.XOfCorner(m_model.CaretCorner()) : model.XOf(CaretPos());
 }
 
+bool CCrystalTextView::IsInMargin(QPoint point) const {
+  return point.x() < m_margin.width - MarginLayout::kTextGap;
+}
+
 QRect CCrystalTextView::CaretRect() const {
   QPoint point = PointOf(CaretPos());
   if (m_model.HasText() && m_model.IsColumnSelection()) {

@@ -90,6 +90,8 @@ class CCrystalTextView : public QAbstractScrollArea {
   TextPosition PositionAt(QPoint viewportPoint) const;
   /// The same for a corner of a column selection, which may lie behind a line's end.
   BlockCorner CornerAt(QPoint viewportPoint) const;
+  /// Beside the text, where marks, numbers and folding are.
+  bool IsInMargin(QPoint viewportPoint) const;
   QPoint PointOf(TextPosition position) const;
 
   /// Parses one line for painting, see the function of the same name.

@@ -114,7 +114,7 @@ void CCrystalTextView::mousePressEvent(QMouseEvent* event) {
   m_navigator.ForgetWantedPlace();
   const QPoint point = event->position().toPoint();
   const TextPosition place = PositionAt(point);
-  if (point.x() < m_margin.width - MarginLayout::kTextGap) {
+  if (IsInMargin(point)) {
     MarginPress(event, place.line);
     return;
   }
@@ -199,8 +199,7 @@ void CCrystalTextView::mouseMoveEvent(QMouseEvent* event) {
   if (m_mouse.IsActive()) {
     ExtendSelectionTo(point);
   } else {
-    viewport()->setCursor(point.x() < m_margin.width - MarginLayout::kTextGap ? Qt::ArrowCursor
-                                                                              : Qt::IBeamCursor);
+    viewport()->setCursor(IsInMargin(point) ? Qt::ArrowCursor : Qt::IBeamCursor);
   }
 }
 

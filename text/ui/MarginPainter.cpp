@@ -1,7 +1,6 @@
 #include "text/ui/MarginPainter.h"
 
 #include <algorithm>
-#include <bit>
 #include <string>
 
 #include "text/buffer/LineFlags.h"
@@ -16,6 +15,20 @@ constexpr int kFewestDigits = 3;
 
 const QColor kBreakpointColour(0xD0, 0x2A, 0x2A);
 const QColor kBookmarkColour(0x2F, 0x7F, 0xC8);
+
+constexpr double kNarrowRibbon = 5;  ///< pixels, of a bookmark that shares its line
+constexpr int kMostDigits = 3;       ///< that can be told apart in the column
+constexpr int kSmallestDigit = 7;    ///< pixels high
+constexpr double kDigitShape = 1.5;  ///< height of a digit to its width
+
+/// The numbered bookmarks of a line, "0" to "9"; a "+" stands for those that have no room.
+QString ShownNumbers(uint32_t flags) {
+  QString numbers;
+  for (int n = 0; n < 10; ++n) {
+    if ((flags & line_flag::NumberedBookmark(n)) != 0) numbers += QString::number(n);
+  }
+  return numbers.size() <= kMostDigits ? numbers : numbers.left(kMostDigits - 1) + u'+';
+}
 
 double DigitWidth(const EditorFont& font) {
   return static_cast<double>(font.Advances()['0']) / ColumnMetrics::kUnitsPerPixel;
@@ -50,38 +63,53 @@ void MarginPainter::Paint(const MarginPicture& line, int top, int height) {
   if (m_layout.HasFolding()) PaintFolding(line, top, height);
 }
 
+/// One mark has the column for itself. Of several, the plain bookmark stands at the left, and what is on the
+/// same line beside it; numbers stand within the breakpoint, or in a box of their own.
 void MarginPainter::PaintMarks(uint32_t flags, int top, int height) {
   m_painter.save();
   m_painter.setRenderHint(QPainter::Antialiasing);
   m_painter.setPen(Qt::NoPen);
+  const QString numbers = ShownNumbers(flags);
+  const bool bookmark = (flags & line_flag::kBookmark) != 0;
+  const bool breakpoint = (flags & line_flag::kBreakpoint) != 0;
+  const bool beside = bookmark && (breakpoint || !numbers.isEmpty());
   const double size = std::min(height - 3.0, kMarksWidth - 5.0);
-  const QRectF box(2.5, top + (height - size) / 2, size, size);
-  if ((flags & line_flag::kBookmark) != 0) {
-    // A ribbon with a notch at its lower end.
-    const QRectF r = box.adjusted(size * 0.15, 0, -size * 0.15, 0);
-    const QPointF ribbon[] = {r.topLeft(), r.topRight(), r.bottomRight(),
-                              QPointF(r.center().x(), r.bottom() - size * 0.28), r.bottomLeft()};
-    m_painter.setBrush(kBookmarkColour);
-    m_painter.drawPolygon(ribbon, 5);
-  }
-  if ((flags & line_flag::kBreakpoint) != 0) {
+  QRectF box(2.5, top + (height - size) / 2, size, size);
+  if (bookmark)
+    PaintRibbon(beside ? QRectF(1, box.top(), kNarrowRibbon, size)
+                       : box.adjusted(size * 0.15, 0, -size * 0.15, 0));
+  if (beside) box.setLeft(1 + kNarrowRibbon + 1);
+  if (numbers.size() > 1 || beside) box.setRight(kMarksWidth - 1);
+  if (breakpoint) {
+    const double side = std::min(box.width(), box.height());
     m_painter.setBrush(kBreakpointColour);
-    m_painter.drawEllipse((flags & line_flag::kBookmark) != 0 ? box.adjusted(3, 3, 1, 1) : box);
+    m_painter.drawEllipse(
+        numbers.size() > 1 ? box : QRectF(box.center() - QPointF(side, side) / 2, QSizeF(side, side)));
+  } else if (!numbers.isEmpty()) {
+    m_painter.setBrush(kBookmarkColour);
+    m_painter.drawRoundedRect(box, 2.5, 2.5);
   }
-  if (const uint32_t numbered = flags & line_flag::kNumberedBookmarks; numbered != 0) {
-    const bool alone = (flags & line_flag::kBreakpoint) == 0;
-    if (alone) {
-      m_painter.setBrush(kBookmarkColour);
-      m_painter.drawRoundedRect(box, 2.5, 2.5);
-    }
-    QFont font = m_font.Font();
-    font.setBold(true);
-    font.setPixelSize(std::max(8, static_cast<int>(size * 0.85)));
-    m_painter.setFont(font);
-    m_painter.setPen(Qt::white);
-    m_painter.drawText(box, Qt::AlignCenter, QString::number(std::countr_zero(numbered)));
-  }
+  PaintNumbersIn(box, numbers);
   m_painter.restore();
+}
+
+/// With a notch at its lower end.
+void MarginPainter::PaintRibbon(const QRectF& r) {
+  const QPointF ribbon[] = {r.topLeft(), r.topRight(), r.bottomRight(),
+                            QPointF(r.center().x(), r.bottom() - r.height() * 0.28), r.bottomLeft()};
+  m_painter.setBrush(kBookmarkColour);
+  m_painter.drawPolygon(ribbon, 5);
+}
+
+void MarginPainter::PaintNumbersIn(const QRectF& box, const QString& numbers) {
+  if (numbers.isEmpty()) return;
+  QFont font = m_font.Font();
+  font.setBold(true);
+  const double widest = box.width() / static_cast<double>(numbers.size()) * kDigitShape;
+  font.setPixelSize(std::max(kSmallestDigit, static_cast<int>(std::min(box.height() * 0.85, widest))));
+  m_painter.setFont(font);
+  m_painter.setPen(Qt::white);
+  m_painter.drawText(box, Qt::AlignCenter | Qt::TextDontClip, numbers);
 }
 
 void MarginPainter::PaintNumber(const MarginPicture& line, int top) {

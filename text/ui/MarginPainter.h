@@ -45,6 +45,8 @@ class MarginPainter {
 
  private:
   void PaintMarks(uint32_t flags, int top, int height);
+  void PaintRibbon(const QRectF& place);
+  void PaintNumbersIn(const QRectF& box, const QString& numbers);
   void PaintNumber(const MarginPicture& line, int top);
   void PaintFolding(const MarginPicture& line, int top, int height);
 

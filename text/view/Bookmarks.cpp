@@ -17,6 +17,14 @@ bool HasBookmark(const CCrystalTextBuffer& buffer, int32_t line) {
   return (buffer.LineFlags(line) & line_flag::kBookmark) != 0;
 }
 
+void ClearFlags(CCrystalTextBuffer& buffer, uint32_t flags) {
+  std::vector<LineRange> lines;
+  for (int32_t i = 0; i < buffer.LineCount(); ++i) {
+    if ((buffer.LineFlags(i) & flags) != 0) lines.push_back({i, i});
+  }
+  buffer.ChangeFlagsOnRanges(lines, 0, flags);
+}
+
 }  // namespace
 
 void Toggle(CCrystalTextBuffer& buffer, int32_t line) {
@@ -53,12 +61,22 @@ std::optional<int32_t> FindNumbered(const CCrystalTextBuffer& buffer, int n) {
   return line < 0 ? std::nullopt : std::optional<int32_t>(line);
 }
 
+void RemoveNumbered(CCrystalTextBuffer& buffer, int n) {
+  const std::optional<int32_t> line = FindNumbered(buffer, n);
+  if (line) buffer.SetFlagOnLine(*line, line_flag::NumberedBookmark(n), false);
+}
+
+void RemoveNumbersOf(CCrystalTextBuffer& buffer, int32_t line) {
+  const LineRange lines[] = {{line, line}};
+  buffer.ChangeFlagsOnRanges(lines, 0, line_flag::kNumberedBookmarks);
+}
+
+void ClearNumbered(CCrystalTextBuffer& buffer) {
+  ClearFlags(buffer, line_flag::kNumberedBookmarks);
+}
+
 void ClearAll(CCrystalTextBuffer& buffer) {
-  std::vector<LineRange> lines;
-  for (int32_t i = 0; i < buffer.LineCount(); ++i) {
-    if (HasBookmark(buffer, i)) lines.push_back({i, i});
-  }
-  buffer.ChangeFlagsOnRanges(lines, 0, line_flag::kBookmark);
+  ClearFlags(buffer, line_flag::kBookmark);
 }
 
 }  // namespace quill::bookmarks

@@ -18,6 +18,11 @@ std::optional<int32_t> Previous(const CCrystalTextBuffer& buffer, int32_t line);
 /// another number.
 bool SetNumbered(CCrystalTextBuffer& buffer, int32_t line, int n);
 std::optional<int32_t> FindNumbered(const CCrystalTextBuffer& buffer, int n);
+/// Takes numbered bookmark `n` from the line that has it.
+void RemoveNumbered(CCrystalTextBuffer& buffer, int n);
+/// Takes all numbered bookmarks from a line, or from the whole text.
+void RemoveNumbersOf(CCrystalTextBuffer& buffer, int32_t line);
+void ClearNumbered(CCrystalTextBuffer& buffer);
 /// Takes the plain bookmarks from all lines.
 void ClearAll(CCrystalTextBuffer& buffer);
 
