@@ -16,6 +16,7 @@
 #include "shell/ui/EditCommands.h"
 #include "shell/ui/FileCommands.h"
 #include "shell/ui/PrintCommands.h"
+#include "shell/ui/StartFeature.h"
 #include "shell/ui/ViewCommands.h"
 #include "shell/ui/WindowCommands.h"
 
@@ -26,7 +27,9 @@ namespace {
 void AddEditorCommands(const ShellParts& parts, Features& features) {
   AppServices& services = parts.services;
   features.Add<FileCommands>(FileCommands::Needs{parts.window, parts.active, parts.documents, parts.files,
-                                                 parts.recentFiles, services.prompts});
+                                                 parts.recentFiles, services});
+  features.Add<StartFeature>(
+      StartFeature::Needs{parts.workspace, parts.active, parts.files, parts.recentFiles});
   features.Add<PrintCommands>(services, parts.active);
   features.Add<EditCommands>(parts.active, services.clock);
   features.Add<ViewCommands>(

@@ -39,6 +39,7 @@
 #include "shell/ui/ViewStatus.h"
 #include "shell/ui/Workspace.h"
 #include "widgets/FrameGeometry.h"
+#include "widgets/ListFocusRing.h"
 
 namespace quill {
 namespace {
@@ -101,6 +102,7 @@ void CMainFrame::BuildParts() {
   auto* active = new ActiveView(*workspace, this);
   new ViewStatus(*active, *status, *router, this);
   new KeypadKeys(*this, *router, this);
+  new ListFocusRing(this);
   m_parts = std::make_unique<ShellParts>(ShellParts{m_services, *this, *router, *workspace, *active,
                                                     *documents, *files, *viewSettings, *m_bars, *m_recent,
                                                     *status, *timers, m_commands});

@@ -137,7 +137,8 @@ void CommandRouter::Apply(Entry& entry) {
   if (state.text.isEmpty() && entry.command != nullptr) state.text = UiText(entry.command->menuText);
   entry.action->setText(MenuText(entry, state.text));
   entry.action->setEnabled(state.enabled);
-  entry.action->setVisible(state.visible);
+  // A number of a series that nobody has filled has no text either.
+  entry.action->setVisible(state.visible && !state.text.isEmpty());
   if (entry.command == nullptr) entry.action->setCheckable(state.checked);
   if (entry.action->isCheckable()) entry.action->setChecked(state.checked);
   SetTips(entry, state);

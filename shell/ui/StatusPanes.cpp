@@ -2,9 +2,12 @@
 
 #include <QEvent>
 #include <QFontMetrics>
+#include <QHelpEvent>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QStyle>
+#include <QToolTip>
 #include <algorithm>
 
 #include "res/ui/UiText.h"
@@ -48,8 +51,38 @@ void StatusPane::SetText(const QString& text) {
   update();
 }
 
+void StatusPane::SetAnswer(std::function<QString()> tip, std::function<void(QPoint)> run) {
+  m_tip = std::move(tip);
+  m_run = std::move(run);
+  setAttribute(Qt::WA_Hover);
+}
+
+bool StatusPane::event(QEvent* event) {
+  if (event->type() != QEvent::ToolTip || !Answers()) return QWidget::event(event);
+  QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), m_tip(), this);
+  return true;
+}
+
+void StatusPane::mousePressEvent(QMouseEvent* event) {
+  m_pressed = event->button() == Qt::LeftButton && Answers();
+  update();
+}
+
+void StatusPane::mouseReleaseEvent(QMouseEvent* event) {
+  const bool clicked =
+      m_pressed && event->button() == Qt::LeftButton && rect().contains(event->position().toPoint());
+  m_pressed = false;
+  update();
+  if (clicked && Answers()) m_run(mapToGlobal(QPoint(0, 0)));
+}
+
 void StatusPane::paintEvent(QPaintEvent*) {
   QPainter painter(this);
+  if (Answers() && (underMouse() || m_pressed)) {
+    QColor behind = palette().color(QPalette::WindowText);
+    behind.setAlphaF(m_pressed ? 0.2F : 0.1F);
+    painter.fillRect(rect().adjusted(1, 0, 0, 0), behind);
+  }
   QColor line = palette().color(QPalette::WindowText);
   line.setAlphaF(0.2F);
   painter.fillRect(QRect(0, kTopPadding, 1, height() - 2 * kTopPadding), line);
@@ -107,6 +140,22 @@ void StatusBar::Show(const StatusFacts* facts) {
 void StatusBar::ShowMatches(const QString& text) {
   m_matches->SetText(text);
   m_matches->setVisible(!text.isEmpty());
+}
+
+StatusPane& StatusBar::Pane(PaneOf what) const {
+  switch (what) {
+    case PaneOf::kCaret:
+      return *m_caret;
+    case PaneOf::kLineEnd:
+      return *m_lineEnd;
+    case PaneOf::kInsert:
+      return *m_insert;
+    case PaneOf::kReadOnly:
+      return *m_readOnly;
+    case PaneOf::kZoom:
+      break;
+  }
+  return *m_zoom;
 }
 
 QStringList StatusBar::PaneTexts() const {

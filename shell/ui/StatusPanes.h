@@ -1,6 +1,8 @@
 #pragma once
 #include <QStatusBar>
 #include <QWidget>
+#include <cstdint>
+#include <functional>
 
 class QLabel;
 
@@ -15,18 +17,30 @@ class StatusPane : public QWidget {
 
   void SetText(const QString& text);
   const QString& Text() const { return m_text; }
+  /// What a click does while the pane has a text, and what is said of it before. `run` gets the place on the
+  /// screen above which a menu may stand.
+  void SetAnswer(std::function<QString()> tip, std::function<void(QPoint)> run);
   QSize sizeHint() const override;
 
  protected:
+  bool event(QEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:
   void FitTo(const QString& text);
+  bool Answers() const { return m_run && isEnabled() && !m_text.isEmpty(); }
 
+  std::function<QString()> m_tip;
+  std::function<void(QPoint)> m_run;
+  bool m_pressed = false;
   QString m_text;
   QString m_widest;
 };
+
+enum class PaneOf : uint8_t { kCaret, kLineEnd, kInsert, kReadOnly, kZoom };
 
 /// What the panes show of the active view.
 struct StatusFacts {
@@ -50,6 +64,7 @@ class StatusBar : public QStatusBar {
   /// How many matches the last search has, "3 of 41"; the pane is there only with a text.
   void ShowMatches(const QString& text);
   const QString& Matches() const { return m_matches->Text(); }
+  StatusPane& Pane(PaneOf what) const;
 
   /// As they stand, from left to right; empty ones included.
   QStringList PaneTexts() const;

@@ -13,10 +13,25 @@ namespace {
 using enum CommandId;
 
 /// kNone stands for a separator.
-constexpr CommandId kCommands[] = {
-    kEditUndo,        kEditRedo,          kNone, kEditCut,        kEditCopy,
-    kEditPaste,       kEditDelete,        kNone, kEditSelectAll,  kNone,
-    kEditCommentLine, kEditUncommentLine, kNone, kBookmarkToggle, kOutlineToggleBlock};
+constexpr CommandId kCommands[] = {kEditUndo,
+                                   kEditRedo,
+                                   kNone,
+                                   kEditCut,
+                                   kEditCopy,
+                                   kEditPaste,
+                                   kEditDelete,
+                                   kNone,
+                                   kEditSelectAll,
+                                   kNone,
+                                   kIntelGoToDefinition,
+                                   kEditFindSelectedWord,
+                                   kHelpManual,
+                                   kNone,
+                                   kEditCommentLine,
+                                   kEditUncommentLine,
+                                   kNone,
+                                   kBookmarkToggle,
+                                   kOutlineToggleBlock};
 
 void PlaceCaretFor(CQuillView& view, QPoint point) {
   const TextPosition place = view.PositionAt(point);

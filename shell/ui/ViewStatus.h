@@ -17,6 +17,8 @@ class ViewStatus : public QObject {
   void Update();
 
  private:
+  /// A click on a pane changes what it shows, by a command or a menu of commands.
+  void MakePanesAnswer();
   ActiveView& m_active;
   StatusBar& m_bar;
   CommandRouter& m_router;

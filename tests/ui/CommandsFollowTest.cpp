@@ -86,6 +86,11 @@ TEST_F(CommandsFollow, TheMenuOfTheTextIsForThePlaceThatWasClicked) {
   EXPECT_EQ(ActiveText(), "one |three") << "within a selection it stays";
   ChooseAt(At(1, 1), "Comment");
   EXPECT_EQ(ActiveText(), "one |//three") << "elsewhere the caret goes there";
+  Open("b.vsl", "var speed;\r\nspeed = 1;\r\nspeed = 2;");
+  ChooseAt(At(1, 2), "Find Selected Word");
+  EXPECT_EQ(Caret(), "3:6");
+  ChooseAt(At(2, 2), "Go to Definition");
+  EXPECT_EQ(CaretLine(), 0);
 }
 
 TEST_F(CommandsFollow, LinesAndCaseChangeBothWays) {
