@@ -16,11 +16,12 @@ HintControl::HintControl(const Needs& needs) : m(needs) {
   connect(&m.completion, &CompletionControl::EntryChanged, this, &HintControl::OnEntryChanged);
   connect(&m.active, &ActiveView::Changed, this, &HintControl::HideTip);
   connect(&m.active, &ActiveView::CaretMoved, this, &HintControl::KeepOffText);
-  connect(&m.active, &ActiveView::ScrolledVertically, this, [this] { ShowHint({}); });
-  connect(&m.active, &ActiveView::LostFocus, this, [this] {
-    if (m_onCommand) HideTip();
-    ShowHint({});
-  });
+  for (const auto left : {&ActiveView::ScrolledVertically, &ActiveView::LostFocus}) {
+    connect(&m.active, left, this, [this] {
+      ShowHint({});
+      HideTip();  // also when hints do not come by themselves
+    });
+  }
   m.active.AddTaker(InputTurn::kTip, *this);
   m.window.installEventFilter(this);
 }
@@ -137,7 +138,17 @@ void HintControl::OnKeyRelease() {
 }
 
 bool HintControl::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::Move || event->type() == QEvent::Resize) HideTip();
+  switch (event->type()) {
+    case QEvent::Move:
+    case QEvent::Resize:
+    case QEvent::Hide:
+    case QEvent::WindowDeactivate:
+    case QEvent::WindowStateChange:
+      HideTip();
+      break;
+    default:
+      break;
+  }
   return QObject::eventFilter(watched, event);
 }
 
@@ -158,8 +169,8 @@ bool HintControl::TakeInput(QEvent& event) {
       break;
     }
     case QEvent::Wheel:
-      if (m_onCommand) HideTip();
       ShowHint({});
+      HideTip();
       break;
     default:
       break;

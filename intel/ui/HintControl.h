@@ -49,7 +49,7 @@ class HintControl : public QObject, private InputTaker {
   void CommandFound(int index);
 
  protected:
-  /// Of the window: the tip does not stay behind when it is moved.
+  /// Of the window: the tip does not stay behind when it is moved, hidden or left.
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:

@@ -48,7 +48,9 @@ void CCrystalTextView::SetBuffer(CCrystalTextBuffer* buffer) {
 void CCrystalTextView::ApplySettings(const ViewSettings& settings) {
   m_settings = settings;
   m_palette = ViewPalette(settings.colours);
+  const int rows = m_font == nullptr ? 0 : RowsIn(viewport()->height());
   RebuildFont();
+  KeepCaretRow(rows);
   UpdateBraceMatch();
 }
 
@@ -73,9 +75,11 @@ void CCrystalTextView::SetZoom(int percent) {
   percent = std::clamp(percent, kSmallestZoom, kLargestZoom);
   if (percent == m_zoom) return;
   const int32_t top = TopLine();
+  const int rows = RowsIn(viewport()->height());
   m_zoom = percent;
   RebuildFont();
   ScrollToLine(top);
+  KeepCaretRow(rows);
   Q_EMIT ZoomChanged();
 }
 
@@ -326,6 +330,15 @@ void CCrystalTextView::EnsureVisible(TextPosition position) {
     if (value > horizontalScrollBar()->maximum()) horizontalScrollBar()->setMaximum(static_cast<int>(value));
     horizontalScrollBar()->setValue(static_cast<int>(value));
   }
+}
+
+void CCrystalTextView::KeepCaretRow(int rowsBefore) {
+  if (!m_model.HasText()) return;
+  const int row = m_model.Folds().RowOfLine(m_model.Folds().ShownLine(CaretPos().line));
+  const int top = verticalScrollBar()->value();
+  if (row < top || row >= top + rowsBefore || row < top + PageRows()) return;
+  UpdateScrollBars();
+  verticalScrollBar()->setValue(row - PageRows() + 1);
 }
 
 void CCrystalTextView::ScrollToLine(int32_t line) {

@@ -4,6 +4,7 @@
 #include <QElapsedTimer>
 #include <QEvent>
 #include <QPoint>
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <span>
@@ -170,6 +171,11 @@ class CCrystalTextView : public QAbstractScrollArea {
   void PaintCaret(QPainter& painter);
   QRect TextArea() const;
   int RowTop(int32_t row) const;
+  /// Rows of which at least a strip is seen in a view of that height.
+  int RowsIn(int height) const { return (std::max(height, 0) + LineHeight() - 1) / LineHeight(); }
+  /// After the layout has changed: the caret line is seen whole if any of it was, when `rowsBefore` were
+  /// seen.
+  void KeepCaretRow(int rowsBefore);
   bool MoveCaret(QKeyEvent* event);
   void MarginPress(QMouseEvent* event, int32_t line);
   void SelectLines(int32_t line, bool extend = false);

@@ -60,6 +60,7 @@ void CCrystalTextView::resizeEvent(QResizeEvent* event) {
   QAbstractScrollArea::resizeEvent(event);
   UpdateScrollBars();
   ApplyDamage();
+  if (m_font != nullptr) KeepCaretRow(RowsIn(event->oldSize().height()));
 }
 
 // Keys
