@@ -59,8 +59,13 @@ void HistoryCombo::SetText(const std::string& text) {
 
 /// The arrow keys go on from the entry with that text, or from before the first one.
 void HistoryCombo::ShowText(const QString& text) {
-  setCurrentIndex(findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
-  setEditText(text);
+  const QString before = currentText();
+  {
+    const QSignalBlocker blocker(this);  // between two texts the box is empty for a moment
+    setCurrentIndex(findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    setEditText(text);
+  }
+  if (currentText() != before) Q_EMIT editTextChanged(currentText());
 }
 
 void HistoryCombo::FocusText() {

@@ -171,6 +171,7 @@ TEST(MatchCounter, NumbersMatchesThatTouchEachOther) {
       {{{0, 0}, {0, 2}}, "1 of 5"}, {{{0, 2}, {0, 4}}, "2 of 5"}, {{{0, 6}, {0, 8}}, "3 of 5"},
       {{{1, 0}, {1, 2}}, "4 of 5"}, {{{1, 2}, {1, 4}}, "5 of 5"}, {{{1, 4}, {1, 4}}, "5"},
       {{{0, 1}, {0, 3}}, "1 of 5"},  // across two: the one that ends behind its start
+      {{{0, 0}, {0, 1}}, "5"},      {{{0, 4}, {0, 6}}, "5"},      {{{0, 0}, {1, 2}}, "5"},
   };
   for (const auto& [selection, status] : rows) {
     EXPECT_EQ(counter.StatusText(selection), status)

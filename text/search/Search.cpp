@@ -63,6 +63,29 @@ int32_t TextSearch::NextOccurrence(std::string_view text, int32_t from) const {
   return -1;
 }
 
+bool TextSearch::IsFoundAt(std::string_view text, int32_t column) const {
+  const auto at = static_cast<size_t>(column);
+  if (IsEmpty() || column < 0 || at >= text.size()) return false;
+  if ((m_flags & search_flag::kWholeWord) == 0) {
+    return m_searcher.Find(text.substr(at, m_what.size())) == 0;
+  }
+  size_t passedOver = 0;  // since the last whole word; each shifts the reported column by one
+  for (size_t base = 0; base < text.size();) {
+    const size_t distance = m_searcher.Find(text.substr(base));
+    if (distance == ByteSearcher::kNone) break;
+    const size_t found = base + distance;
+    const size_t end = found + m_what.size();
+    if (found > 0 && IsInWord(text[found - 1])) {
+      ++passedOver;
+    } else if (end >= text.size() || !IsInWord(text[end])) {
+      if (found >= at) return found - at <= passedOver;
+      passedOver = 0;
+    }
+    base = found + 1;
+  }
+  return false;
+}
+
 bool TextSearch::FindDownwards(const CCrystalTextBuffer& buffer, TextPosition start, TextPosition end,
                                TextPosition& found) const {
   const int32_t last = std::min(end.line, buffer.LineCount() - 1);

@@ -63,6 +63,9 @@ class TextSearch {
   /// character of `text` touches it on either side.
   int32_t NextOccurrence(std::string_view text, int32_t from) const;
 
+  /// What stands at `column` is what a search of this line can report, wherever in the line it began.
+  bool IsFoundAt(std::string_view text, int32_t column) const;
+
  private:
   int32_t FindWordInLine(std::string_view text) const;
   int32_t LastOccurrence(std::string_view text, int32_t before) const;

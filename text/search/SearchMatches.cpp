@@ -24,6 +24,13 @@ std::vector<TextRange> MatchesInLines(const CCrystalTextBuffer& buffer, const Te
   return matches;
 }
 
+bool IsMatch(const CCrystalTextBuffer& buffer, const TextSearch& search, TextRange selection) {
+  const TextPosition& start = selection.start;
+  return start.line >= 0 && start.line == selection.end.line && start.line < buffer.LineCount() &&
+         selection.end.character - start.character == search.Length() &&
+         search.IsFoundAt(buffer.Line(start.line), start.character);
+}
+
 void MatchCounter::Start(const TextSearch& search) {
   Stop();
   if (!search.IsEmpty()) m_search = search;
@@ -69,7 +76,9 @@ bool MatchCounter::Advance(int32_t lines) {
 
 int64_t MatchCounter::OrdinalOf(TextRange selection) const {
   const int32_t line = selection.start.line;
-  if (!IsActive() || selection.IsEmpty() || !m_stale.empty() || line < 0 || line >= m_nextLine) return 0;
+  if (!IsActive() || !m_stale.empty() || line >= m_nextLine || !IsMatch(*m_buffer, *m_search, selection)) {
+    return 0;
+  }
   const std::string_view text = m_buffer->Line(line);
   int32_t at = m_search->NextOccurrence(text, 0);
   while (at >= 0 && at + m_search->Length() <= selection.start.character) {

@@ -17,6 +17,9 @@ class CCrystalTextBuffer;
 std::vector<TextRange> MatchesInLines(const CCrystalTextBuffer& buffer, const TextSearch& search,
                                       int32_t first, int32_t last);
 
+/// `selection` is what a search selects when it finds something.
+bool IsMatch(const CCrystalTextBuffer& buffer, const TextSearch& search, TextRange selection);
+
 /// Counts the occurrences of a search in a whole text a slice at a time, and tells which of them a
 /// selection is: "3 of 41". It keeps one number per block of lines; an edit inside a line makes it count
 /// that line's block anew, an added or removed line everything from its block on.
@@ -37,8 +40,8 @@ class MatchCounter {
   bool IsComplete() const { return !IsActive() || (m_stale.empty() && m_nextLine >= LineCount()); }
   /// Of the part that is counted so far.
   int64_t Count() const { return m_count; }
-  /// Number, from 1, of the occurrence at `selection`: the first one on its line that ends behind its
-  /// start. 0 without one, and while the text up to it is not counted.
+  /// Number, from 1, of the occurrence at `selection`, which must be a match: the first one on its line
+  /// that ends behind its start. 0 for another selection, and while the text up to it is not counted.
   int64_t OrdinalOf(TextRange selection) const;
   /// "3 of 41", or "41" when the selection is at none of them, with "+" behind a count that goes on;
   /// empty when there is no search.
