@@ -9,6 +9,7 @@
 
 #include "find/ui/SearchMarks.h"
 #include "res/ui/UiText.h"
+#include "text/search/SearchMatches.h"
 #include "text/ui/CrystalEditView.h"
 #include "text/ui/TextWatch.h"
 #include "widgets/CodePageText.h"
@@ -36,20 +37,40 @@ class ViewTarget : public ReplaceTarget {
 
 /// A replace session in one view. It ends with the view's text.
 struct CEditReplaceDlg::Work {
-  Work(CCrystalEditView& shown, TextPosition start, TextRange block)
+  Work(CCrystalEditView& shown, TextRange block, std::function<void()> ended)
       : view(&shown),
         target(shown),
-        session(target, start, block),
+        session(target, {}, block),
+        // A selection within a line is what to look for, a larger one where to look.
+        prefersBlock(block.start.line != block.end.line),
+        tellEnd(std::move(ended)),
         watch(shown, {[this](const TextChange* change, uint32_t hints, int32_t) {
                         if (change != nullptr) session.OnTextChanged(*change);
-                        if ((hints & hint::kReset) != 0) isOver = true;
+                        if ((hints & hint::kReset) != 0) End();
                       },
-                      [this] { isOver = true; }}) {}
+                      [this] { End(); }}) {
+    noted.Note(shown);
+  }
+  void End() {
+    isOver = true;
+    tellEnd();
+  }
+  /// The user has not gone elsewhere since the dialog looked last.
+  bool IsUserHere() const { return noted.IsIn(*view) || session.IsMatchSelected(); }
+  void NoteStep() {
+    noted.Note(*view);
+    isFresh = false;
+  }
 
   QPointer<CCrystalEditView> view;
   ViewTarget target;
   ReplaceSession session;
+  bool prefersBlock;
+  bool isFresh = true;     ///< no step was done
+  bool isAdopted = false;  ///< for what was selected while the dialog was open
   bool isOver = false;
+  NotedPlace noted;
+  std::function<void()> tellEnd;
   TextWatch watch;
 };
 
@@ -83,6 +104,8 @@ void CEditReplaceDlg::BuildControls() {
   m_replace = AddButton(StringId::kReplaceButton);
   m_replaceAll = AddButton(StringId::kReplaceAllButton);
   OrderTabs({m_with}, {m_selection, m_wholeFile}, {m_replace, m_replaceAll});
+  connect(m_selection, &QRadioButton::clicked, this, [this] { PreferBlock(true); });
+  connect(m_wholeFile, &QRadioButton::clicked, this, [this] { PreferBlock(false); });
   connect(m_replace, &QPushButton::clicked, this, [this] { Replace(); });
   connect(m_replaceAll, &QPushButton::clicked, this, [this] { ReplaceAll(); });
 }
@@ -93,45 +116,89 @@ void CEditReplaceDlg::UpdateButtons() {
   const bool canReplace = CanSearch() && view->CanEdit();
   m_replace->setEnabled(canReplace);
   m_replaceAll->setEnabled(canReplace);
-  const bool hasBlock =
-      m_work != nullptr && !m_work->isOver && m_work->view == view && !m_work->session.Block().IsEmpty();
+  const Work* work = WorkIn(view);
+  const bool hasBlock = work != nullptr && !work->session.Block().IsEmpty();
   m_selection->setEnabled(hasBlock);
-  if (!hasBlock) m_wholeFile->setChecked(true);
+  (hasBlock && work->prefersBlock ? m_selection : m_wholeFile)->setChecked(true);
+}
+
+void CEditReplaceDlg::Activated() {
+  CCrystalEditView* view = ActiveView();
+  if (view != nullptr && isVisible()) AdoptSelection(*view);
+  SearchDialog::Activated();
 }
 
 void CEditReplaceDlg::BeginIn(CCrystalEditView* view, const SearchRequest&) {
   m_with->LoadEntries();
+  if (isVisible()) {
+    if (view != nullptr) AdoptSelection(*view);
+    return;
+  }
   m_with->SetText(m_with->StoredText());
-  m_work.reset();
-  if (view == nullptr || !view->Model().HasText()) return;
-  const TextRange selection = view->Selection();
-  BeginWork(*view, selection.start, selection);
-  // A selection within a line is what to look for, a larger one where to look.
-  const bool inBlock = selection.start.line != selection.end.line;
-  (inBlock ? m_selection : m_wholeFile)->setChecked(true);
+  m_works.clear();
+  if (view != nullptr && view->Model().HasText()) BeginWork(*view, view->Selection());
 }
 
-void CEditReplaceDlg::BeginWork(CCrystalEditView& view, TextPosition start, TextRange block) {
-  m_work = std::make_unique<Work>(view, start, block);
-  NoteCaret(view);
+// Where to work
+
+CEditReplaceDlg::Work& CEditReplaceDlg::BeginWork(CCrystalEditView& view, TextRange block) {
+  const Work* before = WorkIn(&view);
+  auto work = std::make_unique<Work>(view, block, [this] { UpdateButtons(); });
+  work->prefersBlock |= before != nullptr && before->prefersBlock;
+  std::erase_if(m_works, [&view](const auto& old) { return old->view == nullptr || old->view == &view; });
+  m_works.push_back(std::move(work));
+  return *m_works.back();
 }
 
-CEditReplaceDlg::Work* CEditReplaceDlg::WorkOfActiveView(bool withSelected) {
-  CCrystalEditView* view = ActiveView();
+void CEditReplaceDlg::PreferBlock(bool prefers) {
+  if (Work* work = WorkIn(ActiveView())) work->prefersBlock = prefers;
+}
+
+CEditReplaceDlg::Work* CEditReplaceDlg::WorkIn(const CCrystalEditView* view) const {
+  for (const auto& work : m_works) {
+    if (view != nullptr && work->view == view) return work->isOver ? nullptr : work.get();
+  }
+  return nullptr;
+}
+
+bool CEditReplaceDlg::IsMatchSelected(const CCrystalEditView& view) const {
+  const SearchRequest search = Request();
+  return IsMatch(*view.Buffer(), TextSearch(search.what, search.flags), view.Selection());
+}
+
+void CEditReplaceDlg::AdoptSelection(CCrystalEditView& view) {
+  if (!view.Model().HasText() || view.Selection().IsEmpty()) return;
+  const Work* work = WorkIn(&view);
+  if (IsMatchSelected(view) || (work != nullptr && work->IsUserHere())) return;
+  BeginWork(view, view.Selection()).isAdopted = true;
+}
+
+CEditReplaceDlg::Work* CEditReplaceDlg::WorkFor(Step step) {
   if (!CanSearch()) return nullptr;
-  const bool sameText = m_work != nullptr && !m_work->isOver && m_work->view == view;
-  if (!sameText || HasCaretMoved(*view)) {
-    const TextRange selection = view->Selection();
-    BeginWork(*view, withSelected ? selection.start : selection.end,
-              sameText ? m_work->session.Block() : TextRange{});
+  CCrystalEditView& view = *ActiveView();
+  Work* work = WorkIn(&view);
+  if (work == nullptr) {
+    work = &BeginWork(view, {});
     UpdateButtons();
   }
-  return m_work.get();
+  if (work->session.IsMatchSelected()) return work;
+  // Where the user went, or a place that fits already, is where to go on from; Replace All wants them all.
+  const TextRange selection = view.Selection();
+  const bool hasMoved = !work->noted.IsIn(view) || (work->isFresh && work->isAdopted);
+  const bool isWithinLine = selection.start.line == selection.end.line;
+  if (step == Step::kReplaceAll) {
+    work->session.StartFrom({});
+  } else if (isWithinLine && (hasMoved || (work->isFresh && IsMatchSelected(view)))) {
+    work->session.StartFrom(step == Step::kFindNext ? selection.end : selection.start);
+  }
+  return work;
 }
 
 bool CEditReplaceDlg::InBlock() const {
   return m_selection->isEnabled() && m_selection->isChecked();
 }
+
+// The buttons
 
 ReplaceRequest CEditReplaceDlg::ReplacementRequest() const {
   const SearchRequest search = Request();
@@ -139,17 +206,17 @@ ReplaceRequest CEditReplaceDlg::ReplacementRequest() const {
 }
 
 void CEditReplaceDlg::FindNext() {
-  Work* work = WorkOfActiveView(false);
+  Work* work = WorkFor(Step::kFindNext);
   if (work != nullptr) Finish(*work, work->session.FindNext(ReplacementRequest()));
 }
 
 void CEditReplaceDlg::Replace() {
-  Work* work = WorkOfActiveView(true);
+  Work* work = WorkFor(Step::kReplace);
   if (work != nullptr) Finish(*work, work->session.Replace(ReplacementRequest()));
 }
 
 void CEditReplaceDlg::Finish(Work& work, bool found) {
-  NoteCaret(*work.view);
+  work.NoteStep();
   if (found) {
     ShowFound(*work.view, Request());
   } else {
@@ -158,12 +225,12 @@ void CEditReplaceDlg::Finish(Work& work, bool found) {
 }
 
 void CEditReplaceDlg::ReplaceAll() {
-  Work* work = WorkOfActiveView(true);
+  Work* work = WorkFor(Step::kReplaceAll);
   if (work == nullptr) return;
   QApplication::setOverrideCursor(Qt::WaitCursor);
   work->session.ReplaceAll(ReplacementRequest());
   QApplication::restoreOverrideCursor();
-  NoteCaret(*work->view);
+  work->NoteStep();
   KeepSelectionClear(*this, *work->view);
 }
 
@@ -174,11 +241,12 @@ void CEditReplaceDlg::SaveMore() {
 void CEditReplaceDlg::done(int result) {
   CCrystalEditView* view = ActiveView();
   if (view != nullptr && CanSearch()) Marks().Of(*view).SetLastSearch(Request());
-  if (InBlock() && m_work != nullptr && view != nullptr && m_work->view == view) {
-    const TextRange block = m_work->session.Block();
-    view->SetSelection(block.start, block.end);
+  const Work* work = WorkIn(view);
+  if (work != nullptr && InBlock() && work->IsUserHere()) {
+    const TextRange block = work->session.Block();
+    if (view->Selection() != block) view->SetSelection(block.start, block.end);
   }
-  m_work.reset();
+  m_works.clear();
   Save();
   SearchDialog::done(result);
 }

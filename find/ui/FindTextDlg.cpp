@@ -31,14 +31,20 @@ void CFindTextDlg::BeginIn(CCrystalEditView* view, const SearchRequest& search) 
   const bool up = (search.flags & search_flag::kUpwards) != 0;
   (up ? m_up : m_down)->setChecked(true);
   m_position = view == nullptr ? TextPosition{} : view->Selection().end;
+  if (view != nullptr) m_noted.Note(*view);
+}
+
+SearchRequest CFindTextDlg::Request() const {
+  SearchRequest request = SearchDialog::Request();
+  if (m_up->isChecked()) request.flags |= search_flag::kUpwards;
+  return request;
 }
 
 void CFindTextDlg::FindNext() {
   CCrystalEditView* view = ActiveView();
   if (!CanSearch()) return;
-  if (HasCaretMoved(*view)) m_position = view->Selection().end;
-  SearchRequest search = Request();
-  if (m_up->isChecked()) search.flags |= search_flag::kUpwards;
+  if (!m_noted.IsIn(*view)) m_position = view->Selection().end;
+  const SearchRequest search = Request();
   TextPosition found;
   const bool wasFound = FindInText(*view->Buffer(), search.what, m_position, search.flags, true, found);
   if (wasFound) {
@@ -48,7 +54,7 @@ void CFindTextDlg::FindNext() {
     m_saved = search;
   }
   m_position = wasFound ? view->CaretPos() : TextPosition{};
-  NoteCaret(*view);
+  m_noted.Note(*view);
   if (!wasFound) TellNotFound(search);
 }
 

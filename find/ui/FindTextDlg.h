@@ -16,6 +16,7 @@ class CFindTextDlg : public SearchDialog {
  protected:
   void BeginIn(CCrystalEditView* view, const SearchRequest& search) override;
   void FindNext() override;
+  SearchRequest Request() const override;
 
  private:
   void BuildDirection();
@@ -23,6 +24,7 @@ class CFindTextDlg : public SearchDialog {
   QRadioButton* m_up;
   QRadioButton* m_down;
   TextPosition m_position;  ///< where the next search starts
+  NotedPlace m_noted;       ///< at the last search
   std::optional<SearchRequest> m_saved;
 };
 

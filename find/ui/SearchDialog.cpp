@@ -47,6 +47,16 @@ void KeepSelectionClear(QWidget& window, const CCrystalTextView& view) {
   if (corner != frame.topLeft()) window.move(corner);
 }
 
+void NotedPlace::Note(const CCrystalTextView& view) {
+  m_view = &view;
+  m_caret = view.CaretPos();
+  m_selection = view.Selection();
+}
+
+bool NotedPlace::IsIn(const CCrystalTextView& view) const {
+  return m_view == &view && m_caret == view.CaretPos() && m_selection == view.Selection();
+}
+
 SearchDialog::SearchDialog(FindHost host, StringId title, const Stored& stored, QWidget* parent)
     : QDialog(parent), m_host(std::move(host)), m_stored(stored) {
   setWindowTitle(UiText(title));
@@ -112,22 +122,25 @@ void SearchDialog::OrderTabs(const QList<QWidget*>& fields, const QList<QWidget*
   for (qsizetype i = 1; i < all.size(); ++i) setTabOrder(all[i - 1], all[i]);
 }
 
-void SearchDialog::Present() {
-  CCrystalEditView* view = ActiveView();
-  m_what->LoadEntries();
+SearchRequest SearchDialog::RequestToBeginWith(CCrystalEditView* view) const {
   SearchRequest stored{m_what->StoredText(), 0};
   if (ReadInt(Profile(), m_stored.matchCase) != 0) stored.flags |= search_flag::kMatchCase;
   if (ReadInt(Profile(), m_stored.wholeWord) != 0) stored.flags |= search_flag::kWholeWord;
-  SearchRequest search = stored;
-  if (view != nullptr && view->Buffer() != nullptr) {
-    search = SearchToBeginWith(Marks().Of(*view).LastSearch(), stored,
-                               SelectedWithinLine(*view->Buffer(), view->Selection()));
-    NoteCaret(*view);
-  }
+  if (view == nullptr || view->Buffer() == nullptr) return stored;
+  std::optional<SearchRequest> last = Marks().Of(*view).LastSearch();
+  if (isVisible() && m_shownFor == view && !m_what->IsEmpty()) last = Request();
+  return SearchToBeginWith(last, stored, SelectedWithinLine(*view->Buffer(), view->Selection()));
+}
+
+void SearchDialog::Present() {
+  CCrystalEditView* view = ActiveView();
+  m_what->LoadEntries();
+  const SearchRequest search = RequestToBeginWith(view);
   m_what->SetText(search.what);
   m_matchCase->setChecked((search.flags & search_flag::kMatchCase) != 0);
   m_wholeWord->setChecked((search.flags & search_flag::kWholeWord) != 0);
   BeginIn(view, search);
+  m_shownFor = view;
   UpdateButtons();
   show();
   raise();
@@ -183,17 +196,8 @@ void SearchDialog::TellNotFound(const SearchRequest& search) {
   m_what->FocusText();
 }
 
-void SearchDialog::NoteCaret(CCrystalEditView& view) {
-  m_view = &view;
-  m_caret = view.CaretPos();
-}
-
-bool SearchDialog::HasCaretMoved(const CCrystalEditView& view) const {
-  return m_view != &view || m_caret != view.CaretPos();
-}
-
 bool SearchDialog::event(QEvent* event) {
-  if (event->type() == QEvent::WindowActivate) UpdateButtons();
+  if (event->type() == QEvent::WindowActivate) Activated();
   return QDialog::event(event);
 }
 

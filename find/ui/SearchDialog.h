@@ -24,6 +24,19 @@ class HistoryCombo;
 /// Moves a window aside when it covers what is selected in the view.
 void KeepSelectionClear(QWidget& window, const CCrystalTextView& view);
 
+/// A place where the user was in a view when a dialog looked last.
+class NotedPlace {
+ public:
+  void Note(const CCrystalTextView& view);
+  /// He is still there: neither caret nor selection has changed since, in this view.
+  bool IsIn(const CCrystalTextView& view) const;
+
+ private:
+  QPointer<const CCrystalTextView> m_view;
+  TextPosition m_caret;
+  TextRange m_selection;
+};
+
 /// What the find and the replace dialog have in common: the text to find and how to compare it, the find
 /// button, and the view that they act on.
 class SearchDialog : public QDialog {
@@ -31,7 +44,8 @@ class SearchDialog : public QDialog {
 
  public:
   /// Fills the controls from the active view, or from what was stored, and shows the dialog ready for
-  /// typing. Also for a dialog that is open already.
+  /// typing. A dialog that is open in this view already keeps what was typed into it, but for a text that
+  /// was selected.
   void Present();
   /// Another view is the active one, or it can be written now, or not any more.
   virtual void UpdateButtons();
@@ -52,7 +66,8 @@ class SearchDialog : public QDialog {
 
   SearchDialog(FindHost host, StringId title, const Stored& stored, QWidget* parent);
 
-  /// The dialog is about to be shown for this view; null for none.
+  /// The dialog is about to be shown for this view; null for none. When it is open already, it is asked
+  /// for once more.
   virtual void BeginIn(CCrystalEditView* view, const SearchRequest& search) = 0;
   virtual void FindNext() = 0;
   /// Stores values beyond those of all search dialogs.
@@ -62,7 +77,7 @@ class SearchDialog : public QDialog {
   const AppProfile& Profile() const { return m_host.profile; }
   ViewMarks& Marks() const { return m_host.marks; }
   /// Text and comparison as the controls say.
-  SearchRequest Request() const;
+  virtual SearchRequest Request() const;
   /// The text can be searched for.
   bool CanSearch() const;
   void Save();
@@ -70,9 +85,8 @@ class SearchDialog : public QDialog {
   void ShowFound(CCrystalEditView& view, const SearchRequest& search);
   void TellNotFound(const SearchRequest& search);
 
-  /// The caret of a view has to be looked at again when the user moved it, or works in another view.
-  void NoteCaret(CCrystalEditView& view);
-  bool HasCaretMoved(const CCrystalEditView& view) const;
+  /// The user came back to the dialog; `ActiveView` may have changed meanwhile, and what it selects.
+  virtual void Activated() { UpdateButtons(); }
 
   QGridLayout& Fields() { return *m_fields; }
   QBoxLayout& OptionRow() { return *m_optionRow; }
@@ -86,6 +100,7 @@ class SearchDialog : public QDialog {
 
  private:
   void Build();
+  SearchRequest RequestToBeginWith(CCrystalEditView* view) const;
 
   FindHost m_host;
   Stored m_stored;
@@ -97,8 +112,7 @@ class SearchDialog : public QDialog {
   QBoxLayout* m_buttons;
   QPushButton* m_find;
   QPushButton* m_close;
-  QPointer<const CCrystalEditView> m_view;  ///< of the noted caret
-  TextPosition m_caret;
+  QPointer<CCrystalEditView> m_shownFor;
 };
 
 }  // namespace quill

@@ -50,7 +50,7 @@ struct FakeView : ReplaceTarget, BufferObserver, EditHook {
 
 TEST(ReplaceSession, FindNextStepsByOneCharacterAndStartsAnewAfterTheLast) {
   FakeView view("aaa\nxaa");
-  ReplaceSession session(view, {0, 1});
+  ReplaceSession session(view, TextPosition{0, 1});
   const ReplaceRequest request{"aa", "b", search_flag::kUpwards, false};
   EXPECT_TRUE(session.FindNext(request));
   EXPECT_EQ(view.Selected(), "0,1-3") << "from the remembered start, and downwards whatever the flags";
@@ -101,6 +101,38 @@ TEST(ReplaceSession, ABlockEndBehindTheMatchMovesWithTheText) {
     TextPosition at;
     while (view.Text() != "a-a-a-a\na" && view.buffer.Undo(at)) continue;
     EXPECT_EQ(session.Block(), (TextRange{{0, 2}, {0, 5}})) << "undo moves it back";
+  }
+}
+
+TEST(ReplaceSession, AScopeThatIsSwitchedBetweenStepsHoldsForTheNextOne) {
+  enum Step { kFind, kReplace, kAll };
+  struct Row {
+    std::vector<std::pair<Step, bool>> steps;  ///< each in the block?
+    const char* text;
+    const char* selected;
+  };
+  const Row rows[] = {
+      {{{kFind, false}, {kAll, true}}, "a\nB B\nB\na", "2,1|"},  // found above the block
+      {{{kFind, false}, {kFind, true}}, "a\na a\na\na", "1,0-1"},
+      {{{kFind, false}, {kReplace, true}}, "a\na a\na\na", "1,0-1"},
+      {{{kFind, false}, {kFind, false}, {kFind, false}, {kAll, true}}, "a\na B\nB\na", "2,1|"},  // inside
+      {{{kFind, true}, {kFind, false}, {kAll, false}}, "a\na B\nB\nB", "3,1|"},
+      {{{kAll, true}, {kAll, false}}, "B\nB B\nB\nB", "3,1|"},
+      {{{kAll, false}}, "B\nB B\nB\nB", "3,1|"},
+  };
+  for (const Row& row : rows) {
+    FakeView view("a\na a\na\na");
+    ReplaceSession session(view, {}, {{1, 0}, {2, 1}});
+    view.session = &session;
+    std::string steps;
+    for (const auto& [step, inBlock] : row.steps) {
+      const ReplaceRequest request{"a", "B", search_flag::kMatchCase, inBlock};
+      if (step == kAll) session.ReplaceAll(request);
+      if (step != kAll) step == kFind ? session.FindNext(request) : session.Replace(request);
+      steps += std::to_string(step) + (inBlock ? "s " : "w ");
+    }
+    EXPECT_EQ(view.Text(), row.text) << steps;
+    EXPECT_EQ(view.Selected(), row.selected) << steps;
   }
 }
 

@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QKeyEvent>
+#include <QRadioButton>
 #include <QTest>
 
 #include "shell/ui/QuillDoc.h"
@@ -55,6 +56,22 @@ class FindDialogs : public ShellFixture {
   }
   void PressAll(std::initializer_list<const char*> keys) {
     for (const char* key : keys) Press(key);
+  }
+  void BackToText() {
+    Frame().activateWindow();
+    View().setFocus();
+    Pump();
+  }
+  static void BackTo(QDialog& dialog) {
+    dialog.activateWindow();
+    Pump();
+  }
+  /// The scope that is chosen.
+  std::string Checked() {
+    for (const auto* button : Dialog().findChildren<QRadioButton*>()) {
+      if (button->isChecked()) return button->text().remove('&').toStdString();
+    }
+    return {};
   }
   /// Opens a dialog by its key and fills its first field.
   void OpenAndType(const char* key, const std::string& text) {
@@ -218,6 +235,146 @@ TEST_F(FindDialogs, ReplaceAllInASelectionIsOneUndoStepAndKeepsTheBlock) {
   PressAll({"Ctrl+H", "Alt+A", "Escape", "Ctrl+Z"});
   EXPECT_EQ(ActiveText(), "a a|a a|a a|a");
   EXPECT_FALSE(View().CanUndo());
+}
+
+TEST_F(FindDialogs, WhatIsSelectedWhileReplaceIsOpenIsItsBlock) {
+  Begin("a a\r\na a\r\na a\r\na a\r\na a");
+  View().SetSelection({0, 0}, {1, 3});
+  OpenAndType("Ctrl+H", "a");
+  PressAll({"Alt+P"});
+  Type("x");
+  QDialog& dialog = Dialog();
+  BackToText();
+  View().SetCaretPos({2, 0});
+  PressAll({"Shift+Down", "Shift+Down"});
+  BackTo(dialog);
+  PressAll({"Alt+A"});
+  EXPECT_EQ(ActiveText(), "a a|a a|x x|x x|a a");
+  EXPECT_EQ(Checked(), "Selection");
+
+  PressAll({"Alt+O", "Alt+F", "Alt+F", "Alt+S", "Alt+A"});
+  EXPECT_EQ(ActiveText(), "a a|a a|x x|x x|a a") << "nothing is left in the block, whatever was found above";
+
+  BackToText();
+  View().SetCaretPos({0, 0});
+  Press("Shift+Down");
+  BackTo(dialog);
+  Press("Alt+F");
+  EXPECT_EQ(Selected(), "1:1-1:2");
+  BackToText();
+  Press("F3");
+  EXPECT_EQ(Selected(), "1:3-1:4");
+  BackTo(dialog);
+  Press("Alt+R");
+  EXPECT_EQ(ActiveText(), "a a|a a|x x|x x|a a")
+      << "a place found elsewhere is where to go on, not the block";
+  Press("Alt+A");
+  EXPECT_EQ(ActiveText(), "a x|a a|x x|x x|a a");
+  PressAll({"Escape"});
+  EXPECT_EQ(Selected(), "1:1-2:1");
+}
+
+TEST_F(FindDialogs, ClosingReplaceLeavesTheUserWhereHeIs) {
+  Begin("a\r\na\r\na\r\na\r\na");
+  for (const bool moves : {false, true}) {
+    View().SetSelection({1, 0}, {3, 0});
+    OpenAndType("Ctrl+H", "a");
+    Press("Return");
+    QDialog& dialog = Dialog();
+    if (moves) {
+      BackToText();
+      Press("Ctrl+End");
+      BackTo(dialog);
+    }
+    Press("Escape");
+    EXPECT_EQ(Selected(), moves ? "5:2" : "2:1-4:1");
+  }
+}
+
+TEST_F(FindDialogs, ReplaceInTheWholeFileBeginsAtItsTop) {
+  Begin("cat cat\r\ncat\r\ncat");
+  View().SetSelection({1, 0}, {2, 3});
+  OpenAndType("Ctrl+H", "cat");
+  PressAll({"Alt+P"});
+  Type("dog");
+  PressAll({"Alt+O", "Alt+A"});
+  EXPECT_EQ(ActiveText(), "dog dog|dog|dog");
+  PressAll({"Escape", "Ctrl+Z", "Ctrl+End", "Ctrl+H", "Alt+F"});
+  EXPECT_EQ(Selected(), "1:1-1:4");
+  QDialog& dialog = Dialog();
+  BackToText();
+  View().SetCaretPos({1, 0});
+  BackTo(dialog);
+  Press("Alt+F");
+  EXPECT_EQ(Selected(), "2:1-2:4") << "from where the user went";
+}
+
+TEST_F(FindDialogs, TheKeyOfADialogThatIsOpenKeepsWhatWasTyped) {
+  Begin("cat dog\r\ncat");
+  OpenAndType("Ctrl+H", "cat");
+  PressAll({"Alt+P"});
+  Type("mouse");
+  PressAll({"Alt+C"});
+  const auto shown = [&] {
+    std::string texts;
+    for (const auto* box : Dialog().findChildren<QComboBox*>())
+      texts += box->currentText().toStdString() + " ";
+    return texts + (Button("Match &case")->isChecked() ? "case" : "");
+  };
+  BackToText();
+  Press("Ctrl+H");
+  EXPECT_EQ(ActiveTitle(), "Replace");
+  EXPECT_EQ(shown(), "cat mouse case");
+  BackToText();
+  View().SetSelection({0, 4}, {0, 7});
+  Press("Ctrl+H");
+  EXPECT_EQ(shown(), "dog mouse case") << "a selected text is what to look for";
+  PressAll({"Alt+A", "Escape"});
+  EXPECT_EQ(ActiveText(), "cat mouse|cat");
+}
+
+TEST_F(FindDialogs, AnotherWindowKeepsNothingOfTheBlock) {
+  Begin("a\r\na\r\na");
+  CQuillView& first = View();
+  first.SetSelection({1, 0}, {2, 1});
+  OpenAndType("Ctrl+H", "a");
+  PressAll({"Alt+P"});
+  Type("x");
+  QDialog& dialog = Dialog();
+  BackToText();
+  Open("b.vsl", "a\r\na");
+  BackTo(dialog);
+  EXPECT_EQ(Checked(), "Whole file");
+  BackToText();
+  Press("Ctrl+Tab");
+  ASSERT_EQ(&View(), &first);
+  BackTo(dialog);
+  EXPECT_EQ(Checked(), "Selection") << "back in the first";
+  Press("Alt+A");
+  EXPECT_EQ(ActiveText(), "a|x|x");
+}
+
+TEST_F(FindDialogs, MarksAndNumbersSayWhatIsSelected) {
+  Begin("cat dog cat\r\ncat dog\r\ncat");
+  OpenAndType("Ctrl+F", "cat");
+  PressAll({"Return", "Return"});
+  EXPECT_EQ(Matches(), "2 of 4");
+  PressAll({"Escape", "Ctrl+H"});
+  EXPECT_EQ(Matches(), "2 of 4") << "the other dialog goes on with the same search";
+  PressAll({"Return"});
+  EXPECT_EQ(Matches() + " at " + Selected(), "3 of 4 at 2:1-2:4") << "on from what is selected";
+  PressAll({"Escape"});
+  View().SetSelection({0, 4}, {0, 7});
+  EXPECT_EQ(Matches(), "4") << "no match, although one follows";
+  View().SetSelection({0, 8}, {0, 10});
+  EXPECT_EQ(Matches(), "4");
+  View().SetSelection({1, 0}, {1, 3});
+  EXPECT_EQ(Matches(), "3 of 4");
+  View().SetSelection({0, 4}, {0, 7});
+  PressAll({"Ctrl+H", "Return"});
+  EXPECT_EQ(Matches() + " at " + Selected(), "2 of 2 at 2:5-2:8");
+  PressAll({"Escape", "Ctrl+F"});
+  EXPECT_EQ(Matches(), "2 of 2");
 }
 
 TEST_F(FindDialogs, AReadOnlyTextCanBeSearchedButNotReplaced) {

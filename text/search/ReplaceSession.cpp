@@ -7,17 +7,22 @@
 
 namespace quill {
 
-ReplaceSession::ReplaceSession(ReplaceTarget& target, TextPosition start, TextRange block)
+ReplaceSession::ReplaceSession(ReplaceTarget& target, std::optional<TextPosition> start, TextRange block)
     : m_target(target), m_start(start), m_block(block) {}
 
+void ReplaceSession::StartFrom(std::optional<TextPosition> start) {
+  m_match.reset();
+  m_start = start;
+}
+
 bool ReplaceSession::FindNext(const ReplaceRequest& request) {
-  ForgetMatchOfOtherSearch(request);
+  ForgetMatchOfOtherRequest(request);
   if (!m_match) return FindFrom(m_start, request);
-  return FindFrom({m_match->at.line, m_match->at.character + 1}, request);
+  return FindFrom(TextPosition{m_match->at.line, m_match->at.character + 1}, request);
 }
 
 bool ReplaceSession::Replace(const ReplaceRequest& request) {
-  ForgetMatchOfOtherSearch(request);
+  ForgetMatchOfOtherRequest(request);
   ForgetMatchUnlessSelected();
   if (!m_match) return FindFrom(m_start, request);
   CCrystalTextBuffer& buffer = m_target.Buffer();
@@ -36,8 +41,10 @@ bool ReplaceSession::Replace(const ReplaceRequest& request) {
 int64_t ReplaceSession::ReplaceAll(const ReplaceRequest& request) {
   CCrystalTextBuffer& buffer = m_target.Buffer();
   if (buffer.IsReadOnly()) return 0;
-  ForgetMatchOfOtherSearch(request);
+  const bool hadMatch = m_match.has_value();
+  ForgetMatchOfOtherRequest(request);
   ForgetMatchUnlessSelected();
+  if (hadMatch && !m_match) m_start.reset();
   if (!m_match && !SearchFrom(m_start, request)) return 0;
   m_movesBlockItself = request.inBlock;
   const ReplaceAllOutcome outcome =
@@ -46,7 +53,7 @@ int64_t ReplaceSession::ReplaceAll(const ReplaceRequest& request) {
   m_movesBlockItself = false;
   if (request.inBlock) m_block.end = outcome.blockEnd;
   m_target.PlaceCaret(outcome.lastEnd);
-  StartAnew(request);
+  StartFrom({});
   return outcome.count;
 }
 
@@ -55,7 +62,7 @@ void ReplaceSession::OnTextChanged(const TextChange& change) {
     place =
         change.inserted ? PositionAfterInsert(place, change.range) : PositionAfterDelete(place, change.range);
   };
-  move(m_start);
+  if (m_start) move(*m_start);
   if (m_match) move(m_match->at);
   if (m_movesBlockItself) return;
   if (!change.inserted || m_block.start != change.range.start) move(m_block.start);  // the block grows
@@ -66,38 +73,35 @@ TextRange ReplaceSession::RangeOf(const Match& match) {
   return {match.at, {match.at.line, match.at.character + static_cast<int32_t>(match.what.size())}};
 }
 
-void ReplaceSession::ForgetMatchOfOtherSearch(const ReplaceRequest& request) {
-  if (!m_match || (m_match->what == request.what && m_match->flags == FlagsOf(request))) return;
-  m_start = m_match->at;
-  m_match.reset();
+void ReplaceSession::ForgetMatchOfOtherRequest(const ReplaceRequest& request) {
+  if (m_match && (m_match->what != request.what || m_match->flags != FlagsOf(request))) {
+    StartFrom(m_match->at);
+  }
+  const auto isOutside = [this](TextPosition at) { return at < m_block.start || at >= m_block.end; };
+  if (request.inBlock && m_match && isOutside(m_match->at)) StartFrom({});
+  if (request.inBlock && m_start && isOutside(*m_start)) m_start.reset();
 }
 
 void ReplaceSession::ForgetMatchUnlessSelected() {
-  if (!m_match || m_target.Selection() == RangeOf(*m_match)) return;
-  m_start = m_match->at;
-  m_match.reset();
+  if (m_match && !IsMatchSelected()) StartFrom(m_match->at);
 }
 
-bool ReplaceSession::FindFrom(TextPosition start, const ReplaceRequest& request) {
+bool ReplaceSession::FindFrom(std::optional<TextPosition> start, const ReplaceRequest& request) {
   if (!SearchFrom(start, request)) return false;
   m_target.SelectFound(m_match->at, static_cast<int32_t>(request.what.size()));
   return true;
 }
 
-bool ReplaceSession::SearchFrom(TextPosition start, const ReplaceRequest& request) {
+bool ReplaceSession::SearchFrom(std::optional<TextPosition> start, const ReplaceRequest& request) {
   TextPosition found;
   const TextSearch search(request.what, FlagsOf(request));
-  if (search.FindInRange(m_target.Buffer(), start, ScopeOf(request), false, found)) {
+  const TextRange scope = ScopeOf(request);
+  if (search.FindInRange(m_target.Buffer(), start.value_or(scope.start), scope, false, found)) {
     m_match = Match{found, request.what, FlagsOf(request)};
     return true;
   }
-  StartAnew(request);
+  StartFrom({});
   return false;
-}
-
-void ReplaceSession::StartAnew(const ReplaceRequest& request) {
-  m_match.reset();
-  m_start = request.inBlock ? m_block.start : TextPosition{};
 }
 
 TextRange ReplaceSession::ScopeOf(const ReplaceRequest& request) const {

@@ -36,29 +36,36 @@ struct ReplaceRequest {
 };
 
 /// The work of a replace dialog while it is open: where the next search starts, the current match and
-/// the block. Searches do not wrap. The dialog shows "not found" when an operation returns false, but for
+/// the block. A search that starts nowhere in particular starts where its scope does: at the start of the
+/// text, or of the block. The scope may change from one request to the next; a match outside of it is none.
+/// Searches do not wrap. The dialog shows "not found" when an operation returns false, but for
 /// `ReplaceAll`.
 class ReplaceSession {
  public:
   /// `start` is where the first search starts; `block` is the selection that limits it when asked.
-  ReplaceSession(ReplaceTarget& target, TextPosition start, TextRange block = {});
+  explicit ReplaceSession(ReplaceTarget& target, std::optional<TextPosition> start = {},
+                          TextRange block = {});
+
+  /// Forgets the match: the next search starts here.
+  void StartFrom(std::optional<TextPosition> start);
 
   /// Selects the next match: the first time from the start position, then from one character after the
-  /// current match. False when there is none; the next search then starts at the block's start, or that
-  /// of the text.
+  /// current match. False when there is none; the next search then starts with its scope.
   bool FindNext(const ReplaceRequest& request);
   /// Replaces the current match and selects the next one. Without a match, or when the selection is not
   /// the match any more, only selects the next one. False when no further match is found; a read-only
   /// text keeps its match.
   bool Replace(const ReplaceRequest& request);
-  /// Replaces the current match, or the next one, and all that follow, as one undo step. Returns their
-  /// number.
+  /// Replaces the current match and all that follow, as one undo step; without a match, all from the start
+  /// position on. Returns their number.
   int64_t ReplaceAll(const ReplaceRequest& request);
 
   /// Keeps the places valid when somebody else edits the text meanwhile.
   void OnTextChanged(const TextChange& change);
 
   bool HasMatch() const { return m_match.has_value(); }
+  /// The target still selects the current match.
+  bool IsMatchSelected() const { return m_match && m_target.Selection() == RangeOf(*m_match); }
   /// Moved along with the replacements in it.
   TextRange Block() const { return m_block; }
 
@@ -71,19 +78,19 @@ class ReplaceSession {
 
   static TextRange RangeOf(const Match& match);
   static uint32_t FlagsOf(const ReplaceRequest& request) { return request.flags & ~search_flag::kUpwards; }
-  void ForgetMatchOfOtherSearch(const ReplaceRequest& request);
+  /// Ends a match of another search, and one outside of the block that the request is limited to.
+  void ForgetMatchOfOtherRequest(const ReplaceRequest& request);
   /// Ends a match that the selection does not cover; the next search finds it again if it is still there.
   void ForgetMatchUnlessSelected();
-  bool FindFrom(TextPosition start, const ReplaceRequest& request);
+  bool FindFrom(std::optional<TextPosition> start, const ReplaceRequest& request);
   /// Without a selection.
-  bool SearchFrom(TextPosition start, const ReplaceRequest& request);
-  void StartAnew(const ReplaceRequest& request);
+  bool SearchFrom(std::optional<TextPosition> start, const ReplaceRequest& request);
   TextRange ScopeOf(const ReplaceRequest& request) const;
   /// A block end on the match's line moves with the text behind the match.
   void MoveBlock(TextRange match, TextPosition end);
 
   ReplaceTarget& m_target;
-  TextPosition m_start;
+  std::optional<TextPosition> m_start;  ///< nothing: where the scope starts
   TextRange m_block;
   std::optional<Match> m_match;
   bool m_movesBlockItself = false;
