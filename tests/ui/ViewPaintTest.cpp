@@ -1,5 +1,10 @@
 #include <QScopeGuard>
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <map>
 
+#include "settings/Settings.h"
 #include "ui/ViewEvents.h"
 
 namespace quill {
@@ -25,6 +30,30 @@ class ViewPaint : public ViewFixture {
       for (int x = 0; x < image.width(); ++x) lightest = std::max(lightest, qGray(image.pixel(x, y)));
     }
     return lightest;
+  }
+  static double Contrast(const QColor& a, const QColor& b) {
+    const auto luminance = [](const QColor& c) {
+      const auto linear = [](double v) {
+        return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
+      };
+      return 0.2126 * linear(c.redF()) + 0.7152 * linear(c.greenF()) + 0.0722 * linear(c.blueF());
+    };
+    const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
+    return (lighter + 0.05) / (darker + 0.05);
+  }
+  /// The color of large text: that which stands out most from its ground, the most frequent one.
+  static QColor Ink(const QImage& image, QColor& ground) {
+    std::map<QRgb, int> counts;
+    for (int y = 0; y < image.height(); ++y) {
+      for (int x = 0; x < image.width(); ++x) ++counts[image.pixel(x, y)];
+    }
+    const auto frequent = [](const auto& a, const auto& b) { return a.second < b.second; };
+    ground = QColor(std::max_element(counts.begin(), counts.end(), frequent)->first);
+    QColor ink = ground;
+    for (const auto& [pixel, count] : counts) {
+      if (Contrast(QColor(pixel), ground) > Contrast(ink, ground)) ink = QColor(pixel);
+    }
+    return ink;
   }
   /// The pictures of a line's number, digit by digit, in a text of fewer than a thousand lines.
   std::vector<QImage> Digits(const QImage& image, int32_t line) {
@@ -212,6 +241,71 @@ TEST_F(ViewPaint, ColoursFollowTheDesktop) {
   EXPECT_EQ(OnScreen().pixel(corner), qRgb(250, 240, 230));
   Press("Ctrl+Tab");
   EXPECT_EQ(OnScreen().pixel(corner), qRgb(250, 240, 230)) << "every view";
+}
+
+TEST_F(ViewPaint, OnADarkDesktopEveryKindOfWordCanBeReadAndToldFromTheOthers) {
+  const QPalette before = QApplication::palette();
+  const auto restore = qScopeGuard([&before] { QApplication::setPalette(before); });
+  struct Row {
+    const char* kind;
+    const char* token;
+  };
+  const Row rows[] = {{"plain", "other"},     {"keyword", "return"}, {"string", "\"see\""},
+                      {"number", "12345"},    {"command", "wait"},   {"comment", "// even"},
+                      {"function", "render"}, {"variable", "speed"}, {"directive", "#define"}};
+  std::string text = "var speed;\r\nfunction render() { }\r\n";
+  for (const Row& row : rows) text += std::string(row.token) + "\r\n" + row.token + "\r\n";
+  Open("a.vsl", text);
+  View().SetZoom(300);  // strokes of several pixels, so that some are not smoothed
+  for (const QColor base : {QColor(30, 31, 34), QColor(0, 0, 0), QColor(60, 60, 60), QColor(95, 95, 95)}) {
+    QPalette desktop = before;
+    desktop.setColor(QPalette::Base, base);
+    QApplication::setPalette(desktop);
+    std::map<std::string, QColor> inks;
+    for (size_t i = 0; i < std::size(rows); ++i) {
+      const auto line = static_cast<int32_t>(3 + 2 * i);
+      const auto length = static_cast<int32_t>(std::strlen(rows[i].token));
+      View().SetSelection({line - 1, 0}, {line - 1, length});
+      const auto inkOn = [&](QColor& ground) {
+        View().EnsureVisible({line, 0});
+        const QRect word(View().PointOf({line, 0}),
+                         View().PointOf({line, length}) + QPoint(-1, View().LineHeight() - 1));
+        return Ink(OnScreen().copy(word), ground);
+      };
+      QColor plainGround;
+      QColor ground;
+      inks[rows[i].kind] = inkOn(plainGround);
+      EXPECT_EQ(plainGround, base);
+      Press("Ctrl+F3");  // finds the next one, and marks the first
+      View().SetSelection({0, 0}, {0, 0});
+      const QColor ink = inkOn(ground);
+      EXPECT_NE(ground, base) << rows[i].kind;
+      EXPECT_GE(Contrast(ink, ground), 4.5) << rows[i].kind << " on " << base.name().toStdString();
+      EXPECT_GE(Contrast(inks[rows[i].kind], base), 4.5) << rows[i].kind;
+      Press("Escape");
+    }
+    if (base.lightness() > 80) continue;  // there is little room above it
+    const char* const told[] = {"plain", "function", "variable", "string"};
+    for (size_t i = 0; i < std::size(told); ++i) {
+      for (size_t k = 0; k < i; ++k) {
+        const QColor& a = inks[told[i]];
+        const QColor& b = inks[told[k]];
+        const int apart =
+            std::abs(a.red() - b.red()) + std::abs(a.green() - b.green()) + std::abs(a.blue() - b.blue());
+        EXPECT_GT(apart, base.lightness() < 50 ? 60 : 24) << told[i] << " and " << told[k];
+      }
+    }
+  }
+
+  WriteColour(m_settings, settings::kStringColor, Rgb(90, 70, 60));
+  QApplication::setPalette(before);
+  QPalette desktop = before;
+  desktop.setColor(QPalette::Base, QColor(30, 31, 34));
+  QApplication::setPalette(desktop);
+  QColor ground;
+  View().EnsureVisible({6, 0});
+  const QRect word(View().PointOf({6, 0}), View().PointOf({6, 5}) + QPoint(-1, View().LineHeight() - 1));
+  EXPECT_EQ(Ink(OnScreen().copy(word), ground), QColor(90, 70, 60)) << "a chosen color stays";
 }
 
 TEST_F(ViewPaint, NothingStaysBelowATextThatBecameShorter) {

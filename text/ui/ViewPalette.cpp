@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <initializer_list>
 
 namespace quill {
 namespace {
@@ -28,13 +29,26 @@ QColor Mixed(const QColor& a, const QColor& b, double share) {
                           static_cast<float>(a.blueF() + (b.blueF() - a.blueF()) * share));
 }
 
-/// `c` moved towards `end` (white or black) as far as reading on `background` needs it.
-QColor Readable(const QColor& c, const QColor& background, const QColor& end, double contrast) {
+/// What a colour may be painted on, and the contrast that it needs there.
+struct Ground {
+  QColor colour;
+  double contrast;
+};
+
+/// `c` moved towards `end` (white or black) as far as reading on all of `grounds` needs it.
+QColor Readable(const QColor& c, std::initializer_list<Ground> grounds, const QColor& end) {
   for (double share = 0; share < 1; share += 0.05) {
     const QColor moved = Mixed(c, end, share);
-    if (Contrast(moved, background) >= contrast) return moved;
+    const auto isReadable = [&moved](const Ground& g) { return Contrast(moved, g.colour) >= g.contrast; };
+    if (std::all_of(grounds.begin(), grounds.end(), isReadable)) return moved;
   }
   return end;
+}
+
+/// Found text on a dark background: a shade of orange on which light text stays light enough.
+QColor DarkMatch(const QColor& background) {
+  const QColor soft = Mixed(background, QColor(255, 170, 0), 0.22);
+  return Contrast(Qt::white, soft) >= 7 ? soft : Mixed(background, QColor(90, 50, 0), 0.6);
 }
 
 QColor FromColourRef(uint32_t ref) {
@@ -51,6 +65,31 @@ double WantedContrast(int32_t index) {
   return index == kColourText || index == kColourBrace ? kComfortable : kReadable;
 }
 
+/// What takes the place of a default on a dark background. The defaults are made for paper: lightened, the
+/// greys of functions, variables and strings would be one, and the dark reds and blues would lose their hue.
+QColor DarkDefault(int32_t index, const QColor& fallback) {
+  switch (index) {
+    case kColourKeyword:
+      return {125, 170, 255};
+    case kColourCommand:
+      return {255, 140, 145};
+    case kColourFunction:
+      return {236, 222, 130};
+    case kColourVariable:
+      return {120, 220, 205};
+    case kColourComment:
+      return {115, 195, 115};
+    case kColourNumber:
+      return {225, 150, 235};
+    case kColourString:
+      return {222, 172, 120};
+    case kColourPreprocessor:
+      return {95, 190, 240};
+    default:
+      return fallback;
+  }
+}
+
 }  // namespace
 
 ViewPalette::ViewPalette(const ColourTable& table) {
@@ -58,22 +97,31 @@ ViewPalette::ViewPalette(const ColourTable& table) {
   const QColor margin = FromColourRef(table.ColourOf(kColourMargin));
   m_dark = Luminance(background) < 0.18;
   const bool darkMargin = Luminance(margin) < 0.18;
+  m_match = m_dark ? DarkMatch(background) : Mixed(background, QColor(255, 170, 0), 0.4);
+  m_braceBox = Mixed(background, QColor(60, 160, 90), m_dark ? 0.45 : 0.35);
+  const bool ownCaretLine = m_dark && table.IsDefault(kColourCaretLine);
+  const QColor caretLine = ownCaretLine ? Mixed(background, Qt::white, 0.09) : background;
   for (int32_t index = 0; index < kColours; ++index) {
     QColor colour = FromColourRef(table.ColourOf(index));
     const bool inMargin = index == kColourMarginText;
     const bool onDark = inMargin ? darkMargin : m_dark;
     if (onDark && table.IsDefault(index)) {
       if (index == kColourCaretLine) {
-        colour = Mixed(background, Qt::white, 0.09);
+        colour = caretLine;
+      } else if (inMargin) {
+        colour = Readable(colour, {{margin, kReadable}}, Qt::white);
+      } else if (index == kColourFolding || index == kColourIndentGuide) {
+        colour = Readable(colour, {{background, kReadable}}, Qt::white);
       } else if (!IsBackground(index) && index != kColourSelectionText) {
-        colour = Readable(colour, inMargin ? margin : background, Qt::white, WantedContrast(index));
+        const QColor& mark = index == kColourBrace ? m_braceBox : m_match;
+        colour = Readable(DarkDefault(index, colour),
+                          {{background, WantedContrast(index)}, {caretLine, kReadable}, {mark, kReadable}},
+                          Qt::white);
       }
     }
     m_colours[static_cast<size_t>(index)] = colour.rgb();
     m_bold[static_cast<size_t>(index)] = table.IsBold(index);
   }
-  m_match = Mixed(background, QColor(255, 170, 0), m_dark ? 0.35 : 0.4);
-  m_braceBox = Mixed(background, QColor(60, 160, 90), m_dark ? 0.45 : 0.35);
 }
 
 ViewPalette ViewPalette::ForPaper(const ColourTable& table) {
@@ -81,7 +129,7 @@ ViewPalette ViewPalette::ForPaper(const ColourTable& table) {
   for (int32_t index = 0; index < kColours; ++index) {
     QColor colour = FromColourRef(table.ColourOf(index));
     // What was chosen for a dark background is too light here.
-    if (!IsBackground(index)) colour = Readable(colour, Qt::white, Qt::black, kReadable);
+    if (!IsBackground(index)) colour = Readable(colour, {{Qt::white, kReadable}}, Qt::black);
     palette.m_colours[static_cast<size_t>(index)] = colour.rgb();
   }
   return palette;
