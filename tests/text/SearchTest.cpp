@@ -179,6 +179,34 @@ TEST(MatchCounter, NumbersMatchesThatTouchEachOther) {
   }
 }
 
+TEST(MatchCounter, NumbersWhateverASearchSelects) {
+  std::mt19937 random(5);
+  for (int round = 0; round < 2000; ++round) {
+    std::string content;
+    for (size_t n = random() % 40; n > 0; --n) content += "abB  _"[random() % 6];
+    const ScriptText text(content);
+    const TextSearch search(random() % 2 == 0 ? "b" : "ab", static_cast<uint32_t>(random() % 4));
+    MatchCounter counter(text);
+    counter.Start(search);
+    while (!counter.Advance(256)) continue;
+    const int32_t length = search.Length();
+    const auto size = static_cast<int32_t>(content.size());
+    if ((search.Flags() & search_flag::kWholeWord) != 0) continue;
+    for (int32_t at = 0; at + length <= size; ++at) {
+      const bool numbered = counter.OrdinalOf({{0, at}, {0, at + length}}) > 0;
+      EXPECT_EQ(numbered, search.FindInBufferLine(text, 0, at) == at) << content << " " << at;
+    }
+  }
+  const ScriptText text("xab xab ab");
+  MatchCounter counter(text);
+  counter.Start(TextSearch("ab", search_flag::kWholeWord));
+  while (!counter.Advance(256)) continue;
+  for (int32_t at = 0; at <= 8; ++at) {
+    EXPECT_EQ(counter.OrdinalOf({{0, at}, {0, at + 2}}), at >= 6 ? 1 : 0)
+        << "each word passed over moves what is selected by one: " << at;
+  }
+}
+
 TEST(MatchCounter, AgreesWithAFreshCountAfterAnyEdits) {
   std::mt19937 random(3);
   std::string content;
