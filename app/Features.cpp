@@ -44,9 +44,10 @@ void AddScriptKnowledge(const ShellParts& parts, Features& features) {
   auto& help = features.Add<CommandHelp>(parts.active, parts.commands);
   features.Add<CodeJumper>(CodeJumper::Needs{parts.active, script, parts.workspace, parts.files,
                                              parts.viewSettings, services.Profile()});
-  features.Add<WritingHelp>(
-      CompletionControl::Needs{parts.window, parts.active, script, parts.commands, services.settings}, help);
-  features.Add<Templates>(parts.workspace, parts.active, services.programFolder);
+  auto& templates = features.Add<Templates>(parts.workspace, parts.active, services.programFolder);
+  features.Add<WritingHelp>(CompletionControl::Needs{parts.window, parts.active, script, templates,
+                                                     parts.commands, services.settings},
+                            help);
   features.Add<ScriptToolbox>(services, parts.window, parts.active, parts.files);
   features.Add<ManualFeature>(ManualFeature::Needs{services, parts.active, script, parts.commands, help});
 }

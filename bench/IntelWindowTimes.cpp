@@ -14,6 +14,7 @@
 #include "intel/ui/CodeJumperPane.h"
 #include "intel/ui/CodeJumperTree.h"
 #include "intel/vocabulary/CommandDatabase.h"
+#include "intel/writing/CodeTemplates.h"
 #include "text/buffer/CrystalTextBuffer.h"
 
 namespace quill {
@@ -80,7 +81,7 @@ void ReportCompletion() {
   owner.show();
   CCodeCompletion window(&owner);
   const auto detail = [&](const CompletionList& list, size_t row) {
-    return DetailOf(list, row, nullptr, commands, outline);
+    return DetailOf(list, row, nullptr, commands, outline, CodeTemplates());
   };
   const auto open = [&](std::string_view begun) {
     const auto names = std::make_shared<const CompletionNames>(outline, commands, NameSet());

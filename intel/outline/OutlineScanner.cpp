@@ -207,6 +207,13 @@ Outline OutlineScanner::Finish() {
   return std::exchange(m_outline, {});
 }
 
+std::optional<OutlineRoot> DefinedRoot(std::string_view line) {
+  const std::string_view text = TrimLeft(line);
+  const Keyword* keyword = text.empty() ? nullptr : FirstWord(text);
+  if (keyword == nullptr || keyword->rule == Rule::kInclude) return std::nullopt;
+  return keyword->root;
+}
+
 Outline ScanOutline(const CCrystalTextBuffer& buffer, std::string_view onlyElements) {
   OutlineScanner scanner(onlyElements);
   const int32_t count = buffer.LineCount();

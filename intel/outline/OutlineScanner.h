@@ -1,5 +1,6 @@
 #pragma once
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -38,6 +39,9 @@ class OutlineScanner {
   Outline m_outline;
   NameSet m_names;  ///< of the element list
 };
+
+/// What a line defines by its first word; nothing for other lines, and for `include` and `path`.
+std::optional<OutlineRoot> DefinedRoot(std::string_view line);
 
 Outline ScanOutline(const CCrystalTextBuffer& buffer, std::string_view onlyElements = {});
 /// The same for the bytes of a file, in the lines that a buffer would have.

@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QListView>
 #include <QPainter>
+#include <QScreen>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QVBoxLayout>
@@ -17,12 +18,12 @@ namespace {
 
 constexpr int kMostRows = 10;       ///< shown at once
 constexpr int kFewestRows = 5;      ///< a shorter list leaves them blank: the panel needs the height
-constexpr int kRowsToMeasure = 60;  ///< of a long list only these decide about its width
+constexpr int kRowsToMeasure = 20;  ///< the longest names decide about the list's width
 constexpr int kIconSize = 16;       ///< logical pixels
 constexpr int kTextGap = 4;         ///< before, between and behind icon and name
 constexpr int kRowGap = 2;          ///< above and below a row's text
 constexpr int kNarrowestList = 140;
-constexpr int kWidestList = 360;
+constexpr int kWidestList = 360;  ///< where the screen has no more room beside the word
 constexpr int kPanelWidth = 280;
 
 /// Draws a row that Enter would not take with an outline instead of a bar.
@@ -85,6 +86,8 @@ CCodeCompletion::CCodeCompletion(QWidget* owner)
   m_panel->setFixedWidth(kPanelWidth);
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(1, 1, 1, 1);
+  // `Arrange` gives the size. The layout would hold the window at what the list before needed.
+  row->setSizeConstraint(QLayout::SetNoConstraint);
   row->setSpacing(0);
   row->addWidget(m_view);
   row->addWidget(m_panel);
@@ -99,6 +102,7 @@ CCodeCompletion::CCodeCompletion(QWidget* owner)
 void CCodeCompletion::Open(CompletionList list, DetailSource detail, const QFont& font, const QRect& word) {
   m_detail = std::move(detail);
   m_word = word;
+  m_side = PopupSide::kBelow;
   m_view->setFont(font);
   QFont heading = font;
   heading.setBold(true);
@@ -159,14 +163,14 @@ void CCodeCompletion::SetChosen(bool chosen) {
   m_view->viewport()->update();
 }
 
-std::optional<std::string> CCodeCompletion::SelectedEntry() const {
+std::optional<CompletionEntry> CCodeCompletion::Selected() const {
   const int row = m_view->currentIndex().row();
   if (!isVisible() || row < 0 || row >= m_model.rowCount()) return std::nullopt;
-  return std::string(m_model.List()->Name(static_cast<size_t>(row)));
+  return m_model.List()->Entry(static_cast<size_t>(row));
 }
 
-std::optional<std::string> CCodeCompletion::OnlyEntry() const {
-  return m_model.rowCount() == 1 ? SelectedEntry() : std::nullopt;
+std::optional<CompletionEntry> CCodeCompletion::OnlyEntry() const {
+  return m_model.rowCount() == 1 ? Selected() : std::nullopt;
 }
 
 void CCodeCompletion::ShowDetail() {
@@ -179,22 +183,29 @@ void CCodeCompletion::ShowDetail() {
   if (m_panel->layout()->heightForWidth(kPanelWidth) > m_panel->height()) Arrange();
 }
 
-void CCodeCompletion::Arrange() {
-  const int rows = m_model.rowCount();
+int CCodeCompletion::WidthOfNames() const {
   int width = 0;
   const QFontMetrics metrics(m_view->font());
-  for (int i = 0; i < std::min(rows, kRowsToMeasure); ++i) {
-    width = std::max(width, metrics.horizontalAdvance(m_model.index(i).data(Qt::DisplayRole).toString()));
+  for (const size_t row : m_model.List()->LongestRows(kRowsToMeasure)) {
+    width = std::max(width, metrics.horizontalAdvance(FromCodePage(m_model.List()->Name(row))));
   }
-  width +=
-      kIconSize + 3 * kTextGap + (rows > kMostRows ? m_view->verticalScrollBar()->sizeHint().width() : 0);
-  m_view->setFixedWidth(std::clamp(width, kNarrowestList, kWidestList));
+  return width;
+}
+
+void CCodeCompletion::Arrange() {
+  // The names stand below the word that they complete.
+  const QRect anchor = m_word.translated(-(kIconSize + 2 * kTextGap + 1), 0);
+  const int rows = m_model.rowCount();
+  const int width = WidthOfNames() + kIconSize + 3 * kTextGap +
+                    (rows > kMostRows ? m_view->verticalScrollBar()->sizeHint().width() : 0);
+  const int room = parentWidget()->screen()->availableGeometry().right() - anchor.x() - kPanelWidth - 1;
+  m_view->setFixedWidth(std::clamp(width, kNarrowestList, std::max(kWidestList, room)));
   const int listHeight = std::clamp(rows, kFewestRows, kMostRows) * m_view->sizeHintForRow(0);
   const int height = std::max(listHeight, m_panel->layout()->heightForWidth(kPanelWidth));
   const QSize size(m_view->width() + kPanelWidth + 2, height + 2);
-  // The names stand below the word that they complete.
-  const QRect anchor = m_word.translated(-(kIconSize + 2 * kTextGap + 1), 0);
-  setGeometry(PopupRect(anchor, size, *parentWidget(), PopupSide::kBelow));
+  const QRect place = PopupRect(anchor, size, *parentWidget(), m_side);
+  m_side = place.y() < anchor.y() ? PopupSide::kAbove : PopupSide::kBelow;
+  setGeometry(place);
 }
 
 void CCodeCompletion::paintEvent(QPaintEvent*) {

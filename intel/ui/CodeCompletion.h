@@ -2,10 +2,10 @@
 #include <QWidget>
 #include <functional>
 #include <optional>
-#include <string>
 
 #include "intel/ui/CompletionModel.h"
 #include "intel/writing/CompletionDetail.h"
+#include "intel/writing/PopupPlace.h"
 
 class QLabel;
 class QListView;
@@ -34,9 +34,11 @@ class CCodeCompletion : public QWidget {
   /// Whether the selected row counts as chosen; it is drawn so.
   void SetChosen(bool chosen);
   /// Nothing while the window is hidden.
-  std::optional<std::string> SelectedEntry() const;
+  std::optional<CompletionEntry> Selected() const;
+  /// Whether a name begins with the word begun.
+  bool HasBeginnings() const { return m_model.List() != nullptr && m_model.List()->HasBeginnings(); }
   /// Nothing unless the list is down to one name.
-  std::optional<std::string> OnlyEntry() const;
+  std::optional<CompletionEntry> OnlyEntry() const;
 
  Q_SIGNALS:
   /// Another entry is selected.
@@ -51,7 +53,9 @@ class CCodeCompletion : public QWidget {
  private:
   void ShowDetail();
   void SelectRow(int row);
+  /// Gives list and panel the room that they need, beside the word.
   void Arrange();
+  int WidthOfNames() const;
 
   CompletionModel m_model;
   QListView* m_view;
@@ -60,6 +64,7 @@ class CCodeCompletion : public QWidget {
   QLabel* m_text;
   DetailSource m_detail;
   QRect m_word;
+  PopupSide m_side = PopupSide::kBelow;  ///< of the word; kept until the list is opened anew
 };
 
 }  // namespace quill

@@ -4,6 +4,10 @@
 
 #include "base/CodePage1252.h"
 #include "intel/ui/ActiveScript.h"
+#include "intel/ui/Templates.h"
+#include "intel/vocabulary/CommandDatabase.h"
+#include "intel/writing/CallInsertion.h"
+#include "intel/writing/DefinitionBody.h"
 #include "res/ui/UiText.h"
 #include "settings/Settings.h"
 #include "shell/ui/ActiveView.h"
@@ -13,15 +17,28 @@
 namespace quill {
 namespace {
 
+/// Of a script with more names the list opens on command only: to put them in order would be felt.
+constexpr size_t kMostElementsUnasked = 20000;
+
+constexpr TextPosition kNoWord{-1, 0};
+
+/// Whether taking an entry writes more than its name.
+bool WritesMore(const CompletionEntry& entry, const CommandDatabase& commands) {
+  if (entry.kind == CompletionKind::kTemplate) return true;
+  return entry.command >= 0 &&
+         FormOfCall(commands.GetCommandParameters(entry.command)) != CallForm::kNameOnly;
+}
+
 CompletionKey KeyOf(const QKeyEvent& event) {
   if ((event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == Qt::NoModifier) {
     const bool shift = event.modifiers().testFlag(Qt::ShiftModifier);
     switch (event.key()) {
-      case Qt::Key_Up:
       case Qt::Key_Down:
+        return shift ? CompletionKey::kOther : CompletionKey::kDown;
+      case Qt::Key_Up:
       case Qt::Key_PageUp:
       case Qt::Key_PageDown:
-        return shift ? CompletionKey::kOther : CompletionKey::kUpOrDown;
+        return shift ? CompletionKey::kOther : CompletionKey::kUpOrPage;
       case Qt::Key_Tab:
         return CompletionKey::kTab;
       case Qt::Key_Return:
@@ -88,13 +105,21 @@ void CompletionControl::Open() {
   if (View() == nullptr || !View()->CanEdit()) return;
   const std::shared_ptr<const ScriptFacts> facts = m.script.Latest();
   const auto request = RequestAtCaret(*View(), facts->outline);
-  if (request && OpenAt(*View(), *request, facts)) return;
+  if (request && OpenAt(*View(), *request, facts, Cause::kAsked)) return;
   Q_EMIT View()->Hint(request ? UiText(StringId::kNothingToComplete, {FromCodePage(request->begun)})
                               : UiText(StringId::kUnknownObject));
 }
 
 void CompletionControl::OnTyped(char character) {
-  if (character != '.' || !ReadFlag(m.settings, settings::kDotComplete)) return;
+  if (character == '.') {
+    OpenBehindDot();
+  } else if (cp1252::IsWordChar(character) && !IsOpen()) {
+    OpenInWord();
+  }
+}
+
+void CompletionControl::OpenBehindDot() {
+  if (!ReadFlag(m.settings, settings::kDotComplete)) return;
   const TextPosition caret = View()->CaretPos();
   if (!MemberAccessAt(View()->Buffer()->Line(caret.line), caret.character)) return;
   // The object is mostly known already: reading the script anew would cost each dot more.
@@ -104,29 +129,66 @@ void CompletionControl::OnTyped(char character) {
     facts = m.script.Latest();
     request = RequestAtCaret(*View(), facts->outline);
   }
-  if (request && request->inCode && request->object != nullptr) OpenAt(*View(), *request, facts);
+  if (request && request->inCode && request->object != nullptr) {
+    OpenAt(*View(), *request, facts, Cause::kDot);
+  }
 }
 
-std::shared_ptr<const CompletionNames> CompletionControl::NamesFor(const CompletionRequest& request,
-                                                                   const CQuillView& view) {
-  if (request.object != nullptr) return std::make_shared<const CompletionNames>(*request.object);
+void CompletionControl::OpenInWord() {
+  const std::shared_ptr<const ScriptFacts> facts = m.script.Shown();
+  if (facts->outline.elements.size() > kMostElementsUnasked || View()->Model().IsColumnSelection()) return;
+  const TextPosition caret = View()->CaretPos();
+  const auto request = RequestAtCaret(*View(), facts->outline);
+  if (!request || !OpensByItself(View()->Buffer()->Line(caret.line), *request)) return;
+  if (m_sentAway == TextPosition{caret.line, request->start}) return;
+  if (ReadFlag(m.settings, settings::kCompleteWhileTyping)) OpenAt(*View(), *request, facts, Cause::kLetters);
+}
+
+std::shared_ptr<const CompletionNames> CompletionControl::AllNames(const CQuillView& view, Cause cause) {
   const NameSet* keywords = &view.Keywords();
-  if (m_names == nullptr || m_namesFacts != m_facts || m_namesKeywords != keywords) {
-    m_names = std::make_shared<const CompletionNames>(m_facts->outline, m.commands, *keywords);
+  const CodeTemplates& templates = cause == Cause::kAsked ? m.templates.Latest() : m.templates.Known();
+  if (m_names == nullptr || m_namesFacts != m_facts || m_namesKeywords != keywords ||
+      m_namesTemplates != templates.Names()) {
     m_namesFacts = m_facts;
     m_namesKeywords = keywords;
+    m_namesTemplates = templates.Names();
+    m_names =
+        std::make_shared<const CompletionNames>(m_facts->outline, m.commands, *keywords, m_namesTemplates);
   }
   return m_names;
 }
 
 bool CompletionControl::OpenAt(CQuillView& view, const CompletionRequest& request,
-                               const std::shared_ptr<const ScriptFacts>& facts) {
+                               const std::shared_ptr<const ScriptFacts>& facts, Cause cause) {
   m_facts = facts;
-  CompletionList list(NamesFor(request, view), request.begun);
-  if (list.Count() == 0) {
+  m_wordStart = {view.CaretPos().line, request.start};
+  const ObjectKind* object = request.object;
+  if (object == nullptr) {
+    object = DefinitionBodyAt(*view.Buffer(), m_wordStart,
+                              [&view](int32_t line) { return view.Model().States().StateAt(line); });
+  }
+  std::optional<CompletionList> list;
+  if (object != nullptr) {
+    list.emplace(std::make_shared<const CompletionNames>(*object), request.begun);
+  }
+  // Where a member of a definition may begin, something else may, too.
+  const auto fits = [cause](const CompletionList& names) {
+    return cause == Cause::kLetters ? names.HasBeginnings() : names.Count() > 0;
+  };
+  if (request.object == nullptr && (!list || !fits(*list))) {
+    object = nullptr;
+    list.emplace(AllNames(view, cause), request.begun);
+  }
+  const bool isWritten = list->Count() == 1 && cp1252::EqualNoCase(list->Name(0), request.begun);
+  if (!fits(*list) || (isWritten && cause == Cause::kLetters)) {
     Close();
     return false;
   }
+  Show(view, std::move(*list), object, cause);
+  return true;
+}
+
+void CompletionControl::Show(CQuillView& view, CompletionList list, const ObjectKind* object, Cause cause) {
   if (m_list == nullptr) {
     m_list = new CCodeCompletion(&m.window);
     connect(m_list, &CCodeCompletion::EntryChanged, this, &CompletionControl::EntryChanged);
@@ -136,16 +198,15 @@ bool CompletionControl::OpenAt(CQuillView& view, const CompletionRequest& reques
     });
     connect(m_list, &CCodeCompletion::DoubleClicked, this, &CompletionControl::Take);
   }
-  m_keys = CompletionKeys();
-  m_object = request.object;
-  m_wordStart = {view.CaretPos().line, request.start};
+  m_keys = CompletionKeys(cause == Cause::kAsked);
+  m_cause = cause;
+  m_object = object;
   m_list->Open(
       std::move(list),
       [this](const CompletionList& names, size_t row) {
-        return DetailOf(names, row, m_object, m.commands, m_facts->outline);
+        return DetailOf(names, row, m_object, m.commands, m_facts->outline, m.templates.Known());
       },
       view.Font(), WordOnScreen(view));
-  return true;
 }
 
 QRect CompletionControl::WordOnScreen(const CQuillView& view) const {
@@ -161,7 +222,8 @@ void CompletionControl::Close() {
 }
 
 std::optional<std::string> CompletionControl::SelectedEntry() const {
-  return IsOpen() ? m_list->SelectedEntry() : std::nullopt;
+  const std::optional<CompletionEntry> entry = IsOpen() ? m_list->Selected() : std::nullopt;
+  return entry ? std::optional(entry->name) : std::nullopt;
 }
 
 QRect CompletionControl::Place() const {
@@ -175,8 +237,9 @@ bool CompletionControl::IsBelowCaret() const {
 // While it is open
 
 void CompletionControl::OnCaretMoved() {
-  if (!IsOpen()) return;
   const TextPosition caret = View()->CaretPos();
+  if (caret.line != m_sentAway.line || caret.character <= m_sentAway.character) m_sentAway = kNoWord;
+  if (!IsOpen()) return;
   const auto request = RequestAtCaret(*View(), m_facts->outline);
   if (!request || caret.line != m_wordStart.line || request->start != m_wordStart.character ||
       View()->Model().HasSelection()) {
@@ -184,17 +247,32 @@ void CompletionControl::OnCaretMoved() {
     return;
   }
   m_list->Narrow(request->begun);
-  const std::optional<std::string> entry = m_list->OnlyEntry();
-  if (entry && cp1252::EqualNoCase(*entry, request->begun)) {
-    Close();  // it is written already
+  const std::optional<CompletionEntry> entry = m_list->OnlyEntry();
+  const bool addsNothing = entry && (m_cause != Cause::kAsked || !WritesMore(*entry, m.commands));
+  const bool isWritten = addsNothing && cp1252::EqualNoCase(entry->name, request->begun);
+  if (isWritten || (m_cause == Cause::kLetters && !m_list->HasBeginnings())) {
+    Close();
   } else if (IsOpen()) {
     m_list->MoveTo(WordOnScreen(*View()));
   }
 }
 
+bool CompletionControl::IsIdle(CompletionKey key) {
+  if (key == CompletionKey::kTab && m.templates.IsBeingFilled(*View())) return true;
+  const std::optional<CompletionEntry> entry = m_list->Selected();
+  const TextPosition caret = View()->CaretPos();
+  return entry && !WritesMore(*entry, m.commands) &&
+         IdentifierAt(View()->Buffer()->Line(caret.line), caret.character)
+                 .In(View()->Buffer()->Line(caret.line)) == entry->name;
+}
+
 bool CompletionControl::OnKey(const QKeyEvent& event) {
   if (!IsOpen() || IsModifierKey(event.key())) return false;
-  switch (m_keys.On(KeyOf(event))) {
+  const CompletionKey key = KeyOf(event);
+  switch (m_keys.On(key, IsIdle(key))) {
+    case CompletionStep::kConfirm:
+      m_list->SetChosen(true);
+      return true;
     case CompletionStep::kMove:
       m_list->SetChosen(true);
       m_list->MoveSelection(MoveOf(event.key()));
@@ -203,6 +281,7 @@ bool CompletionControl::OnKey(const QKeyEvent& event) {
       Take();
       return true;
     case CompletionStep::kClose:
+      if (View()->CaretPos() != m_wordStart) m_sentAway = m_wordStart;
       Close();
       return true;
     case CompletionStep::kTypeAndNarrow:
@@ -215,14 +294,24 @@ bool CompletionControl::OnKey(const QKeyEvent& event) {
 }
 
 void CompletionControl::Take() {
-  const std::optional<std::string> entry = SelectedEntry();
+  const std::optional<CompletionEntry> entry = IsOpen() ? m_list->Selected() : std::nullopt;
   Close();
   if (!entry || View() == nullptr) return;
   const auto request = RequestAtCaret(*View(), m_facts->outline);
   if (!request) return;
   const int32_t line = View()->CaretPos().line;
-  View()->SetSelection({line, request->start}, {line, request->end});
-  View()->ReplaceSelectedText(*entry);
+  const TextRange word{{line, request->start}, {line, request->end}};
+  if (entry->kind == CompletionKind::kTemplate) {
+    View()->SetSelection(word.start, word.end);
+    m.templates.Insert(*View(), entry->name);
+  } else if (WritesMore(*entry, m.commands)) {
+    const CallForm form = FormOfCall(m.commands.GetCommandParameters(entry->command));
+    View()->Edit([&](EditTarget& target) { return edit::WriteCall(target, word, entry->name, form); });
+    Q_EMIT CommandWritten();
+  } else {
+    View()->SetSelection(word.start, word.end);
+    View()->ReplaceSelectedText(entry->name);
+  }
 }
 
 bool CompletionControl::eventFilter(QObject* watched, QEvent* event) {

@@ -88,6 +88,14 @@ void HintControl::ShowOnCommand() {
   PlaceTip();
 }
 
+void HintControl::ShowForCaret() {
+  if (!ReadFlag(m.settings, settings::kHintsWhileWriting)) return;
+  m_dismissed.clear();
+  UpdateHintText();
+  ShowHint(m_hint.Text());
+  if (!m_tip.IsVisible() && !m_hint.Text().empty()) ShowOnCommand();
+}
+
 // The tip
 
 void HintControl::SetTipText(const std::string& text) {

@@ -43,6 +43,9 @@ class HintControl : public QObject, private InputTaker {
   /// Shows the hint of the command at the caret until the next key, wherever the caret is and whether or
   /// not hints come by themselves; without a command the status bar says so.
   void ShowOnCommand();
+  /// Shows the hint of the call whose arguments are about to be written at the caret: as while writing, and
+  /// where the test for argument lists does not see the call, until the next key.
+  void ShowForCaret();
 
  Q_SIGNALS:
   /// `UpdateHintText` found this command: its position in the database.

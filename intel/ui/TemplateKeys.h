@@ -30,6 +30,8 @@ class TemplateKeys : public QObject, private InputTaker {
 
  private:
   bool TakeInput(QEvent& event) override;
+  /// Whether there is a place left to go to.
+  bool IsActive() const { return m_session.IsActive(); }
   bool OnKey(const QKeyEvent& key);
   bool ExpandName();
 

@@ -17,23 +17,39 @@ Templates::Templates(Workspace& workspace, ActiveView& active, std::string progr
 Templates::~Templates() = default;
 
 void Templates::AddKeysTo(CQuillView& view) {
-  m_keys[&view] = std::make_unique<TemplateKeys>(view, [this]() -> const CodeTemplates& {
-    m_templates.Load(m_folder);
-    return m_templates;
-  });
+  m_keys[&view] = std::make_unique<TemplateKeys>(view, [this]() -> const CodeTemplates& { return Latest(); });
   connect(&view, &QObject::destroyed, this, [this](QObject* gone) { m_keys.erase(gone); });
 }
 
 void Templates::RegisterCommands(CommandRouter& router) {
   router.RegisterSeries(
-      CommandId::kTemplateFirst, CommandId::kTemplateLast, [this](int index) { Insert(index); },
-      [this](int index) { return StateOf(index); }, [this] { m_templates.Load(m_folder); });
+      CommandId::kTemplateFirst, CommandId::kTemplateLast, [this](int index) { InsertNumbered(index); },
+      [this](int index) { return StateOf(index); }, [this] { Latest(); });
 }
 
-void Templates::Insert(int index) {
-  const auto keys = m_keys.find(m_active.View());
-  if (keys == m_keys.end() || !Has(index)) return;
-  keys->second->Insert(m_templates, m_templates.Names()[static_cast<size_t>(index)]);
+const CodeTemplates& Templates::Known() {
+  return m_read ? m_templates : Latest();
+}
+
+const CodeTemplates& Templates::Latest() {
+  m_templates.Load(m_folder);
+  m_read = true;
+  return m_templates;
+}
+
+void Templates::Insert(const CQuillView& view, const std::string& name) {
+  const auto keys = m_keys.find(&view);
+  if (keys != m_keys.end() && m_templates.Has(name)) keys->second->Insert(m_templates, name);
+}
+
+bool Templates::IsBeingFilled(const CQuillView& view) const {
+  const auto keys = m_keys.find(&view);
+  return keys != m_keys.end() && keys->second->IsActive();
+}
+
+void Templates::InsertNumbered(int index) {
+  if (m_active.View() == nullptr || !Has(index)) return;
+  Insert(*m_active.View(), m_templates.Names()[static_cast<size_t>(index)]);
 }
 
 CommandState Templates::StateOf(int index) const {

@@ -9,6 +9,7 @@ WritingHelp::WritingHelp(const CompletionControl::Needs& needs, CommandHelp& hel
     : m_active(needs.active),
       m_completion(needs),
       m_hints({needs.window, needs.active, needs.script, needs.commands, needs.settings, m_completion}) {
+  QObject::connect(&m_completion, &CompletionControl::CommandWritten, &m_hints, &HintControl::ShowForCaret);
   QObject::connect(&m_hints, &HintControl::CommandFound, &help, &CommandHelp::Show);
 }
 

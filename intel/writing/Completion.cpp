@@ -7,6 +7,7 @@
 #include "base/CodePage1252.h"
 #include "intel/outline/CodeWalk.h"
 #include "intel/outline/Definitions.h"
+#include "intel/outline/OutlineScanner.h"
 
 namespace quill {
 namespace {
@@ -16,6 +17,8 @@ enum Fit : uint8_t { kBegins, kContains, kInOrder, kNot };
 
 /// Further to the right nothing is offered unasked: reading the line with every key would be felt.
 constexpr size_t kMostColumns = 65536;
+/// Letters of a word before a list opens by itself.
+constexpr size_t kLettersUnasked = 3;
 
 bool HasInOrder(std::string_view name, std::string_view characters) {
   size_t found = 0;
@@ -29,6 +32,21 @@ Fit FitOf(std::string_view name, std::string_view begun) {
   if (name.starts_with(begun)) return kBegins;
   if (!HasInOrder(name, begun)) return kNot;
   return name.find(begun) != std::string_view::npos ? kContains : kInOrder;
+}
+
+/// Whether the line names something new at a column: "var x", "entity* x", "function x(y, z".
+bool NamesSomethingNew(std::string_view line, size_t column) {
+  const std::optional<OutlineRoot> root = DefinedRoot(line);
+  if (!root) return false;
+  const auto isIn = [](std::string_view set) { return [set](char c) { return set.find(c) != set.npos; }; };
+  const std::string_view before = line.substr(0, column);
+  const auto word = std::find_if_not(before.begin(), before.end(), cp1252::IsSpace);
+  const auto wordEnd = std::find_if_not(word, before.end(), cp1252::IsWordChar);
+  if (wordEnd == before.end()) return false;  // it is the defining word itself
+  if (*root == OutlineRoot::kFunctions || *root == OutlineRoot::kActions) {
+    return std::none_of(wordEnd, before.end(), isIn("{;"));
+  }
+  return std::all_of(wordEnd, before.end(), isIn(" \t*"));
 }
 
 }  // namespace
@@ -48,6 +66,13 @@ std::optional<CompletionRequest> CompletionAt(std::string_view line, int32_t col
     if (request.object == nullptr) return std::nullopt;
   }
   return request;
+}
+
+bool OpensByItself(std::string_view line, const CompletionRequest& request) {
+  const bool atEnd = request.begun.size() == static_cast<size_t>(request.end - request.start);
+  return request.inCode && atEnd && request.begun.size() >= kLettersUnasked &&
+         !cp1252::IsAsciiDigit(request.begun.front()) &&
+         !NamesSomethingNew(line, static_cast<size_t>(request.start));
 }
 
 CompletionList::CompletionList(std::shared_ptr<const CompletionNames> names, std::string_view begun)
@@ -82,15 +107,31 @@ void CompletionList::Narrow(std::string_view begun) {
   }
 }
 
-CompletionStep CompletionKeys::On(CompletionKey key) {
+bool CompletionList::HasBeginnings() const {
+  return !m_shown.empty() && m_names->LowerName(m_shown.front()).starts_with(m_begun);
+}
+
+std::vector<size_t> CompletionList::LongestRows(size_t most) const {
+  std::vector<size_t> rows(m_shown.size());
+  std::iota(rows.begin(), rows.end(), size_t{0});
+  most = std::min(most, rows.size());
+  std::partial_sort(rows.begin(), rows.begin() + static_cast<std::ptrdiff_t>(most), rows.end(),
+                    [this](size_t a, size_t b) { return Name(a).size() > Name(b).size(); });
+  rows.resize(most);
+  return rows;
+}
+
+CompletionStep CompletionKeys::On(CompletionKey key, bool idle) {
   switch (key) {
-    case CompletionKey::kUpOrDown:
+    case CompletionKey::kDown:
+      return std::exchange(m_chosen, true) ? CompletionStep::kMove : CompletionStep::kConfirm;
+    case CompletionKey::kUpOrPage:
       m_chosen = true;
       return CompletionStep::kMove;
     case CompletionKey::kTab:
-      return CompletionStep::kTake;
+      return m_chosen || m_asked || !idle ? CompletionStep::kTake : CompletionStep::kTypeAndClose;
     case CompletionKey::kEnter:
-      return m_chosen ? CompletionStep::kTake : CompletionStep::kTypeAndClose;
+      return m_chosen || (m_asked && !idle) ? CompletionStep::kTake : CompletionStep::kTypeAndClose;
     case CompletionKey::kEscape:
       return CompletionStep::kClose;
     case CompletionKey::kWordCharacter:

@@ -26,6 +26,17 @@ struct CompletionRequest {
 std::optional<CompletionRequest> CompletionAt(std::string_view line, int32_t column, uint32_t state,
                                               const Outline& outline);
 
+/// Whether so much of a word is written, in code, that a list of what it may become helps more than it
+/// disturbs. A number and a name that the line is about to define become nothing that is known.
+bool OpensByItself(std::string_view line, const CompletionRequest& request);
+
+/// One name of the list.
+struct CompletionEntry {
+  std::string name;
+  CompletionKind kind = CompletionKind::kVariable;
+  int32_t command = -1;  ///< position in the command database; -1 for what is no command
+};
+
 /// The list as it narrows: the names that begin with the word begun, then those that contain it, then those
 /// that have its characters in their order; each group in alphabetical order, case ignored.
 class CompletionList {
@@ -40,7 +51,12 @@ class CompletionList {
   std::string_view Name(size_t row) const { return m_names->Name(m_shown[row]); }
   CompletionKind Kind(size_t row) const { return m_names->Kind(m_shown[row]); }
   int32_t Command(size_t row) const { return m_names->Command(m_shown[row]); }
+  CompletionEntry Entry(size_t row) const { return {std::string(Name(row)), Kind(row), Command(row)}; }
   const std::string& Begun() const { return m_begun; }
+  /// Whether a name begins with the word begun.
+  bool HasBeginnings() const;
+  /// Rows with the longest names, the longest first: those that decide how wide the list has to be.
+  std::vector<size_t> LongestRows(size_t most) const;
 
  private:
   void ShowAll();
@@ -53,7 +69,8 @@ class CompletionList {
 
 /// Keys as far as the list tells them apart.
 enum class CompletionKey : uint8_t {
-  kUpOrDown,  ///< a line or a page
+  kDown,
+  kUpOrPage,
   kTab,
   kEnter,
   kEscape,
@@ -65,22 +82,29 @@ enum class CompletionKey : uint8_t {
 /// What a key does while the list is visible.
 enum class CompletionStep : uint8_t {
   kMove,           ///< selects another row
+  kConfirm,        ///< the row that is selected already is the one that the user chooses
   kTake,           ///< writes the selected name and closes the list
   kClose,          ///< nothing but that
   kTypeAndNarrow,  ///< goes to the text; then the list narrows
   kTypeAndClose,   ///< goes to the text as if there were no list
 };
 
-/// Decides about keys. Enter belongs to the text until the user has chosen a row with keys or mouse, so
-/// that a list which opened by itself never swallows the end of a line.
+/// Decides about keys. In a list that opened by itself Enter belongs to the text until the user has chosen
+/// a row with keys or mouse, so that it never swallows the end of a line.
 class CompletionKeys {
  public:
-  CompletionStep On(CompletionKey key);
+  /// `asked`: the user wanted the list.
+  explicit CompletionKeys(bool asked = false) : m_asked(asked) {}
+
+  /// `idle`: taking the selected row would change nothing, or the key has something else to do here. It is
+  /// the text's then, unless the row was chosen.
+  CompletionStep On(CompletionKey key, bool idle = false);
   /// A row was clicked.
   void Chose() { m_chosen = true; }
   bool HasChosen() const { return m_chosen; }
 
  private:
+  bool m_asked;
   bool m_chosen = false;
 };
 

@@ -26,6 +26,8 @@ CompletionKind KindOfRoot(OutlineRoot root) {
 
 std::string_view CompletionIcon(CompletionKind kind) {
   switch (kind) {
+    case CompletionKind::kTemplate:
+      return "kind-template";
     case CompletionKind::kObject:
       return "kind-object";
     case CompletionKind::kFunction:
@@ -42,13 +44,17 @@ std::string_view CompletionIcon(CompletionKind kind) {
 }
 
 CompletionNames::CompletionNames(const Outline& outline, const CommandDatabase& commands,
-                                 const NameSet& keywords) {
+                                 const NameSet& keywords, const std::vector<std::string>& templates) {
   for (const OutlineElement& element : outline.elements)
     Add(DefinedWord(element.name), KindOfRoot(element.root));
   for (int32_t i = 0; i < commands.Count(); ++i) {
     Add(commands.GetCommandName(i), CompletionKind::kCommand, i);
   }
   for (const std::string& keyword : keywords.Words()) Add(keyword, CompletionKind::kKeyword);
+  for (const std::string& name : templates) {
+    const auto isOfWord = [](char c) { return cp1252::IsAsciiAlnum(c) || c == '_'; };
+    if (std::all_of(name.begin(), name.end(), isOfWord)) Add(name, CompletionKind::kTemplate);
+  }
   Sort();
 }
 
@@ -71,8 +77,10 @@ void CompletionNames::Sort() {
     if (compared != 0) return compared < 0;
     return a.kind != b.kind ? a.kind < b.kind : a.start < b.start;
   });
-  const auto twice = std::unique(m_names.begin(), m_names.end(),
-                                 [lower](const Entry& a, const Entry& b) { return lower(a) == lower(b); });
+  const auto twice = std::unique(m_names.begin(), m_names.end(), [lower](const Entry& a, const Entry& b) {
+    const bool isTemplate = a.kind == CompletionKind::kTemplate;
+    return lower(a) == lower(b) && isTemplate == (b.kind == CompletionKind::kTemplate);
+  });
   m_names.erase(twice, m_names.end());
 }
 

@@ -13,8 +13,18 @@ namespace quill {
 
 class CommandDatabase;
 
-/// What a name in the completion list stands for. Where one name is several things, the first counts.
-enum class CompletionKind : uint8_t { kVariable, kObject, kFunction, kAction, kMember, kCommand, kKeyword };
+/// What a name in the completion list stands for. Where one name is several things, the first counts; a
+/// template stands beside what else has its name.
+enum class CompletionKind : uint8_t {
+  kTemplate,
+  kVariable,
+  kObject,
+  kFunction,
+  kAction,
+  kMember,
+  kCommand,
+  kKeyword
+};
 /// The base name of the kind's icon in res/icons.
 std::string_view CompletionIcon(CompletionKind kind);
 /// Of what the script defines.
@@ -27,8 +37,10 @@ class CompletionNames {
   static constexpr size_t kLongestName = 1024;
 
   CompletionNames() = default;
-  /// Everything that a word may be: what the script and its includes define, commands and keywords.
-  CompletionNames(const Outline& outline, const CommandDatabase& commands, const NameSet& keywords);
+  /// Everything that a word may be: what the script and its includes define, commands, keywords, and of
+  /// the templates those whose names are words.
+  CompletionNames(const Outline& outline, const CommandDatabase& commands, const NameSet& keywords,
+                  const std::vector<std::string>& templates = {});
   /// What may follow an object's name and ".".
   explicit CompletionNames(const ObjectKind& kind);
 

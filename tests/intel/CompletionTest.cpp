@@ -2,9 +2,13 @@
 
 #include "intel/outline/OutlineScanner.h"
 #include "intel/vocabulary/CommandDatabase.h"
+#include "intel/writing/CallInsertion.h"
+#include "intel/writing/CodeTemplates.h"
 #include "intel/writing/Completion.h"
 #include "intel/writing/CompletionDetail.h"
+#include "intel/writing/DefinitionBody.h"
 #include "intel/writing/PopupPlace.h"
+#include "support/ScriptText.h"
 #include "text/parse/ScriptColouring.h"
 
 namespace quill {
@@ -93,19 +97,128 @@ TEST(CompletionNames, HoldTheMembersOfAKind) {
   for (const ObjectKind& kind : ObjectKinds()) EXPECT_EQ(CompletionNames(kind).Count(), kind.members.size());
 }
 
-TEST(CompletionKeys, LeaveEnterToTheTextUntilARowWasChosen) {
+TEST(CompletionKeys, LeaveEnterToTheTextUntilARowWasChosenOrTheListWasAskedFor) {
   using enum CompletionKey;
   CompletionKeys keys;
   EXPECT_EQ(keys.On(kEnter), CompletionStep::kTypeAndClose);
   EXPECT_EQ(keys.On(kTab), CompletionStep::kTake);
   EXPECT_EQ(keys.On(kEscape), CompletionStep::kClose);
   EXPECT_EQ(keys.On(kOther), CompletionStep::kTypeAndClose);
-  EXPECT_EQ(keys.On(kUpOrDown), CompletionStep::kMove);
+  EXPECT_EQ(keys.On(kDown), CompletionStep::kConfirm) << "the first row, before the second";
+  EXPECT_EQ(keys.On(kDown), CompletionStep::kMove);
   EXPECT_EQ(keys.On(kEnter), CompletionStep::kTake);
   EXPECT_EQ(keys.On(kWordCharacter), CompletionStep::kTypeAndNarrow);
   EXPECT_EQ(keys.On(kEnter), CompletionStep::kTypeAndClose) << "typed on: the choice is void";
   keys.Chose();
   EXPECT_EQ(keys.On(kEnter), CompletionStep::kTake);
+  EXPECT_EQ(CompletionKeys().On(kUpOrPage), CompletionStep::kMove);
+
+  const struct {
+    bool asked, chosen, idle;
+    CompletionStep enter, tab;
+  } rows[] = {
+      {false, false, false, CompletionStep::kTypeAndClose, CompletionStep::kTake},
+      {false, false, true, CompletionStep::kTypeAndClose, CompletionStep::kTypeAndClose},
+      {false, true, true, CompletionStep::kTake, CompletionStep::kTake},
+      {true, false, false, CompletionStep::kTake, CompletionStep::kTake},
+      {true, false, true, CompletionStep::kTypeAndClose, CompletionStep::kTake},
+      {true, true, true, CompletionStep::kTake, CompletionStep::kTake},
+  };
+  for (const auto& row : rows) {
+    CompletionKeys one(row.asked);
+    if (row.chosen) one.Chose();
+    EXPECT_EQ(one.On(kEnter, row.idle), row.enter) << row.asked << row.chosen << row.idle;
+    EXPECT_EQ(one.On(kTab, row.idle), row.tab) << row.asked << row.chosen << row.idle;
+  }
+}
+
+TEST(CompletionNames, HaveTemplatesBesideWhatElseHasTheirName) {
+  NameSet keywords;
+  keywords.Insert("while");
+  const auto names = std::make_shared<const CompletionNames>(
+      ScanOutlineText("var loop_time;"), CommandDatabase(), keywords,
+      std::vector<std::string>{"Loop", "while", "two words", "\xC3\xA4"});
+  const CompletionList list(names, "");
+  EXPECT_EQ(Rows(list), "Loop:template loop_time:variable while:template while:keyword ");
+  EXPECT_TRUE(list.HasBeginnings());
+  EXPECT_FALSE(CompletionList(names, "oop").HasBeginnings());
+  EXPECT_FALSE(CompletionList(names, "zzz").HasBeginnings());
+  EXPECT_EQ(list.LongestRows(2), (std::vector<size_t>{1, 2}));
+}
+
+TEST(OpensByItself, BehindThreeLettersOfAWordThatIsNotNewInCode) {
+  const struct {
+    const char* line;  ///< the caret is at its end
+    bool opens;
+  } rows[] = {
+      {"gau", true},
+      {"ga", false},
+      {"x = gaug", true},
+      {"f(a, gau", true},
+      {"123", false},
+      {"x = 1gau", false},
+      {"// gau", false},
+      {"s = \"gau", false},
+      {"#gau", false},
+      {"var gau", false},
+      {"\tvar gau", false},
+      {"var x = gau", true},
+      {"var", true},
+      {"entity* gau", false},
+      {"panel gau", false},
+      {"panel p { gau", true},
+      {"function gau", false},
+      {"function f(gau", false},
+      {"function f() { gau", true},
+      {"action gau", false},
+      {"view = gau", true},
+      {"while (gau", true},
+  };
+  for (const auto& row : rows) {
+    const std::string_view line = row.line;
+    const auto request = CompletionAt(line, static_cast<int32_t>(line.size()), 0, Outline());
+    EXPECT_EQ(request && OpensByItself(line, *request), row.opens) << line;
+  }
+}
+
+TEST(DefinitionBodyAt, IsTheKindWhereAMemberMayBegin) {
+  const struct {
+    const char* text;  ///< "|" is the caret
+    const char* kind;
+  } rows[] = {
+      {"panel p\n{\n\t|", "panel."},
+      {"panel p {|", "panel."},
+      {"panel p\n\n// { }\n{\n\tpos_x = 1;\n\tlay|", "panel."},
+      {"text t\n{\n\tcontent = \"{ ; }\"; |", "text."},
+      {"entity e\n{\n\tmodel = <a.mdl>; // x = {\n |", "entity."},
+      {"panel p\n{\n\tpicture = |", ""},
+      {"text t\n{\n\tcontent = \"a\",\n|", ""},
+      {"panel p\n{\n}\n|", ""},
+      {"panel* p;\n|", ""},
+      {"function f()\n{\n\t|", ""},
+      {"function f()\n{\n\tif (x)\n\t{\n\t\t|", ""},
+      {"function f()\n{\n\tpanel* p;\n\twhile (1) { |", ""},
+      {"sound s\n{\n|", ""},
+      {"|", ""},
+  };
+  for (const auto& row : rows) {
+    std::string text = row.text;
+    const size_t at = text.find('|');
+    text.erase(at);
+    ScriptText script(text);
+    const std::vector<uint32_t> states = script.ParseFromTop();
+    const ObjectKind* kind = DefinitionBodyAt(
+        script, script.EndOfText(), [&states](int32_t line) { return states[static_cast<size_t>(line)]; });
+    EXPECT_EQ(kind == nullptr ? "" : kind->prefix, row.kind) << row.text;
+  }
+}
+
+TEST(CallForm, IsWhatStandsBetweenTheBracketsOfTheParameters) {
+  EXPECT_EQ(FormOfCall("wait(number frames)"), CallForm::kArguments);
+  EXPECT_EQ(FormOfCall("game_exit( )"), CallForm::kNothingIn);
+  EXPECT_EQ(FormOfCall("broken("), CallForm::kArguments);
+  EXPECT_EQ(FormOfCall("frame_count"), CallForm::kNameOnly);
+  EXPECT_EQ(FormOfCall(""), CallForm::kNameOnly);
 }
 
 TEST(CompletionDetail, TellsHowTheSelectedNameIsUsed) {
@@ -116,9 +229,13 @@ TEST(CompletionDetail, TellsHowTheSelectedNameIsUsed) {
   keywords.Insert("while");
   const Outline outline =
       ScanOutlineText("var speed = 5;\nfunction walk(now)\nvar wide = " + std::string(5000, '1') + ";\n");
-  const auto names = std::make_shared<const CompletionNames>(outline, commands, keywords);
+  CodeTemplates templates;
+  templates.Add("loop", "while ($1)\n{\n\t$0\n}");
+  templates.Add("long", std::string(100, '\n'));
+  const auto names = std::make_shared<const CompletionNames>(outline, commands, keywords, templates.Names());
   const auto detail = [&](const char* begun) {
-    const CompletionDetail d = DetailOf(CompletionList(names, begun), 0, nullptr, commands, outline);
+    const CompletionDetail d =
+        DetailOf(CompletionList(names, begun), 0, nullptr, commands, outline, templates);
     return d.heading + "|" + d.text;
   };
   EXPECT_EQ(detail("wait"), "wait(number frames)|Stops for a while.");
@@ -127,9 +244,11 @@ TEST(CompletionDetail, TellsHowTheSelectedNameIsUsed) {
   EXPECT_EQ(detail("walk"), "walk(now)|");
   EXPECT_EQ(detail("while"), "while|");
   EXPECT_LT(detail("wide").size(), 400u);
+  EXPECT_EQ(detail("loop"), "loop|while ()\n{\n    \n}");
+  EXPECT_EQ(detail("long"), "long|" + std::string(11, '\n') + "...");
   const ObjectKind* panel = FindObjectKind(OutlineRoot::kPanels);
   const CompletionList members(std::make_shared<const CompletionNames>(*panel), "pos");
-  const CompletionDetail member = DetailOf(members, 0, panel, commands, outline);
+  const CompletionDetail member = DetailOf(members, 0, panel, commands, outline, templates);
   EXPECT_EQ(member.heading + "|" + member.text, "panel.pos_x|upper left corner, in pixels of the screen");
 }
 

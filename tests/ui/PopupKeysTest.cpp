@@ -87,21 +87,33 @@ TEST_F(PopupKeys, TheListHasItsKeysBeforeTemplatesAndCaret) {
     const char* line;
     const char* caret;
   } cases[] = {
-      {"gauge_hi", {"Ctrl+Space", "Tab"}, "gauge_hide", "3:11"},
-      {"gauge_hi", {"Ctrl+Space", "Down", "Tab"}, "gauge_high", "3:11"},
-      {"gauge_hi", {"Ctrl+Space", "Down", "Return"}, "gauge_high", "3:11"},
-      {"gauge_hi", {"Ctrl+Space", "Down", "Down", "Down", "Enter"}, "gauge_high", "3:11"},
+      // Templates come before what else has their name.
+      {"gauge_hi", {"Ctrl+Space", "Tab"}, "for (; ) ", "3:6"},
+      {"gauge_hi", {"Ctrl+Space", "Return"}, "for (; ) ", "3:6"},
+      {"gauge_hi", {"Ctrl+Space", "Down", "Tab"}, "for (; ) ", "3:6"},
+      {"gauge_hi", {"Ctrl+Space", "Down", "Down", "Return"}, "while () ", "3:8"},
+      {"gauge_hi", {"Ctrl+Space", "Down", "Down", "Down", "Tab"}, "gauge_hide", "3:11"},
+      {"gauge_hi", {"Ctrl+Space", "Down", "Down", "Down", "Down", "Enter"}, "gauge_high", "3:11"},
       {"gauge_hi", {"Ctrl+Space", "PgDown", "Return"}, "gauge_high", "3:11"},
       {"gauge_hi", {"Ctrl+Space", "Up"}, "gauge_hi", "3:9"},
       {"gauge_hi", {"Tab"}, "for (; ) ", "3:6"},
       {"gauge_hi", {"Ctrl+Space", "Escape", "Tab"}, "for (; ) ", "3:6"},
-      {"gauge_hi", {"Ctrl+Space", "Tab", "Tab"}, "while () ", "3:8"},
-      {"gauge_hiX", {"Left", "Ctrl+Space", "Tab"}, "gauge_hide", "3:11"},
-      // Within a template: Tab is the list's as long as it is open, then it goes to the next stop.
-      {"gauge_hi", {"Tab", "g", "a", "u", "Ctrl+Space", "Tab"}, "for (gauge_hide; ) ", "3:16"},
-      {"gauge_hi", {"Tab", "g", "a", "u", "Ctrl+Space", "Tab", "Tab"}, "for (gauge_hide; ) ", "3:18"},
-      {"gauge_hi", {"Tab", "g", "a", "u", "Ctrl+Space", "Escape", "Tab"}, "for (gau; ) ", "3:11"},
-      {"gauge_hi", {"Tab", "g", "a", "u", "Escape", "Tab"}, "for (gau\t; ) ", "3:10"},
+      {"gauge_hi", {"Ctrl+Space", "Tab", "Tab"}, "for (; ) ", "3:8"},
+      // In a list that opened by itself Tab takes, Enter only what was chosen.
+      {"gauge_h", {"Tab"}, "for (; ) ", "3:6"},
+      {"gauge_h", {"Return"}, "gauge_h", "4:1"},
+      // Within a template Tab is the list's when the user asked for it or chose in it.
+      {"gauge_hi",
+       {"Tab", "g", "a", "u", "Ctrl+Space", "Down", "Down", "Down", "Down", "Tab"},
+       "for (gauge_high; ) ",
+       "3:16"},
+       "for (gauge_high; ) ",
+       "3:16"},
+       "for (gauge_high; ) ",
+       "3:18"},
+      {"gauge_hi", {"Tab", "g", "a", "u", "Tab"}, "for (gau; ) ", "3:11"},
+      {"gauge_hi", {"Tab", "g", "a", "u", "Escape", "Tab"}, "for (gau; ) ", "3:11"},
+      {"gauge_hi", {"Tab", "g", "a", "u", "Escape", "Escape", "Tab"}, "for (gau\t; ) ", "3:10"},
   };
   for (const auto& c : cases) {
     Begin("var gauge_hide;");
@@ -247,6 +259,7 @@ TEST_F(PopupKeys, TheHelpFollowsTheCaretAndTheSelectedRow) {
   Press("Ctrl+Space");
   const std::string first = Selected();
   EXPECT_EQ(Help().substr(0, first.size() + 1), first + "(");
+  Press("Down");
   Press("Down");
   EXPECT_NE(Selected(), first);
   EXPECT_EQ(Help().substr(0, Selected().size() + 1), Selected() + "(");

@@ -70,8 +70,10 @@ class Writing : public ShellFixture {
 
 TEST_F(Writing, TheListOpensNarrowsAndWritesWhatIsTaken) {
   OpenScript();
-  Type("gau");
-  EXPECT_EQ(Rows(), "closed") << "only asked for, or behind an object's dot";
+  Type("ga");
+  EXPECT_EQ(Rows(), "closed") << "asked for, behind an object's dot, or behind three letters";
+  Type("u");
+  EXPECT_EQ(Rows(), "[gauge] gauge_hide gauge_width game_pause game_paused");
   Press("Ctrl+Space");
   EXPECT_EQ(Rows(), "[gauge] gauge_hide gauge_width game_pause game_paused");
   Type("ge_");
@@ -79,8 +81,8 @@ TEST_F(Writing, TheListOpensNarrowsAndWritesWhatIsTaken) {
   Press("Backspace");
   EXPECT_EQ(Rows(), "[gauge] gauge_hide gauge_width");
   Press("Down");
-  Press("Down");
-  Press("Down");
+  EXPECT_EQ(Rows(), "[gauge] gauge_hide gauge_width") << "the outlined row is the first to choose";
+  for (int i = 0; i < 3; ++i) Press("Down");
   Press("Up");
   EXPECT_EQ(Rows(), "gauge gauge_hide [gauge_width]") << "round the ends";
   Press("Return");
@@ -98,10 +100,13 @@ TEST_F(Writing, TheListOpensNarrowsAndWritesWhatIsTaken) {
   const Case cases[] = {
       {"gauge_", {"Ctrl+Space", "Tab"}, "gauge_hide", "closed"},
       {"gauge_", {"Ctrl+Space", "Escape"}, "gauge_", "closed"},
-      {"gauge_", {"Ctrl+Space", "Return"}, "", "closed"},
+      {"gauge_", {"Ctrl+Space", "Return"}, "gauge_hide", "closed"},
+      {"gauge_", {"Ctrl+Space", "Down", "Return"}, "gauge_hide", "closed"},
+      {"gauge_", {"Ctrl+Space", "Down", "Down", "Return"}, "gauge_width", "closed"},
       {"gauge_", {"Ctrl+Space", "Down", "Left"}, "gauge_", "closed"},
       {"gauge_", {"Ctrl+Space", "Down", ";"}, "gauge_;", "closed"},
-      {"gauge_", {"Ctrl+Space", "Down", "w", "Return"}, "", "closed"},
+      {"gauge_", {"Ctrl+Space", "Down", "w", "Return"}, "gauge_width", "closed"},
+      {"gauge", {"Ctrl+Space", "Return"}, "", "closed"},  // written already: nothing to take
       {"gauge_hid", {"Ctrl+Space", "e"}, "gauge_hide", "closed"},
       {"gauge_", {"Ctrl+Space", "Shift+Down"}, "gauge_", "closed"},
       {"xq", {"Ctrl+Space"}, "xq", "closed"},
@@ -136,7 +141,7 @@ TEST_F(Writing, TheListObeysTheMouseTheSettingAndTheWindow) {
   auto* rows = List()->findChild<QListView*>();
   const auto middleOf = [rows](int row) { return rows->visualRect(rows->model()->index(row, 0)).center(); };
   QTest::mouseClick(rows->viewport(), Qt::LeftButton, {}, middleOf(3));
-  EXPECT_EQ(List()->SelectedEntry(), "pos_x");
+  EXPECT_EQ(List()->Selected()->name, "pos_x");
   Press("Return");
   EXPECT_EQ(CaretLine(), "gauge.pos_x") << "a click is a choice";
   Type("=gauge.");
@@ -259,10 +264,10 @@ TEST_F(Writing, HintsCanBeSwitchedOffAndAskedFor) {
 
 TEST_F(Writing, ListTipAndHelpShareTheSelectedCommand) {
   OpenScript();
-  Type("wait(ent_tu");
+  Type("wait(e");
   EXPECT_EQ(TipText(), "wait(*number frames*)");
-  Press("Ctrl+Space");
-  EXPECT_EQ(List()->SelectedEntry(), "ent_turn");
+  Type("nt_tu");
+  EXPECT_EQ(List()->Selected()->name, "ent_turn");
   EXPECT_EQ(TipText(), "ent_turn(entity target, number pan, number tilt, number roll)");
   EXPECT_FALSE(Tip()->geometry().intersects(List()->geometry()));
   EXPECT_FALSE(Tip()->geometry().intersects(CaretLineOnScreen()));
