@@ -222,6 +222,11 @@ bool CMainFrame::event(QEvent* event) {
   if (event->type() == QEvent::ShortcutOverride) {
     m_parts->router.RefreshFor(*static_cast<QKeyEvent*>(event));
   }
+  if (event->type() == QEvent::KeyPress) {
+    // Nobody else wanted the key.
+    const QString whyNot = m_parts->router.WhyNot(*static_cast<QKeyEvent*>(event));
+    if (!whyNot.isEmpty()) m_parts->statusBar.Tell(whyNot);
+  }
   return QMainWindow::event(event);
 }
 

@@ -55,33 +55,39 @@ void ActiveScript::OnTimer() {
   }
 }
 
-std::shared_ptr<const ScriptFacts> ActiveScript::Read() const {
+ScriptReader ActiveScript::Reader() const {
+  return [this](const std::string& path, size_t mostBytes) -> std::optional<std::string> {
+    const CQuillDoc* open = m_documents.Find(path);
+    if (open == nullptr || !open->Buffer().IsInitialised()) return ReadScriptFile(path, mostBytes);
+    std::string text;
+    open->Buffer().CopyRange({{}, open->Buffer().EndOfText()}, text);
+    return text;
+  };
+}
+
+std::shared_ptr<const ScriptFacts> ActiveScript::Read(bool withIncluded) const {
   const CQuillView* view = m_active.ViewWithText();
   if (view == nullptr) return m_shown;
-  ScriptReader reader;
-  if (ReadFlag(m_settings, settings::kLoadIncluded)) {
-    reader = [this](const std::string& path, size_t mostBytes) -> std::optional<std::string> {
-      const CQuillDoc* open = m_documents.Find(path);
-      if (open == nullptr || !open->Buffer().IsInitialised()) return ReadScriptFile(path, mostBytes);
-      std::string text;
-      open->Buffer().CopyRange({{}, open->Buffer().EndOfText()}, text);
-      return text;
-    };
-  }
   return ReadScriptFacts(*view->Buffer(), view->FilePath(), ReadText(m_settings, settings::kOnlyElements),
-                         reader);
+                         withIncluded ? Reader() : ScriptReader());
 }
 
 const std::shared_ptr<const ScriptFacts>& ActiveScript::Latest() {
-  if (m_latest == nullptr) m_latest = Read();
+  if (m_latest == nullptr) m_latest = Read(ReadFlag(m_settings, settings::kLoadIncluded));
   return m_latest;
+}
+
+std::shared_ptr<const ScriptFacts> ActiveScript::LatestWithIncluded() {
+  const std::shared_ptr<const ScriptFacts> latest = Latest();
+  const bool hasAll = latest->outline.includes.empty() || ReadFlag(m_settings, settings::kLoadIncluded);
+  return hasAll ? latest : Read(true);
 }
 
 void ActiveScript::Refresh() {
   CQuillView* view = m_active.ViewWithText();
   if (view == nullptr) return;
   m_autoRefresh.stop();
-  m_shown = m_latest = Read();
+  m_shown = m_latest = Read(ReadFlag(m_settings, settings::kLoadIncluded));
   view->Functions().Clear();
   view->Variables().Clear();
   CollectNames(m_shown->outline, view->Functions(), view->Variables());

@@ -34,6 +34,10 @@ class ActiveScript : public QObject, public Feature {
   const std::shared_ptr<const ScriptFacts>& Shown() const { return m_shown; }
   /// As the text is now; what is shown stays. Never null.
   const std::shared_ptr<const ScriptFacts>& Latest();
+  /// The same with what included files define, whether or not they are shown.
+  std::shared_ptr<const ScriptFacts> LatestWithIncluded();
+  /// Of files that are included: those in open windows as they are there. Valid as long as this object.
+  ScriptReader Reader() const;
 
  Q_SIGNALS:
   void Refreshed();
@@ -42,7 +46,7 @@ class ActiveScript : public QObject, public Feature {
   void Follow();
   void OnTextChanged();
   void OnTimer();
-  std::shared_ptr<const ScriptFacts> Read() const;
+  std::shared_ptr<const ScriptFacts> Read(bool withIncluded) const;
 
   SettingsStore& m_settings;
   ActiveView& m_active;

@@ -8,16 +8,23 @@
 #include "intel/ui/ActiveScript.h"
 #include "intel/ui/CodeJumperTree.h"
 #include "intel/ui/OutlineList.h"
+#include "res/ui/UiText.h"
 #include "settings/Settings.h"
 #include "shell/ui/ActiveView.h"
 #include "shell/ui/DockBars.h"
 #include "shell/ui/ViewHandlers.h"
 #include "shell/ui/ViewSettingsControl.h"
+#include "widgets/CodePageText.h"
 
 namespace quill {
 namespace {
 
 constexpr int kSaveLayoutDelay = 300;  ///< milliseconds
+
+void TellNothing(CQuillView& view, const QString& sentence) {
+  QApplication::beep();
+  Q_EMIT view.Hint(sentence);
+}
 
 }  // namespace
 
@@ -53,7 +60,11 @@ void CodeJumper::RegisterCommands(CommandRouter& router) {
   router.Register(CommandId::kIntelFindName, [this] { FindName(); });
   router.Register(
       CommandId::kIntelGoBack, [this] { m_jumps.GoBack(); },
-      [this] { return CommandState::EnabledIf(m_jumps.CanGoBack(), StringId::kNowhereToGoBack); });
+      [this] {
+        // With a view the key is heard, and the status bar says that there is nothing.
+        return CommandState::EnabledIf(m.active.View() != nullptr || m_jumps.CanGoBack(),
+                                       StringId::kNowhereToGoBack);
+      });
 }
 
 void CodeJumper::FindName() {
@@ -103,41 +114,53 @@ void CodeJumper::Show() {
 
 // Jumps
 
+std::string CodeJumper::FindFile(const NamedFile& file, const Outline& outline) const {
+  std::string found;
+  const std::string& path = m.active.View()->FilePath();
+  VisitPlacesOfFile(file.name, path, path, outline.paths, [&found](const std::string& place) {
+    if (PathExists(place)) found = place;
+    return !found.empty();
+  });
+  return found;
+}
+
 void CodeJumper::OnFileChosen(const NamedFile& file, bool open) {
   const std::shared_ptr<const ScriptFacts> facts = m.script.Latest();
-  const CQuillView* view = m.active.View();
-  if (view == nullptr) return;
-  std::string found;
-  const auto isThere = [&found](const std::string& path) {
-    if (PathExists(path)) found = path;
-    return !found.empty();
-  };
-  const std::string& path = view->FilePath();
-  if (open && IsScriptName(file.name) &&
-      VisitPlacesOfFile(file.name, path, path, facts->outline.paths, isThere)) {
-    m_jumps.GoToFile(found);
-  } else {
+  if (m.active.View() == nullptr) return;
+  const std::string found = open && IsScriptName(file.name) ? FindFile(file, facts->outline) : std::string();
+  if (found.empty()) {
     m_jumps.Go(0, PlaceNow(file, facts->outline), *facts);
+  } else {
+    m_jumps.GoToFile(found);
   }
 }
 
-bool CodeJumper::GoToDefinition() {
-  const CQuillView* view = m.active.ViewWithText();
-  if (view == nullptr) return false;
+void CodeJumper::GoToIncluded(const NamedFile& file, const Outline& outline) {
+  const std::string found = FindFile(file, outline);
+  if (!found.empty()) {
+    m_jumps.GoToFile(found);
+  } else {
+    TellNothing(*m.active.View(), UiText(StringId::kIncludeNotFound, {FromCodePage(file.name)}));
+  }
+}
+
+void CodeJumper::GoToDefinition() {
+  CQuillView* view = m.active.ViewWithText();
+  if (view == nullptr) return;
   const TextPosition caret = view->CaretPos();
+  const std::shared_ptr<const ScriptFacts> facts = m.script.LatestWithIncluded();
+  for (const NamedFile& include : facts->outline.includes) {
+    if (include.at.line == caret.line) return GoToIncluded(include, facts->outline);
+  }
   const std::string_view line = view->Buffer()->Line(caret.line);
-  const Identifier name = IdentifierAt(line, caret.character);
-  const std::shared_ptr<const ScriptFacts> facts = m.script.Latest();
+  const std::string_view name = IdentifierAt(line, caret.character).In(line);
+  if (name.empty()) return TellNothing(*view, UiText(StringId::kNoNameHere));
   const EnclosingFunction::Entry* function = facts->functions.Around(*view->Buffer(), caret.line);
   const Definitions definitions(facts->outline);
   const DefinitionPlace* place =
-      definitions.Find(name.In(line), caret.line, function == nullptr ? -1 : function->at.line);
-  if (place == nullptr) {
-    QApplication::beep();
-    return false;
-  }
+      definitions.Find(name, caret.line, function == nullptr ? -1 : function->at.line);
+  if (place == nullptr) return TellNothing(*view, UiText(StringId::kNotDefined, {FromCodePage(name)}));
   m_jumps.Go(place->file, place->at, *facts);
-  return true;
 }
 
 bool CodeJumper::TakeInput(QEvent& event) {

@@ -36,8 +36,9 @@ class CodeJumper : public QObject, public Feature, private InputTaker {
   void AddBars(DockBars& bars) override;
   void RegisterCommands(CommandRouter& router) override;
 
-  /// To the definition of the name at the caret; false when there is none.
-  bool GoToDefinition();
+  /// To the definition of the name at the caret, in the script or in a file that it includes, or to the file
+  /// of the caret's `include` line. The status bar says when there is none.
+  void GoToDefinition();
 
  private:
   /// Ctrl and the left button on a name go to its definition.
@@ -49,6 +50,9 @@ class CodeJumper : public QObject, public Feature, private InputTaker {
   void FindName();
   void BackToText();
   void OnFileChosen(const NamedFile& file, bool open);
+  /// Empty when a file that the active script names is not there.
+  std::string FindFile(const NamedFile& file, const Outline& outline) const;
+  void GoToIncluded(const NamedFile& file, const Outline& outline);
   RowOrder Order() const;
 
   Needs m;

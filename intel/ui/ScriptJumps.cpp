@@ -60,6 +60,7 @@ void ScriptJumps::GoBack() {
     if (shown || isFile) return;  // what was never saved and is closed by now is passed over
   }
   QApplication::beep();
+  if (m_active.View() != nullptr) Q_EMIT m_active.View()->Hint(UiText(StringId::kNowhereToGoBack));
 }
 
 }  // namespace quill

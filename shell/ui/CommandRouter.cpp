@@ -112,12 +112,22 @@ void CommandRouter::RefreshSoon() {
   if (!m_refresh.isActive()) m_refresh.start();
 }
 
-void CommandRouter::RefreshFor(const QKeyEvent& key) {
+CommandRouter::Entry* CommandRouter::BoundTo(const QKeyEvent& key) {
   const int combination = key.keyCombination().toCombined();
   for (int candidate : {combination, combination & ~static_cast<int>(Qt::KeypadModifier)}) {
     const auto found = m_byKey.constFind(candidate);
-    if (found != m_byKey.cend()) return Refresh(*found);
+    if (found != m_byKey.cend()) return &EntryOf(*found);
   }
+  return nullptr;
+}
+
+void CommandRouter::RefreshFor(const QKeyEvent& key) {
+  if (Entry* entry = BoundTo(key)) Apply(*entry);
+}
+
+QString CommandRouter::WhyNot(const QKeyEvent& key) {
+  const Entry* entry = BoundTo(key);
+  return entry == nullptr || entry->action->isEnabled() ? QString() : entry->action->statusTip();
 }
 
 CommandId CommandRouter::CommandOfKey(const QKeyEvent& key) const {

@@ -70,6 +70,8 @@ class CommandRouter : public QObject {
   /// What this very key is bound to, a key of the number pad told from its twin among the main keys; `kNone`
   /// when nothing is.
   CommandId CommandOfKey(const QKeyEvent& key) const;
+  /// Why the command that the key is bound to cannot be used; empty when it can, and for other keys.
+  QString WhyNot(const QKeyEvent& key);
 
   /// Gives the actions the keys of the table, or the user's where there are any.
   void SetKeys(const KeyBindings& bindings);
@@ -88,6 +90,7 @@ class CommandRouter : public QObject {
     bool hasIcon = false;
   };
   Entry& EntryOf(CommandId id);
+  Entry* BoundTo(const QKeyEvent& key);
   void Apply(Entry& entry);
   QString MenuText(const Entry& entry, const QString& text) const;
   void SetTips(Entry& entry, const CommandState& state);

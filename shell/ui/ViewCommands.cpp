@@ -2,6 +2,7 @@
 
 #include <QMainWindow>
 
+#include "res/ui/UiText.h"
 #include "settings/Settings.h"
 #include "shell/ui/Prompts.h"
 #include "shell/ui/StatusPanes.h"
@@ -35,8 +36,12 @@ void AddZoom(const ViewHandlers& views) {
 
 void AddBookmarks(const ViewHandlers& views) {
   views.Add(kBookmarkToggle, [](CQuillView& view) { bookmark_command::Toggle(view); });
-  views.Add(kBookmarkNext, [](CQuillView& view) { bookmark_command::GoToNext(view); });
-  views.Add(kBookmarkPrevious, [](CQuillView& view) { bookmark_command::GoToPrevious(view); });
+  views.Add(kBookmarkNext, [](CQuillView& view) {
+    if (!bookmark_command::GoToNext(view)) Q_EMIT view.Hint(UiText(StringId::kNoBookmarkBelow));
+  });
+  views.Add(kBookmarkPrevious, [](CQuillView& view) {
+    if (!bookmark_command::GoToPrevious(view)) Q_EMIT view.Hint(UiText(StringId::kNoBookmarkAbove));
+  });
   views.Add(kBookmarkClear, [](CQuillView& view) { bookmark_command::ClearAll(view); });
   views.Add(
       kBookmarkRemoveNumbers, [](CQuillView& view) { bookmark_command::RemoveNumbers(view); },
@@ -49,7 +54,9 @@ void AddBookmarks(const ViewHandlers& views) {
   views.Add(kDebugToggleBreakpoint, [](CQuillView& view) { bookmark_command::ToggleBreakpoint(view); });
   for (int i = 0; i < kBookmarks; ++i) {
     views.Add(kBookmarkSet0 + i, [i](CQuillView& view) { bookmark_command::SetNumbered(view, i); });
-    views.Add(kBookmarkGo0 + i, [i](CQuillView& view) { bookmark_command::GoToNumbered(view, i); });
+    views.Add(kBookmarkGo0 + i, [i](CQuillView& view) {
+      if (!bookmark_command::GoToNumbered(view, i)) Q_EMIT view.Hint(UiText(StringId::kBookmarkNotSet));
+    });
   }
 }
 

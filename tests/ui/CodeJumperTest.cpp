@@ -17,6 +17,7 @@
 #include "shell/ui/FileOperations.h"
 #include "shell/ui/QuillDoc.h"
 #include "shell/ui/QuillView.h"
+#include "shell/ui/StatusPanes.h"
 #include "shell/ui/ViewSettingsControl.h"
 #include "ui/ShellFixture.h"
 
@@ -315,7 +316,7 @@ TEST_F(CodeJumper, ComesBackToTextsWithoutAFileAndToThoseThatGotOne) {
   EXPECT_TRUE(Parts().files.Close(Document()));
   Pump();
   Press("Alt+Left");
-  EXPECT_FALSE(MenuAction("Edit > Script > Go Back")->isEnabled()) << "nothing is left to come back to";
+  EXPECT_EQ(ToBytes(Parts().statusBar.currentMessage()), "There is no place to go back to.");
 }
 
 TEST_F(CodeJumper, KeepsTheMarkedFunctionInSightAndTheTreeWhereItWasScrolled) {

@@ -8,8 +8,9 @@
 namespace quill::bookmark_command {
 namespace {
 
-void GoTo(CCrystalTextView& view, std::optional<int32_t> line) {
+bool GoTo(CCrystalTextView& view, std::optional<int32_t> line) {
   if (line) view.GotoLine(*line);
+  return line.has_value();
 }
 
 }  // namespace
@@ -18,12 +19,12 @@ void Toggle(CCrystalTextView& view) {
   if (view.Model().HasText()) bookmarks::Toggle(*view.Buffer(), view.CaretPos().line);
 }
 
-void GoToNext(CCrystalTextView& view) {
-  if (view.Model().HasText()) GoTo(view, bookmarks::Next(*view.Buffer(), view.CaretPos().line));
+bool GoToNext(CCrystalTextView& view) {
+  return view.Model().HasText() && GoTo(view, bookmarks::Next(*view.Buffer(), view.CaretPos().line));
 }
 
-void GoToPrevious(CCrystalTextView& view) {
-  if (view.Model().HasText()) GoTo(view, bookmarks::Previous(*view.Buffer(), view.CaretPos().line));
+bool GoToPrevious(CCrystalTextView& view) {
+  return view.Model().HasText() && GoTo(view, bookmarks::Previous(*view.Buffer(), view.CaretPos().line));
 }
 
 void ClearAll(CCrystalTextView& view) {
@@ -42,8 +43,8 @@ void ClearNumbered(CCrystalTextView& view) {
   if (view.Model().HasText()) bookmarks::ClearNumbered(*view.Buffer());
 }
 
-void GoToNumbered(CCrystalTextView& view, int number) {
-  if (view.Model().HasText()) GoTo(view, bookmarks::FindNumbered(*view.Buffer(), number));
+bool GoToNumbered(CCrystalTextView& view, int number) {
+  return view.Model().HasText() && GoTo(view, bookmarks::FindNumbered(*view.Buffer(), number));
 }
 
 void ToggleBreakpoint(CCrystalTextView& view) {

@@ -14,6 +14,7 @@ namespace {
 constexpr int64_t kMostBraceCharacters = 64'000;  ///< a key must not walk through a whole large file
 /// Scroll bars follow typing after a moment: drawing them costs more than the line that was typed.
 constexpr int kScrollBarDelayMs = 60;
+constexpr int kRowsAround = 4;    ///< above and below what was jumped to
 constexpr int kRightMargin = 40;  ///< pixels that can be scrolled beyond the widest line
 constexpr int64_t kUnits = ColumnMetrics::kUnitsPerPixel;
 
@@ -274,7 +275,7 @@ void CCrystalTextView::SelectAll() {
 }
 
 void CCrystalTextView::SelectFound(TextPosition position, int32_t length) {
-  EnsureVisible({position.line, position.character + length});
+  EnsureVisible({position.line, position.character + length}, kRowsAround);
   SetSelection(position, {position.line, position.character + length});
 }
 
@@ -284,6 +285,7 @@ void CCrystalTextView::GotoLine(int32_t line) {
 
 void CCrystalTextView::AfterCaretMove(bool scroll) {
   if (scroll) EnsureVisible(CaretPos());
+  EnsureVisible({line, 0}, kRowsAround);
   UpdateBraceMatch();
   RestartBlink();
   ApplyDamage();
@@ -304,7 +306,7 @@ void CCrystalTextView::UpdateBraceMatch() {
 
 // Scrolling
 
-void CCrystalTextView::EnsureVisible(TextPosition position) {
+void CCrystalTextView::EnsureVisible(TextPosition position, int around) {
   if (!m_model.HasText()) return;
   position = m_model.Clamp(position);
   if (m_model.Folds().IsHidden(position.line))
@@ -313,11 +315,12 @@ void CCrystalTextView::EnsureVisible(TextPosition position) {
   const int row = m_model.Folds().RowOfLine(position.line);
   const int top = verticalScrollBar()->value();
   const int page = PageRows();
-  if (row - page >= verticalScrollBar()->maximum()) UpdateScrollBars();
-  if (row < top) {
-    verticalScrollBar()->setValue(row < top - page ? row - page / 2 : row);
-  } else if (row >= top + page) {
-    verticalScrollBar()->setValue(row >= top + 2 * page ? row - page / 2 : row - page + 1);
+  around = std::min(around, (page - 1) / 2);
+  if (row + around - page >= verticalScrollBar()->maximum()) UpdateScrollBars();
+  if (row < top + around) {
+    verticalScrollBar()->setValue(row < top - page ? row - page / 2 : row - around);
+  } else if (row + around >= top + page) {
+    verticalScrollBar()->setValue(row >= top + 2 * page ? row - page / 2 : row + around - page + 1);
   }
   const int area = TextArea().width();
   const int64_t x = (position == CaretPos() ? CaretX() : m_model.XOf(position)) / kUnits;

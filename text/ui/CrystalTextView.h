@@ -54,11 +54,13 @@ class CCrystalTextView : public QAbstractScrollArea {
   TextRange Selection() const { return m_model.Selection(); }
   void SetSelection(TextPosition anchor, TextPosition caret);
   void SelectAll();
-  /// Selects found text and scrolls it into view.
+  /// Selects found text and scrolls it into view, with some lines around it.
   void SelectFound(TextPosition position, int32_t length);
+  /// Likewise with some lines around.
   void GotoLine(int32_t line);
-  /// Scrolls as little as needed; a line inside a collapsed block is shown first.
-  void EnsureVisible(TextPosition position);
+  /// Scrolls as little as needed to show `around` rows above and below as well; a line inside a collapsed
+  /// block is shown first.
+  void EnsureVisible(TextPosition position, int around = 0);
   void ScrollToLine(int32_t line);
   /// For a line that was jumped to: when what follows it would be out of sight, scrolls until it stands in
   /// the upper part of the view.
