@@ -41,7 +41,7 @@ void AddEditorCommands(const ShellParts& parts, Features& features) {
 void AddScriptKnowledge(const ShellParts& parts, Features& features) {
   AppServices& services = parts.services;
   auto& script = features.Add<ActiveScript>(services.settings, parts.active, parts.documents);
-  auto& help = features.Add<CommandHelp>(parts.active, parts.commands);
+  auto& help = features.Add<CommandHelp>(parts.active, script, parts.commands);
   features.Add<CodeJumper>(CodeJumper::Needs{parts.active, script, parts.workspace, parts.files,
                                              parts.viewSettings, services.Profile()});
   auto& templates = features.Add<Templates>(parts.workspace, parts.active, services.programFolder);

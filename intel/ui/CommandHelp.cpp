@@ -1,14 +1,14 @@
 #include "intel/ui/CommandHelp.h"
 
-#include "intel/outline/Definitions.h"
+#include "intel/ui/ActiveScript.h"
 #include "intel/vocabulary/CommandDatabase.h"
 #include "shell/ui/ActiveView.h"
 #include "shell/ui/DockBars.h"
 
 namespace quill {
 
-CommandHelp::CommandHelp(ActiveView& active, const CommandDatabase& commands)
-    : m_active(active), m_commands(commands) {
+CommandHelp::CommandHelp(ActiveView& active, ActiveScript& script, const CommandDatabase& commands)
+    : m_active(active), m_script(script), m_commands(commands) {
   connect(&active, &ActiveView::CaretMoved, this, &CommandHelp::ShowCommandAtCaret);
 }
 
@@ -20,8 +20,8 @@ void CommandHelp::AddBars(DockBars& bars) {
   connect(m_pane, &CHTMLCtrl::ManualWanted, this, &CommandHelp::ManualWanted);
 }
 
-void CommandHelp::Show(int32_t command) {
-  if (m_pane->isVisible()) m_pane->ShowCommand(command);
+void CommandHelp::Show(int32_t command, TextPart argument) {
+  if (m_pane->isVisible()) m_pane->ShowCommand(command, argument);
 }
 
 std::optional<int32_t> CommandHelp::CommandInFocus() const {
@@ -32,10 +32,8 @@ std::optional<int32_t> CommandHelp::CommandInFocus() const {
 void CommandHelp::ShowCommandAtCaret() {
   const CQuillView* view = m_active.ViewWithText();
   if (view == nullptr || !m_pane->isVisible()) return;
-  const TextPosition caret = view->CaretPos();
-  const std::string_view line = view->Buffer()->Line(caret.line);
-  const Identifier word = IdentifierAt(line, caret.character);
-  if (word.start < word.end) m_pane->ShowCommand(m_commands.FindCommandIndex(word.In(line)));
+  m_atCaret.Update(*view->Buffer(), view->CaretPos(), std::nullopt, m_commands, m_script.Shown()->outline);
+  m_pane->ShowCommand(m_atCaret.Command(), m_atCaret.Argument());
 }
 
 }  // namespace quill

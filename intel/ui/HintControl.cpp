@@ -57,7 +57,7 @@ void HintControl::UpdateHintText() {
   m_hint.Update(*View()->Buffer(), View()->CaretPos(),
                 entry ? std::optional<std::string_view>(*entry) : std::nullopt, m.commands,
                 m.script.Shown()->outline);
-  if (m_hint.Command() >= 0) Q_EMIT CommandFound(m_hint.Command());
+  if (m_hint.Command() >= 0) Q_EMIT CommandFound(m_hint.Command(), m_hint.Argument());
 }
 
 void HintControl::ShowHint(const std::string& text) {

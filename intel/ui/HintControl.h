@@ -48,8 +48,9 @@ class HintControl : public QObject, private InputTaker {
   void ShowForCaret();
 
  Q_SIGNALS:
-  /// `UpdateHintText` found this command: its position in the database.
-  void CommandFound(int index);
+  /// `UpdateHintText` found this command: its position in the database, and the part of its parameters that
+  /// is being written.
+  void CommandFound(int index, quill::TextPart argument);
 
  protected:
   /// Of the window: the tip does not stay behind when it is moved, hidden or left.

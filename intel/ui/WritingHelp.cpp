@@ -8,7 +8,8 @@ namespace quill {
 WritingHelp::WritingHelp(const CompletionControl::Needs& needs, CommandHelp& help)
     : m_active(needs.active),
       m_completion(needs),
-      m_hints({needs.window, needs.active, needs.script, needs.commands, needs.settings, m_completion}) {
+      m_hints({needs.window, needs.active, needs.script, needs.commands, needs.settings, m_completion}),
+      m_hover(needs.active, needs.script, needs.commands) {
   QObject::connect(&m_completion, &CompletionControl::CommandWritten, &m_hints, &HintControl::ShowForCaret);
   QObject::connect(&m_hints, &HintControl::CommandFound, &help, &CommandHelp::Show);
 }

@@ -1,13 +1,15 @@
 #pragma once
 #include "intel/ui/CompletionControl.h"
 #include "intel/ui/HintControl.h"
+#include "intel/ui/HoverTips.h"
 #include "shell/ui/Feature.h"
 
 namespace quill {
 
 class CommandHelp;
 
-/// What helps while writing: the completion list and the tip with a command's parameters.
+/// What helps while writing: the completion list, the tip with a command's parameters, and the one that says
+/// what the mouse rests on.
 class WritingHelp : public Feature {
  public:
   /// `help` shows the command that the tip or the list is about.
@@ -19,6 +21,7 @@ class WritingHelp : public Feature {
   ActiveView& m_active;
   CompletionControl m_completion;
   HintControl m_hints;
+  HoverTips m_hover;
 };
 
 }  // namespace quill

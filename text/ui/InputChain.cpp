@@ -37,6 +37,7 @@ bool InputChain::eventFilter(QObject*, QEvent* event) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
     case QEvent::Wheel:
+    case QEvent::ToolTip:
       break;
     default:
       return false;

@@ -10,7 +10,7 @@ namespace quill {
 /// Whose turn it is when a view gets a key, a mouse button or the wheel, in this order; the text comes last.
 enum class InputTurn : uint8_t {
   kList,      ///< an open list of names
-  kTip,       ///< a tip beside the caret
+  kTip,       ///< a tip beside the caret or the mouse
   kTemplate,  ///< the stops of a template, and its name
   kMarks,     ///< marks of a search, which Escape takes away
   kLink,      ///< a name that is clicked to go where it is defined
@@ -20,8 +20,8 @@ enum class InputTurn : uint8_t {
 class InputTaker {
  public:
   virtual ~InputTaker() = default;
-  /// A key press, key release, shortcut override, mouse press, mouse release or turn of the wheel. True takes
-  /// the event: nobody after this one sees it, nor does the text.
+  /// A key press, key release, shortcut override, mouse press, mouse release, turn of the wheel, or the wish
+  /// for a tip when the mouse rests. True takes the event: nobody after this one sees it, nor does the text.
   virtual bool TakeInput(QEvent& event) = 0;
 };
 
