@@ -13,19 +13,25 @@ namespace quill {
 
 TemplateKeys::TemplateKeys(CQuillView& view, Source templates)
     : m_view(view),
+      m_alive(&view),
       m_input(&view.Input()),
       m_templates(std::move(templates)),
       m_watch(view, {[this](const TextChange* change, uint32_t hints, int32_t) {
                        if (change != nullptr) m_session.OnTextChange(*change);
                        if ((hints & hint::kReset) != 0) m_session.End();
+                       ShowFields();
                      },
-                     [this] { m_session.End(); }}) {
-  connect(&view, &CCrystalTextView::CaretMoved, this, [this] { m_session.OnCaretMoved(m_view.CaretPos()); });
+                     [this] {
+                       m_session.End();
+                       ShowFields();
+                     }}) {
+  connect(&view, &CCrystalTextView::CaretMoved, this, &TemplateKeys::OnCaretMoved);
   m_input->Add(InputTurn::kTemplate, *this);
 }
 
 TemplateKeys::~TemplateKeys() {
   if (m_input != nullptr) m_input->Remove(*this);
+  if (m_alive != nullptr && m_fieldsShown) m_view.SetFields(nullptr);
 }
 
 bool TemplateKeys::TakeInput(QEvent& event) {
@@ -37,12 +43,19 @@ bool TemplateKeys::TakeInput(QEvent& event) {
 
 void TemplateKeys::Insert(const CodeTemplates& templates, const std::string& name) {
   std::optional<InsertedTemplate> inserted;
+  m_filling = true;  // the fields of the template before are not to follow
   m_view.Edit([&](EditTarget& target) {
     inserted = edit::InsertTemplate(target, templates, name);
     return inserted.has_value();
   });
+  m_filling = false;
   if (!inserted) return;
   m_session = std::move(inserted->session);
+  ShowFields();
+  // The whole of it; when it is too long, as much as goes with the place to begin at.
+  m_view.EnsureVisible(m_session.Range().end);
+  m_view.EnsureVisible(m_session.Range().start);
+  m_view.EnsureVisible(m_view.CaretPos());
   if (!inserted->problem.empty()) {
     Q_EMIT m_view.Hint(FromCodePage(inserted->problem) + u'.');
   } else if (m_session.IsActive()) {
@@ -54,6 +67,7 @@ bool TemplateKeys::OnKey(const QKeyEvent& key) {
   if (key.modifiers() != Qt::NoModifier) return false;
   if (key.key() == Qt::Key_Escape && m_session.IsActive()) {
     m_session.End();
+    ShowFields();
     return true;
   }
   if (key.key() != Qt::Key_Tab || m_view.Model().HasSelection() || m_view.Model().IsColumnSelection()) {
@@ -61,7 +75,34 @@ bool TemplateKeys::OnKey(const QKeyEvent& key) {
   }
   if (!m_session.IsActive()) return ExpandName();
   m_view.SetCaretPos(m_session.Next());
+  ShowFields();
   return true;
+}
+
+void TemplateKeys::OnCaretMoved() {
+  if (m_filling) return;
+  m_session.OnCaretMoved(m_view.CaretPos());
+  ShowFields();
+  // An undo has restored the other places, too; an edit would take the redo away.
+  if (!m_session.IsActive() || !m_view.hasFocus() || m_view.CanRedo()) return;
+  const std::optional<size_t> place = m_session.PlaceAt(m_view.CaretPos());
+  if (!place || !m_session.HasUnequal(*m_view.Buffer(), *place)) return;
+  m_filling = true;
+  m_view.Edit([this, place](EditTarget& target) { return edit::FillEqualPlaces(target, m_session, *place); });
+  m_filling = false;
+}
+
+void TemplateKeys::ShowFields() {
+  if (m_session.IsActive() == m_fieldsShown || m_alive == nullptr) return;
+  m_fieldsShown = m_session.IsActive();
+  m_view.SetFields(m_fieldsShown ? this : nullptr);
+}
+
+void TemplateKeys::MarksOf(int32_t line, ColumnRange, std::vector<ColumnRange>& marks) const {
+  for (const TemplateSession::Place& place : m_session.Places()) {
+    if (place.isLast || place.range.start.line != line || place.range.end.line != line) continue;
+    marks.push_back({place.range.start.character, place.range.end.character});
+  }
 }
 
 /// False when no name of a template stands before the caret, or where it would be no code.

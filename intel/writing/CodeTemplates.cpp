@@ -42,6 +42,7 @@ class TemplateExpander {
 
   void Expand(std::string_view name, const std::string* text, const std::string& indentation) {
     m_open.push_back(text);
+    const size_t instance = m_instances++;
     std::string ownIndent;  // of the line that is being written, without `indentation`
     bool atLineStart = true;
     for (size_t i = 0; i < text->size() && m_result.text.size() < CodeTemplates::kLargestText; ++i) {
@@ -60,7 +61,7 @@ class TemplateExpander {
       }
       atLineStart = false;
       if (c == '$') {
-        i = Special(*text, i, indentation + ownIndent);
+        i = Special(*text, i, indentation + ownIndent, instance);
       } else {
         Write(c);
       }
@@ -76,9 +77,20 @@ class TemplateExpander {
                      [](const Stop& a, const Stop& b) { return a.number < b.number; });
     if (m_stops.empty() || m_stops.back().number != kLastStop) {
       WritePending();
-      m_stops.push_back({kLastStop, m_at});
+      m_stops.push_back({kLastStop, 0, m_at});
     }
-    for (const Stop& stop : m_stops) m_result.stops.push_back(stop.at);
+    std::vector<const Stop*> first;  // of each field
+    for (const Stop& stop : m_stops) {
+      const auto same = std::find_if(first.begin(), first.end(), [&stop](const Stop* known) {
+        return known->number == stop.number && known->instance == stop.instance && stop.number != kLastStop;
+      });
+      const auto field = static_cast<size_t>(same - first.begin());
+      if (same == first.end()) {
+        first.push_back(&stop);
+        m_result.fields.emplace_back();
+      }
+      m_result.fields[field].push_back(stop.at);
+    }
     return std::move(m_result);
   }
 
@@ -86,15 +98,16 @@ class TemplateExpander {
   static constexpr int kLastStop = 10;  ///< where `$0` sorts
   struct Stop {
     int number;
+    size_t instance;  ///< of the template that has it: numbers of one file mean nothing in another
     TextPosition at;
   };
 
   /// Handles the "$" at `i`; returns the index of the last character that belongs to it.
-  size_t Special(std::string_view text, size_t i, const std::string& indentation) {
+  size_t Special(std::string_view text, size_t i, const std::string& indentation, size_t instance) {
     const char next = i + 1 < text.size() ? text[i + 1] : '\0';
     if (cp1252::IsAsciiDigit(next)) {
       WritePending();
-      m_stops.push_back({next == '0' ? kLastStop : next - '0', m_at});
+      m_stops.push_back({next == '0' ? kLastStop : next - '0', instance, m_at});
       return i + 1;
     }
     const size_t close = next == '{' ? text.find('}', i) : std::string_view::npos;
@@ -143,6 +156,7 @@ class TemplateExpander {
   const std::string& m_step;
   std::vector<const std::string*> m_open;
   size_t m_inclusions = 0;
+  size_t m_instances = 0;
   std::string m_pending;
   TextPosition m_at;
   std::vector<Stop> m_stops;
@@ -197,35 +211,6 @@ std::optional<Identifier> CodeTemplates::NameBefore(std::string_view line, int32
   const bool isMember = word.start > 0 && line[static_cast<size_t>(word.start) - 1] == '.';
   if (word.end != column || isMember || !Has(word.In(line))) return std::nullopt;
   return word;
-}
-
-TemplateSession::TemplateSession(TextPosition place, const TemplateText& inserted) {
-  const auto inText = [place](TextPosition at) {
-    return TextPosition{place.line + at.line, at.line == 0 ? place.character + at.character : at.character};
-  };
-  const auto lines = static_cast<int32_t>(std::count(inserted.text.begin(), inserted.text.end(), '\n'));
-  const size_t lastLine = inserted.text.rfind('\n') + 1;  // 0 when there is one line
-  m_range = {place, inText({lines, static_cast<int32_t>(inserted.text.size() - lastLine)})};
-  for (const TextPosition stop : inserted.stops) m_stops.push_back(inText(stop));
-}
-
-TextPosition TemplateSession::Next() {
-  if (!IsActive()) throw std::invalid_argument("the template has no further stop");
-  return m_stops[m_next++];
-}
-
-void TemplateSession::OnTextChange(const TextChange& change) {
-  const auto move = [&change](TextPosition& at) {
-    at = change.inserted ? PositionAfterInsert(at, change.range) : PositionAfterDelete(at, change.range);
-  };
-  for (TextPosition& stop : m_stops) move(stop);
-  move(m_range.start);
-  move(m_range.end);
-  if (!change.inserted && m_range.IsEmpty()) End();
-}
-
-void TemplateSession::OnCaretMoved(TextPosition caret) {
-  if (caret.line < m_range.start.line || caret.line > m_range.end.line) End();
 }
 
 }  // namespace quill

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "intel/outline/Definitions.h"
-#include "text/buffer/BufferObserver.h"
 #include "text/buffer/TextPosition.h"
 
 namespace quill {
@@ -16,9 +15,11 @@ inline constexpr char kTemplateFolderName[] = "qil_templates";
 
 /// A template made ready for one place.
 struct TemplateText {
-  std::string text;                 ///< lines ended by CR LF; the last one has no line end
-  std::vector<TextPosition> stops;  ///< relative to the place, in the order in which Tab visits them
-  std::string problem;              ///< a sentence without full stop when something was left out
+  std::string text;  ///< lines ended by CR LF; the last one has no line end
+  /// In the order in which Tab visits them; each with all places of its name, in the order of the text. The
+  /// places are relative to where the text goes.
+  std::vector<std::vector<TextPosition>> fields;
+  std::string problem;  ///< a sentence without full stop when something was left out
 };
 
 /// How the lines of a place are indented.
@@ -30,7 +31,8 @@ struct TemplateIndent {
 /// Pieces of code that are inserted by name. A template is a file "name.txt" in the folder "qil_templates"
 /// beside the program, in Windows-1252. In it, `$1` to `$9` are places that Tab visits in this order, `$0`
 /// is the last one (without it, the end of the text), `${name}` stands for another template, and `$$` for
-/// one "$".
+/// one "$". A number that comes again in the same file is the same field: what is written in one place
+/// stands in all of them.
 class CodeTemplates {
  public:
   static constexpr size_t kMostTemplates = 200;
@@ -60,28 +62,6 @@ class CodeTemplates {
 
   std::vector<std::string> m_names;
   std::vector<std::string> m_texts;  ///< with "\n" between lines; beside `m_names`
-};
-
-/// Leads the caret from stop to stop of an inserted template while the text changes.
-class TemplateSession {
- public:
-  TemplateSession() = default;
-  /// `place` is where the template's text begins.
-  TemplateSession(TextPosition place, const TemplateText& inserted);
-
-  bool IsActive() const { return m_next < m_stops.size(); }
-  /// The next stop; throws std::invalid_argument when there is none.
-  TextPosition Next();
-  /// Ends the session when nothing of the template is left, as after an undo.
-  void OnTextChange(const TextChange& change);
-  /// Ends the session when the caret has left the template's lines.
-  void OnCaretMoved(TextPosition caret);
-  void End() { m_stops.clear(); }
-
- private:
-  TextRange m_range;  ///< the template's text and what was written into it
-  std::vector<TextPosition> m_stops;
-  size_t m_next = 0;
 };
 
 }  // namespace quill

@@ -31,4 +31,26 @@ std::optional<InsertedTemplate> InsertTemplate(EditTarget& target, const CodeTem
   return InsertedTemplate{std::move(session), std::move(text.problem)};
 }
 
+bool FillEqualPlaces(EditTarget& target, TemplateSession& session, size_t place) {
+  const CCrystalTextBuffer& buffer = target.Buffer();
+  const TextRange written = session.Places()[place].range;
+  if (buffer.IsReadOnly() || written.start.line != written.end.line) return false;
+  const std::string text(buffer.PieceOf(written, written.start.line));
+  const int32_t offset = target.Caret().character - written.start.character;
+  std::optional<UndoStep> step;
+  for (size_t i = 0; i < session.Places().size(); ++i) {
+    const TextRange other = session.Places()[i].range;
+    if (i == place || session.Places()[i].field != session.Places()[place].field) continue;
+    if (other.start.line != other.end.line || buffer.PieceOf(other, other.start.line) == text) continue;
+    if (!step) step.emplace(target, action::kTyping, true);
+    session.BeginWriting(i);
+    step->ReplaceInLine(other, text);
+  }
+  session.BeginWriting(place);
+  if (!step) return false;
+  const TextPosition start = session.Places()[place].range.start;
+  target.PlaceCaret({start.line, start.character + offset});
+  return true;
+}
+
 }  // namespace quill::edit

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "intel/writing/CodeTemplates.h"
+#include "intel/writing/TemplateSession.h"
 #include "text/edit/EditTarget.h"
 
 namespace quill {
@@ -20,6 +21,11 @@ namespace edit {
 /// line. Nothing when the text is read-only; throws std::invalid_argument when there is no such template.
 std::optional<InsertedTemplate> InsertTemplate(EditTarget& target, const CodeTemplates& templates,
                                                std::string_view name);
+
+/// Writes what stands in a place of the session, in one line, into the others of its field, within the undo
+/// step of the edit before. The session must be told of the changes meanwhile. False when there is nothing to
+/// write, or the text is read-only.
+bool FillEqualPlaces(EditTarget& target, TemplateSession& session, size_t place);
 
 }  // namespace edit
 }  // namespace quill

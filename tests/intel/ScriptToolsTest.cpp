@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "intel/writing/CodeTemplates.h"
 #include "intel/writing/ScriptTools.h"
+#include "intel/writing/TemplateSession.h"
 #include "intel/writing/ToDoList.h"
 #include "support/FileSizeLimit.h"
 #include "support/Paths.h"
@@ -98,8 +98,10 @@ std::string Marked(const TemplateText& expanded) {
       at = {at.line + 1, 0};
       continue;
     }
-    for (size_t n = 0; n < expanded.stops.size(); ++n) {
-      if (expanded.stops[n] == at) marked += "|" + std::to_string(n + 1) + "|";
+    for (size_t n = 0; n < expanded.fields.size(); ++n) {
+      for (const TextPosition place : expanded.fields[n]) {
+        if (place == at) marked += "|" + std::to_string(n + 1) + "|";
+      }
     }
     if (i == expanded.text.size()) break;
     if (expanded.text[i] != '\r') marked += expanded.text[i];
@@ -111,13 +113,16 @@ std::string Marked(const TemplateText& expanded) {
 TEST(CodeTemplates, ExpandStopsNamesAndIndentation) {
   const CodeTemplates templates = Make({{"loop", "while ($2)\r\n{\r\n\t$0\r\n\r\n\t$1;\r\n}\r\n"},
                                         {"outer", "a $$5 $x\n\t${loop} ${none}\n$"},
-                                        {"plain", "text"}});
+                                        {"plain", "text"},
+                                        {"same", "$1 $2 $1$0 ${inner}$0"},
+                                        {"inner", "($1$1)"}});
   EXPECT_EQ(Marked(templates.Expand("LOOP")), "while (|2|)\n{\n\t|3|\n\n\t|1|;\n}");
   EXPECT_EQ(Marked(templates.Expand("loop", {"  ", "   "})), "while (|2|)\n  {\n     |3|\n\n     |1|;\n  }");
   const TemplateText outer = templates.Expand("outer", {"\t", "\t"});
   EXPECT_EQ(Marked(outer), "a $5 $x\n\t\twhile (|2|)\n\t\t{\n\t\t\t|3|\n\n\t\t\t|1|;\n\t\t} \n\t$");
   EXPECT_EQ(outer.problem, "There is no template \"none\"");
   EXPECT_EQ(Marked(templates.Expand("plain")), "text|1|");
+  EXPECT_EQ(Marked(templates.Expand("same")), "|1| |3| |1||4| (|2||2|)|5|") << "equal numbers of one file";
   EXPECT_THROW(templates.Expand("none"), std::invalid_argument);
 }
 
@@ -171,6 +176,7 @@ TEST(TemplateSession, KeepsItsStopsWhileTextIsTyped) {
   session.OnTextChange({true, {{5, 12}, {5, 15}}});
   EXPECT_EQ(session.Next(), (TextPosition{5, 17}));
   session.OnTextChange({true, {{0, 0}, {2, 0}}});
+  EXPECT_EQ(session.Places()[0].range, (TextRange{{7, 12}, {7, 15}}));
   EXPECT_EQ(session.Next(), (TextPosition{8, 0}));
   EXPECT_FALSE(session.IsActive());
   EXPECT_THROW(session.Next(), std::invalid_argument);

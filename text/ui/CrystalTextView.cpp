@@ -89,6 +89,11 @@ void CCrystalTextView::SetDecoration(const LineDecoration* decoration) {
   viewport()->update();
 }
 
+void CCrystalTextView::SetFields(const LineDecoration* fields) {
+  m_fields = fields;
+  viewport()->update();
+}
+
 void CCrystalTextView::SetOverwriteMode(bool overwrite) {
   if (m_overwrite == overwrite) return;
   m_overwrite = overwrite;
@@ -280,12 +285,12 @@ void CCrystalTextView::SelectFound(TextPosition position, int32_t length) {
 }
 
 void CCrystalTextView::GotoLine(int32_t line) {
+  EnsureVisible({line, 0}, kRowsAround);
   SetCaretPos({line, 0});
 }
 
 void CCrystalTextView::AfterCaretMove(bool scroll) {
   if (scroll) EnsureVisible(CaretPos());
-  EnsureVisible({line, 0}, kRowsAround);
   UpdateBraceMatch();
   RestartBlink();
   ApplyDamage();

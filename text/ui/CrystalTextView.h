@@ -75,6 +75,8 @@ class CCrystalTextView : public QAbstractScrollArea {
 
   /// Null for none. It must outlive the view or be taken away first.
   void SetDecoration(const LineDecoration* decoration);
+  /// Likewise, but what it marks stands in boxes: places to be filled in.
+  void SetFields(const LineDecoration* fields);
 
   bool OverwriteMode() const { return m_overwrite; }
   void SetOverwriteMode(bool overwrite);
@@ -196,6 +198,7 @@ class CCrystalTextView : public QAbstractScrollArea {
   std::unique_ptr<GlyphBatch> m_batch;
   MarginLayout m_margin;
   const LineDecoration* m_decoration = nullptr;
+  const LineDecoration* m_fields = nullptr;
   Navigator m_navigator{m_model};
   MouseSelection m_mouse;
   BlockCorner m_blockOrigin;  ///< where the mouse began a column selection
@@ -204,6 +207,7 @@ class CCrystalTextView : public QAbstractScrollArea {
   std::vector<TextBlock> m_blocks;
   std::vector<int32_t> m_guides;
   std::vector<ColumnRange> m_marks;
+  std::vector<ColumnRange> m_boxes;
   std::optional<TextPosition> m_brace;
   std::optional<TextPosition> m_dropPlace;
   QBasicTimer m_blink;

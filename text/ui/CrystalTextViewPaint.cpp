@@ -120,6 +120,11 @@ LinePicture CCrystalTextView::PictureOf(int32_t line) {
     m_decoration->MarksOf(line, picture.visible, m_marks);
     picture.matches = m_marks;
   }
+  m_boxes.clear();
+  if (m_fields != nullptr) {
+    m_fields->MarksOf(line, picture.visible, m_boxes);
+    picture.fields = m_boxes;
+  }
   return picture;
 }
 

@@ -8,6 +8,7 @@ namespace {
 constexpr double kUnits = ColumnMetrics::kUnitsPerPixel;
 constexpr int kBarWidth = 2;
 constexpr int kLineEndWidth = 6;  ///< pixels that a selected line end is drawn with
+constexpr int kFieldGap = 2;      ///< pixels between a field's text and its box
 
 }  // namespace
 
@@ -27,6 +28,7 @@ void LinePainter::Paint(const LinePicture& line, const QRect& area, int scrollX)
   PaintBackground(line, area, origin);
   PaintGuides(line, area, origin);
   AddText(line, area, origin);
+  PaintFields(line, area, origin);
   if (line.collapsed) PaintFoldedMark(line, area, origin);
 }
 
@@ -97,6 +99,18 @@ void LinePainter::AddText(const LinePicture& line, const QRect& area, double ori
     }
     const double x = static_cast<double>(m_places[static_cast<size_t>(column - line.visible.start)]) / kUnits;
     m_batch.Add(rgb, m_palette.IsBold(index), c, QPointF(origin + x, baseline));
+  }
+}
+
+void LinePainter::PaintFields(const LinePicture& line, const QRect& area, double origin) {
+  m_painter.setBrush(Qt::NoBrush);
+  m_painter.setPen(m_palette.Colour(kColourFolding));
+  for (const ColumnRange& field : line.fields) {
+    if (field.end < line.visible.start || field.start > line.visible.end) continue;
+    // The text keeps its place: the box stands in the gaps beside it.
+    const int left = static_cast<int>(origin + PlaceOf(field.start, line)) - kFieldGap;
+    const int right = static_cast<int>(origin + PlaceOf(field.end, line)) + kFieldGap;
+    m_painter.drawRect(left, area.top(), right - left, area.height() - 1);
   }
 }
 

@@ -39,6 +39,7 @@ struct LinePicture {
   bool collapsed = false;                ///< head of a collapsed block
   std::span<const int32_t> guides;       ///< columns of indentation guides
   std::span<const ColumnRange> matches;  ///< found text
+  std::span<const ColumnRange> fields;   ///< places to be filled in; an empty one stands at its column
 };
 
 /// Paints the text area of lines. Backgrounds go to the painter at once, characters to the batch.
@@ -55,6 +56,7 @@ class LinePainter {
   void PaintBackground(const LinePicture& line, const QRect& area, double origin);
   void PaintGuides(const LinePicture& line, const QRect& area, double origin);
   void AddText(const LinePicture& line, const QRect& area, double origin);
+  void PaintFields(const LinePicture& line, const QRect& area, double origin);
   void PaintFoldedMark(const LinePicture& line, const QRect& area, double origin);
   /// Pixels from the line's start to a visible column or the place behind the last one.
   double PlaceOf(int32_t column, const LinePicture& line) const;
