@@ -1,5 +1,7 @@
 #include "intel/writing/Hints.h"
 
+#include <algorithm>
+
 #include "base/CodePage1252.h"
 #include "intel/outline/Definitions.h"
 #include "intel/vocabulary/CommandDatabase.h"
@@ -7,6 +9,22 @@
 #include "text/buffer/CrystalTextBuffer.h"
 
 namespace quill {
+namespace {
+
+/// As the outline has it, "name(a, b)"; empty when the script defines no such function.
+std::string_view FunctionWithParameters(std::string_view name, const Outline& outline) {
+  const std::vector<OutlineItem>& functions = outline.Items(OutlineRoot::kFunctions);
+  const std::string lower = cp1252::ToLower(name);
+  // In order; what follows a name sorts before the letters of a longer one.
+  const auto at = std::lower_bound(
+      functions.begin(), functions.end(), lower,
+      [](const OutlineItem& item, const std::string& wanted) { return cp1252::ToLower(item.text) < wanted; });
+  const bool found =
+      !name.empty() && at != functions.end() && cp1252::EqualNoCase(DefinedWord(at->text), name);
+  return found ? std::string_view(at->text) : std::string_view();
+}
+
+}  // namespace
 
 bool HintText::Update(const CCrystalTextBuffer& buffer, TextPosition caret,
                       std::optional<std::string_view> completionEntry, const CommandDatabase& commands,
@@ -20,12 +38,18 @@ bool HintText::Update(const CCrystalTextBuffer& buffer, TextPosition caret,
   const bool callIsKnown = !call.name.empty();
   if (m_command < 0 && callIsKnown) m_command = commands.FindCommandIndex(call.name);
 
-  const std::string_view text =
-      m_command < 0 ? std::string_view() : std::string_view(commands.GetCommandParameters(m_command));
+  std::string_view text, name;
+  if (m_command >= 0) {
+    text = commands.GetCommandParameters(m_command);
+    name = commands.GetCommandName(m_command);
+  } else {
+    if (callIsKnown) text = FunctionWithParameters(call.name, outline);
+    if (text.empty()) text = FunctionWithParameters(word, outline);
+    name = BareName(OutlineRoot::kFunctions, text);
+  }
   const bool changed = text != m_text;
   if (changed) m_text = text;
-  const bool isTheCall =
-      m_command >= 0 && callIsKnown && cp1252::EqualNoCase(call.name, commands.GetCommandName(m_command));
+  const bool isTheCall = callIsKnown && cp1252::EqualNoCase(call.name, name);
   m_argument = isTheCall ? ArgumentPart(m_text, call.argument) : TextPart{};
   return changed;
 }

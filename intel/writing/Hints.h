@@ -13,12 +13,13 @@ namespace quill {
 class CCrystalTextBuffer;
 class CommandDatabase;
 
-/// The hint text of one view: the parameter text of the command that the caret is about.
+/// The hint text of one view: the parameters of the command or function that the caret is about.
 class HintText {
  public:
   /// Chooses anew: the command that `completionEntry` (the selected entry of a visible completion list),
   /// else the identifier at the caret, names; else a member behind an object's name; else the command
-  /// whose argument list is open at the caret. Returns whether the text changed.
+  /// whose argument list is open at the caret; else the script's function whose is, or that the identifier
+  /// names. Returns whether the text changed.
   bool Update(const CCrystalTextBuffer& buffer, TextPosition caret,
               std::optional<std::string_view> completionEntry, const CommandDatabase& commands,
               const Outline& outline);

@@ -99,7 +99,8 @@ TEST(ArgumentPart, IsWithoutBlanksAndEmptyWhereThereIsNone) {
 
 TEST(HintText, IsTheCommandAtTheCaretOrTheOneWhoseArgumentsAreWritten) {
   const CommandDatabase commands = SomeCommands();
-  const Outline outline = ScanOutlineText("panel Pan {\nvar v;\n");
+  const Outline outline = ScanOutlineText(
+      "panel Pan {\nvar v;\nfunction steer_far(x)\nfunction Steer (ship, way)\nfunction move(own)\n");
   HintText hint;
   struct Case {
     const char* marked;
@@ -116,6 +117,12 @@ TEST(HintText, IsTheCommandAtTheCaretOrTheOneWhoseArgumentsAreWritten) {
       {"pan.pos_x| = 1", "pos_x(pixels)", ""},
       {"v.pos_x| = 1", "", ""},
       {"first|", "first()", ""},
+      {"steer(a, |", "Steer (ship, way)", "way"},
+      {"STEER|", "Steer (ship, way)", ""},
+      {"steer(move(|", "move(entity who, vector way)", "entity who"},  // the engine's own counts
+      {"steer(length(a), |", "Steer (ship, way)", "way"},
+      {"move(steer|", "move(entity who, vector way)", "entity who"},  // a function as an argument
+      {"steer_f(|", "", ""},
   };
   for (const Case& c : cases) {
     std::string text = c.marked;
