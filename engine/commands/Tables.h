@@ -1,0 +1,26 @@
+// The tables of commands, a file each.
+#pragma once
+
+#include "engine/commands/Command.h"
+
+namespace korvel {
+
+extern const CommandTable kControlCommands;
+extern const CommandTable kMathCommands;
+extern const CommandTable kVectorCommands;
+extern const CommandTable kStringCommands;
+extern const CommandTable kTextCommands;
+extern const CommandTable kPanelCommands;
+extern const CommandTable kEntityCommands;
+extern const CommandTable kViewCommands;
+extern const CommandTable kFileCommands;
+extern const CommandTable kInputCommands;
+extern const CommandTable kDebugCommands;
+
+/// A table of all rows of an array.
+template <size_t N>
+constexpr CommandTable TableOf(const Command (&rows)[N]) {
+  return {rows, N};
+}
+
+}  // namespace korvel

@@ -1,0 +1,25 @@
+// Pictures and sounds as far as their sizes and pixels matter to a game that has no window.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace korvel {
+
+class GameFolder;
+
+struct PictureSize {
+  int width = 0;
+  int height = 0;
+};
+
+/// The size of a bitmap file (8, 24 or 32 bits, not packed), at most 4096 each; false for anything else.
+bool ReadPictureSize(std::string_view bytes, PictureSize* size);
+
+/// Its pixels, three bytes each, from the top.
+bool ReadPicturePixels(std::string_view bytes, uint8_t* pixels);
+
+/// How long a wave file lasts, in milliseconds; 0 when that cannot be told.
+uint32_t SoundLength(GameFolder& folder, const char* path);
+
+}  // namespace korvel

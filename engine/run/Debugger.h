@@ -1,0 +1,84 @@
+// Stops, steps and breakpoints. While nobody debugs, the code is as it was compiled and costs nothing: a
+// breakpoint is an instruction of its own in place of one, and stepping puts it in place of all.
+#pragma once
+
+#include "engine/code/Program.h"
+#include "engine/run/Task.h"
+
+namespace korvel {
+
+class Debugger {
+ public:
+  Debugger(Program& program, Arena& arena) : program_(program), arena_(arena) {}
+
+  /// Takes the code as it is compiled now.
+  void Begin();
+
+  /// Values of debug_mode.
+  enum Mode : Fixed { kRun = 0, kBreak = kOne, kStep = 2 * kOne, kIgnore = -kOne };
+
+  /// Sets or clears a breakpoint; may be called on another thread. False when no line of the file has code
+  /// from there.
+  bool SetBreakpoint(std::string_view file, uint32_t line, bool set);
+
+  /// What debug_mode holds now.
+  Fixed WantedMode() const { return __atomic_load_n(mode_, __ATOMIC_RELAXED); }
+  /// What it held when the debugger looked last.
+  Fixed seen() const { return seen_; }
+
+  /// debug_mode has changed while the script runs.
+  void Attend(Task& task);
+
+  /// The instruction at a trap is about to run. True when the script stops in front of it.
+  bool AtTrap(Task& task, const Instruction* pc, const Value* frame);
+  Op OriginalAt(const Instruction* pc) const { return clean_[pc - program_.code.data()]; }
+
+  /// From the script: stop at the next line, unless breakpoints are ignored.
+  void BreakNext(Task& task);
+
+  /// Notes what the instruction that runs next assigns or tests.
+  void NoteResult(const Task& task, const Instruction* pc, const Value* frame);
+  bool stepping() const { return stepping_; }
+
+  bool stopped() const { return __atomic_load_n(&stopped_, __ATOMIC_ACQUIRE); }
+  const Task* stopped_task() const { return stopped_task_; }
+
+  /// While stopped: true when debug_mode says to go on.
+  bool MayGoOn();
+
+  /// A copy has ended: a step in it goes on to the next line of any.
+  void TaskEnded(const Task& task) {
+    if (step_task_ == &task) step_task_ = nullptr;
+    if (result_task_ == &task) result_task_ = nullptr;
+  }
+
+  /// Once a frame: breakpoints that were set elsewhere.
+  void Refresh();
+
+  /// Where it stopped last; no file when it never did, or runs on freely.
+  Place position() const;
+
+ private:
+  void Patch();
+  void SetResult(Value value);
+  bool Decide(const Task& task, uint32_t pc) const;
+
+  Program& program_;
+  Arena& arena_;
+  Op* clean_ = nullptr;
+  uint8_t* breaks_ = nullptr;  ///< of each instruction: a breakpoint stands there
+  Fixed* mode_ = nullptr;
+  Fixed seen_ = kRun;
+  bool stepping_ = false;
+  bool changed_ = false;
+  bool stopped_ = false;
+  const Task* stopped_task_ = nullptr;
+  const Task* step_task_ = nullptr;
+  uint32_t step_depth_ = 0;
+  const Task* result_task_ = nullptr;
+  const Value* result_ = nullptr;  ///< register of the instruction before, when it gave a result
+  const SourceFile* file_ = nullptr;
+  uint32_t line_ = 0;
+};
+
+}  // namespace korvel

@@ -1,0 +1,114 @@
+#include <thread>
+
+#include "tests/engine/TestHost.h"
+
+namespace korvel {
+namespace {
+
+constexpr char kGame[] =
+    "var n;\n"           // 1
+    "function add(a)\n"  // 2
+    "{\n"                // 3
+    "  var sum;\n"       // 4
+    "\n"                 // 5
+    "  sum = a + 1;\n"   // 6
+    "  return sum;\n"    // 7
+    "}\n"                // 8
+    "function main()\n"  // 9
+    "{\n"                // 10
+    "  n = 1;\n"         // 11
+    "  while (1)\n"      // 12
+    "  {\n"              // 13
+    "    n = add(n);\n"  // 14
+    "    wait(1);\n"     // 15
+    "  }\n"              // 16
+    "}\n";
+
+Fixed& Number(Session& session, const char* name) {
+  return *static_cast<Fixed*>(session.FindObject(name));
+}
+
+// Frames until the script stops; the line where it does, 0 when it runs on.
+uint32_t LineOfStop(Session& session, int frames = 5) {
+  for (int i = 0; i < frames && session.Frame(); ++i) {
+    if (session.debugger.stopped()) return session.debugger.position().line;
+  }
+  return 0;
+}
+
+TEST(Debugger, StopsAtBreakpointsStepsAndGoesOn) {
+  GameInFolder game;
+  Session& session = game.Open(kGame);
+  EXPECT_FALSE(session.debugger.SetBreakpoint("other.vsl", 1, true));
+  EXPECT_FALSE(session.debugger.SetBreakpoint("main.vsl", 17, true));
+  EXPECT_TRUE(session.debugger.SetBreakpoint("MAIN.VSL", 5, true));  // moves on to line 6
+  EXPECT_EQ(LineOfStop(session), 6u);
+  EXPECT_EQ(Number(session, "a"), kOne);
+  EXPECT_EQ(Number(session, "debug_mode"), kOne);
+  EXPECT_TRUE(session.Frame());
+  EXPECT_EQ(session.debugger.position().line, 6u) << "a frame goes by, the script does not";
+
+  Number(session, "a") = 41 * kOne;
+  std::vector<uint32_t> lines;
+  for (int i = 0; i < 6; ++i) {
+    Number(session, "debug_mode") = 2 * kOne;
+    lines.push_back(LineOfStop(session));
+    if (i == 0) {
+      EXPECT_EQ(Number(session, "sum"), 42 * kOne);
+      EXPECT_EQ(Number(session, "debug_result"), 42 * kOne);
+    }
+  }
+  // Out of the function, over the wait, and into the breakpoint on the way.
+  EXPECT_EQ(lines, (std::vector<uint32_t>{7, 15, 12, 14, 6, 7}));
+
+  Number(session, "debug_mode") = 0;
+  EXPECT_EQ(LineOfStop(session), 6u);
+  EXPECT_TRUE(session.debugger.SetBreakpoint("main.vsl", 6, false));
+  Number(session, "debug_mode") = 0;
+  EXPECT_EQ(LineOfStop(session), 0u);
+  EXPECT_EQ(session.debugger.position().file, nullptr);
+  EXPECT_TRUE(session.debugger.SetBreakpoint("main.vsl", 14, true));
+  EXPECT_EQ(LineOfStop(session), 14u);
+  Number(session, "debug_mode") = -kOne;
+  EXPECT_EQ(LineOfStop(session), 0u) << "breakpoints are ignored";
+}
+
+TEST(Debugger, BreaksAnEndlessLoopFromAnotherThread) {
+  GameInFolder game;
+  Session& session = game.Open("var n;\nfunction main()\n{\n  while (1)\n  {\n    n += 0;\n  }\n}\n");
+  Fixed* mode = &Number(session, "debug_mode");
+  std::thread user([mode] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    __atomic_store_n(mode, kOne, __ATOMIC_RELAXED);
+  });
+  EXPECT_TRUE(session.Frame());
+  user.join();
+  EXPECT_TRUE(session.debugger.stopped());
+  const uint32_t line = session.debugger.position().line;
+  EXPECT_TRUE(line == 4 || line == 6) << line;
+}
+
+TEST(Debugger, FindsWhatAWatchAsksFor) {
+  GameInFolder game;
+  game.Write("ship.dat", "x");
+  Session& session = game.Open(
+      "entity* ship;\nvar list[4] = 1, 2, 3, 4;\npanel gauge { alpha = 60; }\nstring* none;\n"
+      "function fly() { wait(100); }\n"
+      "function main() { ship = ent_create(\"ship.dat\", list, fly); ship.skill3 = 5; wait(100); }\n");
+  session.Frame();
+  const auto* pointer = static_cast<KorvelEntityPointerObject*>(session.FindObject("SHIP"));
+  ASSERT_NE(pointer, nullptr);
+  EXPECT_EQ(session.KindOfAddress(pointer), kKorvelEntityPointer);
+  EXPECT_EQ(pointer->target->y, 2 * kOne);
+  EXPECT_EQ(pointer->target->skills[2], 5 * kOne);
+  EXPECT_EQ(static_cast<Fixed*>(session.FindObject("list"))[3], 4 * kOne);
+  EXPECT_EQ(session.KindOfAddress(session.FindObject("list")), 0);
+  EXPECT_EQ(static_cast<KorvelPanelObject*>(session.FindObject("gauge"))->alpha, 60 * kOne);
+  EXPECT_EQ(session.KindOfAddress(session.FindObject("gauge")), kKorvelPanel);
+  EXPECT_EQ(session.FindObject("none"), nullptr);
+  EXPECT_EQ(session.FindObject("unknown"), nullptr);
+  EXPECT_NE(session.FindFunction("Fly"), nullptr);
+}
+
+}  // namespace
+}  // namespace korvel
