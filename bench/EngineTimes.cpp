@@ -1,0 +1,128 @@
+// bench_engine: times of the engine's machine, one row a line, the median of five runs. The same work for
+// other languages is in bench/engine/; scripts/bench-engine prints both.
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "engine/run/Session.h"
+
+namespace {
+
+class Quiet : public korvel::HeadlessHost {
+ public:
+  void Line(std::string_view) override {}
+  void SleepUntil(int64_t) override {}
+};
+
+std::filesystem::path folder;
+korvel::Arena arena;
+korvel::OpenDescriptors descriptors;
+Quiet host;
+
+korvel::Session* Open(const std::string& script) {
+  std::ofstream(folder / "main.vsl") << script;
+  arena.Reset();
+  korvel::Session* session = korvel::Session::Make(arena, host, descriptors);
+  session->Open((folder / "main.vsl").c_str());
+  return session;
+}
+
+template <class Work>
+double Median(Work&& work) {
+  std::vector<double> times;
+  for (int i = 0; i < 5; ++i) times.push_back(work());
+  std::sort(times.begin(), times.end());
+  return times[times.size() / 2];
+}
+
+double Milliseconds(int64_t begin) {
+  return static_cast<double>(host.Now() - begin) / 1000;
+}
+
+// The first frame runs main as a whole.
+double FirstFrame(const std::string& script, int breakpoint_line = 0) {
+  return Median([&] {
+    korvel::Session* session = Open(script);
+    if (breakpoint_line > 0)
+      session->debugger.SetBreakpoint("main.vsl", static_cast<uint32_t>(breakpoint_line), true);
+    const int64_t begin = host.Now();
+    session->Frame();
+    return Milliseconds(begin);
+  });
+}
+
+std::string LoopScript(const char* where) {
+  const std::string variables = "var i;\nvar s;\nvar n;\nvar rounds;\n";
+  const bool global = std::string(where) == "global";
+  return "function elsewhere()\n{\n  print(\"here\");\n}\n" + (global ? variables : "") +
+         "function main()\n{\n" + (global ? "" : variables) +
+         "  n = 2000000;\n"
+         "  for (rounds = 0; rounds < 25; rounds += 1)\n  {\n    i = 0;\n    s = 0;\n"
+         "    while (i < n) { s = (s + i % 7 * 3) % 1000000; i = i + 1; }\n  }\n}\n";
+}
+
+// As the table has it, except that a sum that grows without end would leave the range of numbers.
+std::string PlainLoop() {
+  return "function elsewhere()\n{\n  print(\"here\");\n}\n"
+         "function main()\n{\n  var i;\n  var s;\n  var n;\n  var rounds;\n  n = 200000;\n"
+         "  for (rounds = 0; rounds < 250; rounds += 1)\n  {\n    i = 0;\n    s = 0;\n"
+         "    while (i < n) { s = s + i % 7 * 3; i = i + 1; }\n  }\n}\n";
+}
+
+double Resume() {
+  korvel::Session* session = Open(
+      "function one()\n{\n  while (1) wait(1);\n}\n"
+      "function main()\n{\n  var i;\n  for (i = 0; i < 10000; i += 1) fn_start(one);\n}\n");
+  session->Frame();
+  return Median([&] {
+    const int64_t begin = host.Now();
+    for (int i = 0; i < 100; ++i) session->Frame();
+    return Milliseconds(begin) / 100;
+  });
+}
+
+double OpenLarge() {
+  std::string script = "var total;\n";
+  for (int i = 0; i < 1000; ++i) {
+    const std::string name = "part" + std::to_string(i);
+    script += "function " + name + "(a)\n{\n  var n;\n  var sum;\n  for (n = 0; n < a; n += 1)\n  {\n" +
+              "    sum += n * 2 + sin(n); // " + name +
+              "\n    if (sum > 1000 && total < 5) total = sum;\n  }\n}\n";
+  }
+  script += "function main()\n{\n}\n";
+  return Median([&] {
+    std::ofstream(folder / "main.vsl") << script;
+    const int64_t begin = host.Now();
+    arena.Reset();
+    korvel::Session* session = korvel::Session::Make(arena, host, descriptors);
+    session->Open((folder / "main.vsl").c_str());
+    if (session->errors.count() > 0) std::puts("the large script has errors");
+    return Milliseconds(begin);
+  });
+}
+
+}  // namespace
+
+int main() {
+  folder = std::filesystem::temp_directory_path() / ("bench-engine-" + std::to_string(getpid()));
+  std::filesystem::create_directories(folder);
+  std::printf("loop           %9.2f ms\n", FirstFrame(PlainLoop()));
+  std::printf("loop, break    %9.2f ms  with a breakpoint elsewhere\n", FirstFrame(PlainLoop(), 3));
+  std::printf("loop, globals  %9.2f ms  %% more in each round\n", FirstFrame(LoopScript("global")));
+  std::printf("fib(32)        %9.2f ms\n",
+              FirstFrame("function fib(n)\n{\n  if (n < 2) return n;\n  return fib(n - 1) + fib(n - 2);\n}\n"
+                         "function main()\n{\n  fib(32);\n}\n"));
+  std::printf(
+      "array          %9.2f ms\n",
+      FirstFrame("var a[50000];\nfunction main()\n{\n  var i;\n  var k;\n  for (k = 0; k < 400; k += 1)\n"
+                 "  {\n    for (i = 0; i < 50000; i += 1) a[i] = a[i] + i;\n    a[0] = 0;\n"
+                 "    if (k % 20 == 0) for (i = 0; i < 50000; i += 1) a[i] = 0;\n  }\n}\n"));
+  std::printf("resume 10,000  %9.3f ms  a frame\n", Resume());
+  std::printf("open 10,000 ln %9.2f ms\n", OpenLarge());
+  std::filesystem::remove_all(folder);
+}
