@@ -306,7 +306,12 @@ void CompletionControl::Take() {
     m.templates.Insert(*View(), entry->name);
   } else if (WritesMore(*entry, m.commands)) {
     const CallForm form = FormOfCall(m.commands.GetCommandParameters(entry->command));
-    View()->Edit([&](EditTarget& target) { return edit::WriteCall(target, word, entry->name, form); });
+    auto written = edit::CallWritten::kRefused;
+    View()->Edit([&](EditTarget& target) {
+      written = edit::WriteCall(target, word, entry->name, form);
+      return written != edit::CallWritten::kRefused;
+    });
+    if (written == edit::CallWritten::kDoneAndClosed) View()->ExpectCloser(View()->CaretPos());
     Q_EMIT CommandWritten();
   } else {
     View()->SetSelection(word.start, word.end);

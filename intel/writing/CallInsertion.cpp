@@ -18,11 +18,12 @@ CallForm FormOfCall(std::string_view parameters) {
 
 namespace edit {
 
-bool WriteCall(EditTarget& target, TextRange word, std::string_view name, CallForm form) {
-  if (target.Buffer().IsReadOnly()) return false;
+CallWritten WriteCall(EditTarget& target, TextRange word, std::string_view name, CallForm form) {
+  if (target.Buffer().IsReadOnly()) return CallWritten::kRefused;
   const std::string_view behind =
       target.Buffer().Line(word.end.line).substr(static_cast<size_t>(word.end.character));
   const auto next = std::find_if_not(behind.begin(), behind.end(), cp1252::IsSpace);
+  auto written = CallWritten::kDone;
   std::string text(name);
   auto caret = word.start.character + static_cast<int32_t>(name.size());
   if (next != behind.end() && *next == '(') {
@@ -33,13 +34,17 @@ bool WriteCall(EditTarget& target, TextRange word, std::string_view name, CallFo
     const EditSettings settings = target.Settings();
     const bool closes = settings.autoBrackets && settings.autoIndent;
     if (closes || form == CallForm::kNothingIn) text += ')';
-    if (form == CallForm::kNothingIn) ++caret;
+    if (form == CallForm::kNothingIn) {
+      ++caret;
+    } else if (closes) {
+      written = CallWritten::kDoneAndClosed;
+    }
   }
   UndoStep step(target, action::kReplace);
   step.Delete(word);
   step.Insert(word.start, text);
   target.PlaceCaret({word.start.line, caret});
-  return true;
+  return written;
 }
 
 }  // namespace edit

@@ -136,6 +136,12 @@ TEST_F(CompletionListOnScreen, WritesTheBracketsOfACommandAndShowsItsHint) {
   Press("Tab");
   Press("Ctrl+Z");
   EXPECT_EQ(Line(), "ent_tur") << "one step";
+  WriteFlag(m_settings, settings::kAutoBrackets, true);
+  Frame().ApplySettingsToViews();
+  Begin("wait");
+  PressAll({"Ctrl+Space", "Return"});
+  Type("1);");
+  EXPECT_EQ(Line(), "wait(1);") << "the bracket that came by itself is passed";
   WriteFlag(m_settings, settings::kHintsWhileWriting, false);
   Press("Escape");
   EXPECT_EQ(Tip(), "");

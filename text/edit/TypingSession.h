@@ -25,6 +25,8 @@ class TypingSession {
   /// To be called when the caret or the selection may have changed: the next key begins a step of its own
   /// unless the caret stands where the last one left it.
   void CaretMoved(const EditTarget& target);
+  /// A closing bracket at that place came by itself: typing it goes past it.
+  void AddCloser(CCrystalTextBuffer& buffer, TextPosition place) { m_closers.Add(buffer, place); }
   /// Another text is edited from now on; to be called while the old one is there.
   void LeaveText() {
     Forget();

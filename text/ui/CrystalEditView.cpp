@@ -91,6 +91,10 @@ void CCrystalEditView::ToggleOverwriteMode() {
   SetOverwriteMode(!OverwriteMode());
 }
 
+void CCrystalEditView::ExpectCloser(TextPosition place) {
+  if (CanEdit()) m_typing.AddCloser(*Buffer(), place);
+}
+
 // Clipboard
 
 void CCrystalEditView::Copy() {

@@ -40,6 +40,8 @@ class CCrystalEditView : public CCrystalTextView {
   bool Paste();
   bool CanPaste() const;
   void ToggleOverwriteMode();
+  /// The closing bracket at that place came by itself: typing it goes past it.
+  void ExpectCloser(TextPosition place);
 
  Q_SIGNALS:
   /// The user has written this character, and caret and text are where it left them.
