@@ -40,10 +40,11 @@ class BackwardWalk {
   void Read(int32_t end) {
     m_characters += end;
     if (m_characters > kMostCharacters) return;
-    WalkCode(m_buffer.Line(m_line).substr(0, static_cast<size_t>(end)), m_stateAt(m_line),
-             [this](size_t, char c) {
-               if (!cp1252::IsSpace(c)) m_left += c;
-             });
+    const std::string_view line = m_buffer.Line(m_line).substr(0, static_cast<size_t>(end));
+    WalkCode(line, m_stateAt(m_line), [this, line](size_t column, char c) {
+      const std::string_view two = line.substr(column, 2);
+      if (!cp1252::IsSpace(c) && two != "//" && two != "/*") m_left += c;
+    });
   }
 
   const CCrystalTextBuffer& m_buffer;

@@ -188,7 +188,7 @@ TEST(DefinitionBodyAt, IsTheKindWhereAMemberMayBegin) {
   } rows[] = {
       {"panel p\n{\n\t|", "panel."},
       {"panel p {|", "panel."},
-      {"panel p\n\n// { }\n{\n\tpos_x = 1;\n\tlay|", "panel."},
+      {"panel p\n\n// { }\n{\n\tpos_x = 1;\n\t|", "panel."},
       {"text t\n{\n\tcontent = \"{ ; }\"; |", "text."},
       {"entity e\n{\n\tmodel = <a.mdl>; // x = {\n |", "entity."},
       {"panel p\n{\n\tpicture = |", ""},
