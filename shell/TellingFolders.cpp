@@ -21,10 +21,11 @@ Place PlaceOf(std::string_view path) {
 
 /// The last `count` parts of a folder; all of it when it has no more.
 std::string_view LastParts(std::string_view folder, int count) {
+  if (folder == "/") return folder;
   size_t begin = folder.size();
   for (; count > 0; --count) {
     const size_t slash = begin == 0 ? std::string_view::npos : folder.rfind('/', begin - 1);
-    if (slash == std::string_view::npos || slash == 0) return folder;
+    if (slash == std::string_view::npos) return folder;
     begin = slash;
   }
   return folder.substr(begin + 1);
