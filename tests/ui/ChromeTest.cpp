@@ -56,9 +56,9 @@ TEST_F(Chrome, AClickOnAPaneChangesWhatItTells) {
   m_prompts.Expect("Document now read-only!", Answer::kOk);
   EXPECT_TRUE(Choose("File > Read-Only"));
   EXPECT_EQ(PaneMenu("MAC", "DOS (CR LF)"), "(DOS (CR LF))|(UNIX (LF CR))|(MAC (LF))");
-  EXPECT_EQ(Panes(), "Ln 3, Col 1|MAC|OVR|READ|110%");
+  EXPECT_EQ(Panes(), "Ln 3, Col 2|MAC|OVR|READ|110%");
   ClickPane("READ");
-  EXPECT_EQ(Panes(), "Ln 3, Col 1|MAC|OVR|110%");
+  EXPECT_EQ(Panes(), "Ln 3, Col 2|MAC|OVR|110%");
 }
 
 TEST_F(Chrome, LineEndsThatWereChosenSurviveACrash) {

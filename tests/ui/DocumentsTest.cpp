@@ -235,12 +235,12 @@ TEST_F(DocumentWindows, TabsCloseByTheMiddleButtonAndAreSwitchedByKeys) {
   Open("b.vsl", "b");
   Open("c.vsl", "c");
   Press("Ctrl+Tab");
-  EXPECT_EQ(TabTexts(), "[a.vsl] b.vsl c.vsl");
+  EXPECT_EQ(TabTexts(), "a.vsl [b.vsl] c.vsl") << "the one used before";
   Press("Ctrl+Shift+Tab");
-  EXPECT_EQ(TabTexts(), "a.vsl b.vsl [c.vsl]");
+  EXPECT_EQ(TabTexts(), "[a.vsl] b.vsl c.vsl") << "the one used longest ago";
   QTest::mouseClick(&Tabs(), Qt::MiddleButton, Qt::NoModifier, Tabs().tabRect(0).center());
   Pump();
-  EXPECT_EQ(TabTexts(), "b.vsl [c.vsl]");
+  EXPECT_EQ(TabTexts(), "[b.vsl] c.vsl");
   EXPECT_EQ(View().hasFocus(), true);
 }
 

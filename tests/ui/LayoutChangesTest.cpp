@@ -7,6 +7,7 @@
 #include <QTreeWidget>
 #include <functional>
 
+#include "res/ui/UiText.h"
 #include "shell/ui/QuillView.h"
 #include "ui/ScreenFixture.h"
 

@@ -38,7 +38,10 @@ inline std::string ChooseFromPopup(const std::function<void()>& open, const std:
     }
     menu->close();
   });
+  QWidget* window = QApplication::activeWindow();
   open();
+  // What a window manager does when a menu has gone.
+  if (window != nullptr && QApplication::activeWindow() == nullptr) window->activateWindow();
   QApplication::processEvents();
   QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   QApplication::processEvents();

@@ -3,6 +3,7 @@
 #include <QTest>
 #include <filesystem>
 
+#include "res/ui/UiText.h"
 #include "shell/ui/Documents.h"
 #include "shell/ui/QuillDoc.h"
 #include "shell/ui/QuillView.h"
@@ -26,6 +27,7 @@ class EmptyWindow : public ScreenFixture {
   /// The rows, the one with the focus in brackets.
   std::string Rows() {
     std::string rows;
+    Pump();  // the page follows when everything else is done
     for (const QAbstractButton* button : Buttons()) {
       const std::string text = ToBytes(button->text());
       rows += (rows.empty() ? "" : "|") + (button->hasFocus() ? "[" + text + "]" : text);

@@ -44,6 +44,7 @@ class DocumentTabs : public ScreenFixture {
   }
   std::string TipAt(QWidget& widget, QPoint place) {
     QToolTip::hideText();
+    EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
     QHelpEvent event(QEvent::ToolTip, place, widget.mapToGlobal(place));
     QApplication::sendEvent(&widget, &event);
     return ToBytes(QToolTip::text());

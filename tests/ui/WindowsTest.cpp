@@ -53,9 +53,9 @@ TEST_F(Windows, TabsAndTheWindowMenuActivateDocuments) {
   Press("Ctrl+S");
   Press("Ctrl+W");
   EXPECT_EQ(TabBar().count(), 2);
-  const std::string before = ActiveText();
+  EXPECT_EQ(Tabs(), "[a.vsl*] c.vsl");
   Type("x");
-  EXPECT_EQ(ActiveText(), "x" + before) << "the next one has the focus at once";
+  EXPECT_EQ(ActiveText(), "1xa") << "the one used before has the focus at once";
   EXPECT_FALSE(HasEntry("Window > 3 c.vsl"));
   for (int i = 3; i < 12; ++i) Press("Ctrl+N");
   EXPECT_TRUE(HasEntry("Window > 11 Untitled10"));
