@@ -1,4 +1,5 @@
 // Lines to the output, entries in the error list, stops.
+#include <algorithm>
 #include <cstdio>
 
 #include "engine/commands/Arguments.h"
@@ -10,8 +11,7 @@ namespace {
 // A line of the output; a text's own line ends stay in it.
 void PrintLine(Session& s, std::string_view first, std::string_view second = {}) {
   char line[8100];
-  std::memcpy(line, first.data(), first.size());
-  std::memcpy(line + first.size(), second.data(), second.size());
+  std::copy(second.begin(), second.end(), std::copy(first.begin(), first.end(), line));
   line[first.size() + second.size()] = 0;
   s.host.Line({line, first.size() + second.size()});
 }

@@ -1,4 +1,6 @@
 // Files of a game, its settings and its saved state.
+#include <algorithm>
+
 #include "engine/commands/Arguments.h"
 #include "engine/commands/Tables.h"
 #include "engine/language/Lexer.h"
@@ -131,7 +133,7 @@ bool WriteConfig(Session& s, std::string_view key, std::string_view value) {
       fits = false;
       return;
     }
-    std::memcpy(text + length, part.data(), part.size());
+    std::copy(part.begin(), part.end(), text + length);
     length += part.size();
   };
   const int32_t old = s.folder.Open(kConfigFile, GameFolder::Access::kRead);
@@ -181,7 +183,7 @@ Value ConfigReadText(Session& s, const Value* a) {
     return kOne;
   }
   const std::string_view otherwise = TextOf(a[2]);
-  std::memcpy(text, otherwise.data(), otherwise.size());
+  std::copy(otherwise.begin(), otherwise.end(), text);
   s.world.Assign(As<StringObject>(a[0]), {text, otherwise.size()});
   return 0;
 }

@@ -1,4 +1,6 @@
 // Strings.
+#include <algorithm>
+
 #include "engine/commands/Arguments.h"
 #include "engine/commands/Tables.h"
 #include "engine/language/Lexer.h"
@@ -149,7 +151,7 @@ Value StrReplace(Session& s, const Value* a) {
   int64_t count = 0;
   const auto put = [&](std::string_view part) {
     part = part.substr(0, sizeof text - length);
-    std::memcpy(text + length, part.data(), part.size());
+    std::copy(part.begin(), part.end(), text + length);
     length += part.size();
   };
   size_t at = 0;

@@ -187,7 +187,7 @@ bool World::Assign(StringObject& string, std::string_view text) {
                                                                     : kLongestText);
     char* memory = static_cast<char*>(arena_.TryAllocate(capacity + 1));
     if (memory == nullptr) return false;
-    std::memcpy(memory, text.data(), text.size());
+    std::copy(text.begin(), text.end(), memory);
     if (string.text != nullptr) arena_.Free(string.text, string.capacity + 1);
     string.text = memory;
     string.capacity = capacity;
@@ -204,7 +204,7 @@ bool World::Append(StringObject& string, std::string_view text) {
   const size_t before = string.length;
   text = text.substr(0, kLongestText - before);
   std::memcpy(whole, string.text, before);
-  std::memcpy(whole + before, text.data(), text.size());
+  std::copy(text.begin(), text.end(), whole + before);
   return Assign(string, {whole, before + text.size()});
 }
 
