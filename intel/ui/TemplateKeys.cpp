@@ -13,7 +13,6 @@ namespace quill {
 
 TemplateKeys::TemplateKeys(CQuillView& view, Source templates)
     : m_view(view),
-      m_alive(&view),
       m_input(&view.Input()),
       m_templates(std::move(templates)),
       m_watch(view, {[this](const TextChange* change, uint32_t hints, int32_t) {
@@ -31,7 +30,7 @@ TemplateKeys::TemplateKeys(CQuillView& view, Source templates)
 
 TemplateKeys::~TemplateKeys() {
   if (m_input != nullptr) m_input->Remove(*this);
-  if (m_alive != nullptr && m_fieldsShown) m_view.SetFields(nullptr);
+  if (m_viewLives && m_fieldsShown) m_view.SetFields(nullptr);
 }
 
 bool TemplateKeys::TakeInput(QEvent& event) {
@@ -93,7 +92,7 @@ void TemplateKeys::OnCaretMoved() {
 }
 
 void TemplateKeys::ShowFields() {
-  if (m_session.IsActive() == m_fieldsShown || m_alive == nullptr) return;
+  if (m_session.IsActive() == m_fieldsShown || !m_viewLives) return;
   m_fieldsShown = m_session.IsActive();
   m_view.SetFields(m_fieldsShown ? this : nullptr);
 }

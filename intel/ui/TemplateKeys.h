@@ -27,6 +27,8 @@ class TemplateKeys : public QObject, private InputTaker, private LineDecoration 
   /// Goes with the view at the latest.
   TemplateKeys(CQuillView& view, Source templates);
   ~TemplateKeys() override;
+  /// The view is no longer one: what is left is to let these go, too.
+  void ForgetView() { m_viewLives = false; }
 
   /// In the place of the selection, if any. A refusal (read-only text) beeps and says why.
   void Insert(const CodeTemplates& templates, const std::string& name);
@@ -42,7 +44,7 @@ class TemplateKeys : public QObject, private InputTaker, private LineDecoration 
   void MarksOf(int32_t line, ColumnRange visible, std::vector<ColumnRange>& marks) const override;
 
   CQuillView& m_view;
-  QPointer<CQuillView> m_alive;  ///< the same, null while it is being destroyed
+  bool m_viewLives = true;
   QPointer<InputChain> m_input;  ///< of the view
   Source m_templates;
   TemplateSession m_session;

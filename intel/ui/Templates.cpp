@@ -18,7 +18,10 @@ Templates::~Templates() = default;
 
 void Templates::AddKeysTo(CQuillView& view) {
   m_keys[&view] = std::make_unique<TemplateKeys>(view, [this]() -> const CodeTemplates& { return Latest(); });
-  connect(&view, &QObject::destroyed, this, [this](QObject* gone) { m_keys.erase(gone); });
+  connect(&view, &QObject::destroyed, this, [this](QObject* gone) {
+    m_keys.at(gone)->ForgetView();
+    m_keys.erase(gone);
+  });
 }
 
 void Templates::RegisterCommands(CommandRouter& router) {

@@ -67,7 +67,10 @@ TabStrip::TabStrip(Workspace& workspace, CommandRouter& router)
 
 void TabStrip::Attach() {
   m_tabs = m_workspace.TabBar();
-  if (m_tabs != nullptr) m_tabs->installEventFilter(this);
+  if (m_tabs != nullptr) {
+    m_tabs->installEventFilter(this);
+    connect(m_tabs, &QObject::destroyed, this, [this] { m_tabs = nullptr; });
+  }
   PlaceButton();
 }
 
@@ -84,7 +87,7 @@ void TabStrip::PlaceButton() {
 }
 
 bool TabStrip::eventFilter(QObject* watched, QEvent* event) {
-  if (watched != m_tabs.data()) return false;
+  if (watched != m_tabs) return false;
   switch (event->type()) {
     case QEvent::Resize:
     case QEvent::Move:

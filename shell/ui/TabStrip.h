@@ -34,7 +34,7 @@ class TabStrip : public QObject {
 
   Workspace& m_workspace;
   CommandRouter& m_router;
-  QPointer<QTabBar> m_tabs;
+  QTabBar* m_tabs = nullptr;  ///< null without tabs
   QPointer<QToolButton> m_button;
 };
 
