@@ -29,8 +29,7 @@ void KeptWrites::AddSubKeys(std::string_view key, std::vector<std::string>& name
     names.push_back(path.substr(above.size(), path.find('\\', above.size()) - above.size()));
   }
   std::ranges::sort(names);
-  const auto twice = std::ranges::unique(names);
-  names.erase(twice.begin(), twice.end());
+  names.erase(std::unique(names.begin(), names.end()), names.end());
 }
 
 void KeptWrites::PutOver(std::string_view key, std::map<std::string, SettingsValue>& values) const {

@@ -35,7 +35,7 @@ class ErrorSink {
 /// counts once.
 class Errors {
  public:
-  Errors(Arena& arena, ErrorSink& sink) : seen_(arena), sink_(sink), arena_(arena) {}
+  Errors(Arena& arena, ErrorSink& sink) : seen_(arena), sink_(sink) {}
 
   /// Adds an error of reading, with printf's formats. After a hundred of them the rest is counted only.
   void Add(Place place, const char* format, ...) __attribute__((format(printf, 3, 4)));
@@ -56,7 +56,6 @@ class Errors {
   List<Seen> seen_;
   uint32_t first_[256] = {};
   ErrorSink& sink_;
-  Arena& arena_;
   uint32_t count_ = 0;
   uint32_t faults_ = 0;
 };
