@@ -266,6 +266,8 @@ TEST_F(ScriptView, PartialRepaintsLeaveNothingStale) {
       }
     }
     QApplication::processEvents();
+    // What a timer that ran among them has marked.
+    QApplication::sendPostedEvents();
     // Of the text area: the scroll bars follow a moment later.
     const QRect area = m_view.viewport()->geometry();
     const QImage shown = m_view.screen()

@@ -365,7 +365,6 @@ void CCrystalTextView::ShowLinesAround(int32_t line) {
 
 void CCrystalTextView::scrollContentsBy(int dx, int dy) {
   if (m_model.HasText()) m_model.ParseThrough(TopLine() + 2 * PageRows());
-  ApplyDamage();
   if (dx != 0 && dy == 0) {
     viewport()->scroll(dx, 0, TextArea());
   } else if (dx == 0 && std::abs(dy) < PageRows()) {
@@ -373,6 +372,8 @@ void CCrystalTextView::scrollContentsBy(int dx, int dy) {
   } else {
     viewport()->update();
   }
+  // Last: where damaged lines stand is asked of the new position, and scrolling moves what is marked already.
+  ApplyDamage();
   if (dy != 0) Q_EMIT ScrolledVertically();
 }
 
