@@ -9,6 +9,17 @@
 #include "text/edit/UndoStep.h"
 
 namespace quill {
+namespace {
+
+bool LeavesBraceOpen(std::string_view text) {
+  int depth = 0;
+  for (size_t i = text.size(); i-- > 0 && depth >= 0;) {
+    depth += text[i] == '}' ? 1 : text[i] == '{' ? -1 : 0;
+  }
+  return depth < 0;
+}
+
+}  // namespace
 
 bool TypingSession::Continues(const EditTarget& target, Run run) const {
   const CCrystalTextBuffer& buffer = target.Buffer();
@@ -99,12 +110,16 @@ bool TypingSession::TypeOver(EditTarget& target, char c) {
   if (!closer) return false;
   m_closers.Remove(*closer);
   const TextPosition caret = target.Caret();
-  const bool onEmptyLine = LeadingWhiteSpace(target.Buffer().Line(caret.line)) >= caret.character;
-  if (closer->line > caret.line && onEmptyLine) {
-    // The line was begun for this bracket.
+  const std::string_view before =
+      target.Buffer().Line(caret.line).substr(0, static_cast<size_t>(caret.character));
+  const bool onEmptyLine = LeadingWhiteSpace(before) >= caret.character;
+  if (closer->line > caret.line && (onEmptyLine || LeavesBraceOpen(before))) {
+    // The line was begun for this bracket, or the block ends on the line on which it began.
+    const TextRange between =
+        onEmptyLine ? TextRange{{caret.line, 0}, {closer->line, 0}} : TextRange{caret, *closer};
     UndoStep step(target, action::kIndent);
-    step.Delete({{caret.line, 0}, {closer->line, 0}}, FlagsFollow::kText);
-    closer->line = caret.line;
+    step.Delete(between, FlagsFollow::kText);
+    closer = PositionAfterDelete(*closer, between);
   }
   target.PlaceCaret({closer->line, closer->character + 1});
   Forget();
