@@ -50,6 +50,7 @@ void TemplateKeys::Insert(const CodeTemplates& templates, const std::string& nam
   m_filling = false;
   if (!inserted) return;
   m_session = std::move(inserted->session);
+  ExpectClosers();
   ShowFields();
   // The whole of it; when it is too long, as much as goes with the place to begin at.
   m_view.EnsureVisible(m_session.Range().end);
@@ -59,6 +60,16 @@ void TemplateKeys::Insert(const CodeTemplates& templates, const std::string& nam
     Q_EMIT m_view.Hint(FromCodePage(inserted->problem) + u'.');
   } else if (m_session.IsActive()) {
     Q_EMIT m_view.Hint(UiText(StringId::kTemplateKeysHint));
+  }
+}
+
+void TemplateKeys::ExpectClosers() {
+  for (const TemplateSession::Place& place : m_session.Places()) {
+    const TextPosition end = place.range.end;
+    const std::string_view behind = m_view.Buffer()->Line(end.line).substr(static_cast<size_t>(end.character));
+    if (!behind.empty() && std::string_view(")]}").find(behind.front()) != std::string_view::npos) {
+      m_view.ExpectCloser(end);
+    }
   }
 }
 
@@ -87,7 +98,8 @@ void TemplateKeys::OnCaretMoved() {
   const std::optional<size_t> place = m_session.PlaceAt(m_view.CaretPos());
   if (!place || !m_session.HasUnequal(*m_view.Buffer(), *place)) return;
   m_filling = true;
-  m_view.Edit([this, place](EditTarget& target) { return edit::FillEqualPlaces(target, m_session, *place); });
+  m_view.EditAlong(
+      [this, place](EditTarget& target) { return edit::FillEqualPlaces(target, m_session, *place); });
   m_filling = false;
 }
 

@@ -40,6 +40,8 @@ class TemplateKeys : public QObject, private InputTaker, private LineDecoration 
   bool OnKey(const QKeyEvent& key);
   bool ExpandName();
   void OnCaretMoved();
+  /// A closing bracket right behind a field is passed by typing it.
+  void ExpectClosers();
   void ShowFields();
   void MarksOf(int32_t line, ColumnRange visible, std::vector<ColumnRange>& marks) const override;
 

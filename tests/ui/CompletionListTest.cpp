@@ -212,6 +212,18 @@ TEST_F(CompletionListOnScreen, ListsTemplatesWithTheirTextAndWritesThem) {
                      List()->visualRect(List()->currentIndex()).center());
   Pump();
   EXPECT_EQ(ActiveText(), "  while ()|  {|  \t|  }");
+  // The button comes up where the list has been.
+  QTest::mouseRelease(View().viewport(), Qt::LeftButton);
+  Type("x");
+  Press("Tab");
+  Type("y;");
+  EXPECT_EQ(ActiveText(), "  while (x)|  {|  \ty;|  }");
+  m_folder.Write("bin/qil_templates/later.txt", "late");
+  PressAll({"Escape", "Return"});
+  Type("late");
+  Press("Escape");
+  Press("Ctrl+Space");
+  EXPECT_EQ(Selected(), "later") << "a file that came meanwhile";
 }
 
 }  // namespace

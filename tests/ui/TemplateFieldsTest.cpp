@@ -33,6 +33,10 @@ TEST_F(TemplateFields, EqualOnesSayTheSameWhereverOneWrites) {
       // In the second, in front of the first on its line, and in the last, on another line.
       {{"a", "Right", "Right", "Right", "Right", "Right", "Right", "Right", "b"},
        "for (ab = 0; ab| < ; ab += 1)\n{\n\tab;\n}"},
+      {{"a", "b", "c", "Ctrl+Z"}, "for (| = 0;  < ;  += 1)\n{\n\t;\n}"},
+      {{"a", "b", "Backspace", "Backspace", "Ctrl+Z"}, "for (ab| = 0; ab < ; ab += 1)\n{\n\tab;\n}"},
+      {{"a", "Right", "Right", "Right", "Right", "Right", "Right", "Right", "b", "c", "Ctrl+Z"},
+       "for (a = 0; a| < ; a += 1)\n{\n\ta;\n}"},
       {{"a", "Down", "Down", "Home", "b"}, "for (ba = 0; ba < ; ba += 1)\n{\n\tb|a;\n}"},
       {{"a", "Ctrl+Z"}, "for (| = 0;  < ;  += 1)\n{\n\t;\n}"},
       {{"a", "Ctrl+Z", "Ctrl+Y", "Escape", "Ctrl+Home"}, "|for (a = 0; a < ; a += 1)\n{\n\ta;\n}"},
@@ -52,8 +56,18 @@ TEST_F(TemplateFields, EqualOnesSayTheSameWhereverOneWrites) {
   Type("outer");
   PressKeys({"Tab", "a", "Tab", "b", "c"});
   EXPECT_EQ(Shown(), "a <bc|bc> a") << "numbers of one file mean nothing in another";
+  Press("Ctrl+Z");
+  EXPECT_EQ(Shown(), "a <|> a") << "a word and its copies are one step";
   for (int i = 0; i < 6 && Shown() != "outer|"; ++i) Press("Ctrl+Z");
   EXPECT_EQ(Shown(), "outer|") << "the copies went with their steps";
+}
+
+TEST_F(TemplateFields, ABracketBehindAFieldIsPassedByTypingIt) {
+  Write("list", "a[$1] = f($2, [$3]);");
+  Open("a.vsl", "");
+  Type("list");
+  PressKeys({"Tab", "1", "]", "Tab", "2", "Tab", "b", "[", "3", "]", "]", ")", ";", ";"});
+  EXPECT_EQ(Shown(), "a[1] = f(2, [b[3]]);;|);");
 }
 
 TEST_F(TemplateFields, StandInBoxesUntilTheTemplateIsLeft) {

@@ -25,6 +25,15 @@ class TypingSession {
   /// To be called when the caret or the selection may have changed: the next key begins a step of its own
   /// unless the caret stands where the last one left it.
   void CaretMoved(const EditTarget& target);
+  /// True while nothing but the last key has changed the text.
+  bool IsAtLastKey(const EditTarget& target) const {
+    return m_run != Run::kNone && m_changes == target.Buffer().ChangeCount();
+  }
+  /// What followed from the last key is done and belongs to its step: the next key may join it.
+  void GoOn(const EditTarget& target) {
+    m_place = target.Caret();
+    m_changes = target.Buffer().ChangeCount();
+  }
   /// A closing bracket at that place came by itself: typing it goes past it.
   void AddCloser(CCrystalTextBuffer& buffer, TextPosition place) { m_closers.Add(buffer, place); }
   /// Another text is edited from now on; to be called while the old one is there.

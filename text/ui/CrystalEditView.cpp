@@ -59,6 +59,15 @@ bool CCrystalEditView::Edit(const Operation& operation) {
   return done || Refuse();
 }
 
+bool CCrystalEditView::EditAlong(const Operation& operation) {
+  return Edit([&](EditTarget& target) {
+    const bool atLastKey = m_typing.IsAtLastKey(target);
+    const bool done = operation(target);
+    if (atLastKey) m_typing.GoOn(target);
+    return done;
+  });
+}
+
 bool CCrystalEditView::ReplaceSelectedText(std::string_view text) {
   return Edit([&](EditTarget& target) { return edit::ReplaceSelectedText(target, text); });
 }

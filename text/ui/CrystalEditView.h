@@ -25,6 +25,8 @@ class CCrystalEditView : public CCrystalTextView {
   /// Carries out an operation and shows its outcome. A refusal (read-only text) beeps and says why;
   /// returns false then.
   bool Edit(const Operation& operation);
+  /// The same for what follows from the last key: the next key still joins the step.
+  bool EditAlong(const Operation& operation);
   /// Replaces the selection, or inserts at the caret, which goes behind the text.
   bool ReplaceSelectedText(std::string_view text);
 
