@@ -75,6 +75,12 @@ TEST_F(HoverTips, TellWhatTheNameUnderTheMouseIs) {
   EXPECT_EQ(RestAt(At(10, 0) + QPoint(0, 60)), "") << "below the text";
   EXPECT_EQ(RestAt(QPoint(2, At(9, 0).y())), "") << "in the margin";
 
+  View().SetCaretPos({0, 0});
+  Type("var later; ");
+  Press("Return");
+  EXPECT_EQ(RestOn(0, 5), "var later;|Line 1") << "just written";
+  EXPECT_EQ(RestOn(6, 2), "var speed;|Line 6") << "moved down";
+
   Document().Buffer().NewBuffer();
   EXPECT_EQ(RestAt(QPoint(80, 5)), "");
 }

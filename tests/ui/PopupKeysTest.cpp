@@ -107,6 +107,7 @@ TEST_F(PopupKeys, TheListHasItsKeysBeforeTemplatesAndCaret) {
        {"Tab", "g", "a", "u", "Ctrl+Space", "Down", "Down", "Down", "Down", "Tab"},
        "for (gauge_high; ) ",
        "3:16"},
+      {"gauge_hi", {"Tab", "g", "a", "u", "Down", "Down", "Tab"}, "for (while () ; ) ", "3:13"},
       {"gauge_hi", {"Tab", "g", "a", "u", "Tab"}, "for (gau; ) ", "3:11"},
       {"gauge_hi", {"Tab", "g", "a", "u", "Escape", "Tab"}, "for (gau; ) ", "3:11"},
       {"gauge_hi", {"Tab", "g", "a", "u", "Escape", "Escape", "Tab"}, "for (gau\t; ) ", "3:10"},
