@@ -20,6 +20,12 @@ class GapVector {
   GapVector(const GapVector&) = delete;
   GapVector& operator=(const GapVector&) = delete;
   ~GapVector() { std::free(m_data); }
+  void Swap(GapVector& other) {
+    std::swap(m_data, other.m_data);
+    std::swap(m_size, other.m_size);
+    std::swap(m_capacity, other.m_capacity);
+    std::swap(m_gap, other.m_gap);
+  }
 
   size_t Size() const { return m_size; }
   T& operator[](size_t i) { return m_data[i < m_gap ? i : i + m_capacity - m_size]; }

@@ -1,10 +1,10 @@
 #include "shell/RecoveryFolder.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <new>
 
+#include "base/StateFolder.h"
 #include "res/Strings.h"
 #include "shell/FileText.h"
 #include "text/buffer/CrystalTextBuffer.h"
@@ -50,18 +50,8 @@ RecoveredText RecoverableDocument::Read(CCrystalTextBuffer& text) const {
 }
 
 std::string DefaultRecoveryFolder() {
-  namespace fs = std::filesystem;
-  const char* state = std::getenv("XDG_STATE_HOME");
-  const char* home = std::getenv("HOME");
-  fs::path root;
-  if (state != nullptr && fs::path(state).is_absolute()) {  // relative ones are to be ignored
-    root = state;
-  } else if (home != nullptr && *home != '\0') {
-    root = fs::path(home) / ".local" / "state";
-  } else {
-    return {};
-  }
-  return (root / "quill" / "recovery").string();
+  const std::string state = StateFolder();
+  return state.empty() ? state : state + "/recovery";
 }
 
 std::vector<RecoverableDocument> FindRecoverable(const std::string& folder) {

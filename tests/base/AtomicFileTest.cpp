@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -109,6 +110,82 @@ TEST(AtomicFile, WritesPiecesOfAnySizeInOrder) {
   }
   ASSERT_TRUE(file.Commit());
   EXPECT_EQ(folder.Read("a"), all);
+}
+
+/// While it lives, root is somebody who owns nothing here.
+class Somebody {
+ public:
+  Somebody() { EXPECT_EQ(::seteuid(kNobody), 0); }
+  Somebody(const Somebody&) = delete;
+  Somebody& operator=(const Somebody&) = delete;
+  ~Somebody() {
+    EXPECT_EQ(::seteuid(0), 0);
+  }
+ private:
+  static constexpr uid_t kNobody = 65534;
+};
+
+ino_t NumberOf(const std::string& path) {
+  struct stat info {};
+  EXPECT_EQ(::stat(path.c_str(), &info), 0) << path;
+  return info.st_ino;
+}
+
+TEST(AtomicFile, AFileWithOtherNamesKeepsThem) {
+  const TempFolder folder;
+  const std::string path = folder.Write("a.vsl", "the old text");
+  ASSERT_EQ(::link(path.c_str(), folder.Path("other").c_str()), 0);
+  const ino_t number = NumberOf(path);
+  for (const std::string text : {"shorter", "longer than the old text was"}) {
+    const std::string before = folder.Read("a.vsl");
+    ASSERT_TRUE(WriteFile(path, text, ".bak"));
+    EXPECT_EQ(folder.Read("other"), text);
+    EXPECT_EQ(folder.Read("a.vsl.bak"), before);
+    EXPECT_EQ(NumberOf(path), number);
+    EXPECT_NE(NumberOf(folder.Path("a.vsl.bak")), number);
+  }
+  EXPECT_EQ(folder.Names(), (std::set<std::string>{"a.vsl", "a.vsl.bak", "other"}));
+}
+
+TEST(AtomicFile, WhatMayBeWrittenButNotReplacedIsWrittenInPlace) {
+  if (::geteuid() != 0) GTEST_SKIP() << "needs files of several users";
+  for (const mode_t mode : {01777, 0555}) {
+    const TempFolder folder;
+    const TempFolder state;
+    ASSERT_EQ(::chmod(folder.Folder().c_str(), mode), 0);
+    ASSERT_EQ(::chmod(state.Folder().c_str(), 0777), 0);
+    ::setenv("XDG_STATE_HOME", state.Folder().c_str(), 1);
+    const std::string path = folder.Write("a.vsl", "old");
+    ASSERT_EQ(::chmod(path.c_str(), 0666), 0);
+    const ino_t number = NumberOf(path);
+    for (const char* text : {"new", "newer text"}) {
+      const Somebody somebody;
+      const IoResult written = WriteFile(path, text, ".bak");
+      EXPECT_TRUE(written) << written.Message();
+    }
+    EXPECT_EQ(folder.Read("a.vsl"), "newer text");
+    EXPECT_EQ(NumberOf(path), number);
+    std::set<std::string> names = folder.Names();
+    names.erase("a.vsl.bak");  // where the folder takes it
+    EXPECT_EQ(names, std::set<std::string>{"a.vsl"});
+    EXPECT_EQ(folder.Names().size(), mode == 0555 ? 1U : 2U);
+    EXPECT_TRUE(!fs::exists(state.Path("quill")) || fs::is_empty(state.Path("quill")));
+    ::unsetenv("XDG_STATE_HOME");
+  }
+}
+
+TEST(AtomicFile, KeepsAttributesAndGoesWithoutABackupWhoseNameIsTooLong) {
+  const TempFolder folder;
+  const std::string name = std::string(250, 'n');
+  const std::string path = folder.Write(name, "old");
+  const bool knowsAttributes = ::setxattr(path.c_str(), "user.mark", "blue", 4, 0) == 0;
+  ASSERT_TRUE(WriteFile(path, "new", ".backup"));
+  EXPECT_EQ(folder.Read(name), "new");
+  EXPECT_EQ(folder.Names(), std::set<std::string>{name});
+  if (!knowsAttributes) return;
+  char value[8] = {};
+  EXPECT_EQ(::getxattr(path.c_str(), "user.mark", value, sizeof value), 4);
+  EXPECT_STREQ(value, "blue");
 }
 
 TEST(AtomicFile, WithoutACommitNothingIsLeft) {
