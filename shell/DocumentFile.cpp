@@ -1,7 +1,6 @@
 #include "shell/DocumentFile.h"
 
 #include <filesystem>
-#include <fstream>
 #include <stdexcept>
 
 #include "res/Strings.h"
@@ -28,10 +27,6 @@ std::string FullPath(const std::string& path) {
 
 std::string WithScriptExtension(const std::string& path) {
   return fs::path(path).has_extension() ? path : path + std::string(Text(StringId::kScriptExtension));
-}
-
-bool CanBeOpened(const std::string& path) {
-  return FileIdentity::Of(path).exists && std::ifstream(path, std::ios::binary).is_open();
 }
 
 }  // namespace
@@ -71,13 +66,10 @@ IoResult DocumentFile::Reload() {
 }
 
 IoResult DocumentFile::Load(const std::string& path) {
-  // A scratch buffer finds the words for the failure; ours keeps its text.
-  if (!CanBeOpened(path)) return CCrystalTextBuffer().LoadFile(path);
   const FileIdentity file = FileIdentity::Of(path);
-  if (IoResult loaded = m_buffer.LoadFile(path); !loaded) {
-    New(FileName(path));
-    return loaded;
-  }
+  CCrystalTextBuffer fresh;
+  if (IoResult loaded = fresh.LoadFile(path); !loaded) return loaded;
+  m_buffer.TakeLoaded(fresh);
   if (m_services.marks != nullptr) line_marks::Restore(m_buffer, path, *m_services.marks);
   m_lastWriteTime = file.modifiedSeconds;
   SetDisk(DiskState::kAsKnown);
@@ -221,14 +213,18 @@ void DocumentFile::BeginRecovered(const RecoverableDocument& lost, bool inItsFil
   SetDisk(DiskState::kGone);
 }
 
-IoResult DocumentFile::Recover(RecoverableDocument& lost) {
+IoResult DocumentFile::Recover(RecoverableDocument& lost, const std::string& apartAs) {
   CCrystalTextBuffer text;
   const RecoveredText kind = lost.Read(text);
   if (kind == RecoveredText::kNothing) {
     const std::string& name = lost.Path().empty() ? lost.Title() : lost.Path();
     return IoResult::Failure(FormatText(StringId::kJournalUnreadable, {name}));
   }
-  BeginRecovered(lost, kind == RecoveredText::kWhole && !lost.Path().empty());
+  if (apartAs.empty()) {
+    BeginRecovered(lost, kind == RecoveredText::kWhole && !lost.Path().empty());
+  } else {
+    New(apartAs);
+  }
   m_buffer.SetReadOnly(false);
   const bool styleDiffers = m_buffer.LineEndStyle() != text.LineEndStyle();
   m_buffer.SetLineEndStyle(text.LineEndStyle());

@@ -45,10 +45,11 @@ class DocumentFile {
 
   /// An empty text without a file.
   void New(const std::string& title);
-  /// Loads the file with its own line ends. A file that cannot be opened leaves the text as it was; one
-  /// that fails half-way leaves an empty text without a path, so that no save can empty the file.
+  /// Loads the file with its own line ends. One that cannot be opened, or fails half-way, leaves all as it
+  /// was.
   IoResult Open(const std::string& path);
-  /// Loads the document's file again, whatever was changed. Keeping the caret is the caller's.
+  /// Loads the document's file again, whatever was changed. Keeping the caret is the caller's. After a
+  /// failure text, history and journal are as they were.
   IoResult Reload();
   /// Saves to the document's file, which it must have. After a failure the old file is whole, and the
   /// text still modified. With `keepBak` the old file stays under its name with ".bak" appended, unless
@@ -99,8 +100,9 @@ class DocumentFile {
   void Close(CloseReason reason);
 
   /// Brings back what an earlier process left. A text that has a file opens that file and differs from
-  /// it by one step that can be undone; one that cannot be placed in its file becomes a new document.
-  IoResult Recover(RecoverableDocument& lost);
+  /// it by one step that can be undone; one that cannot be placed in its file becomes a new document, and so
+  /// does any under the title `apartAs`, if there is one.
+  IoResult Recover(RecoverableDocument& lost, const std::string& apartAs = {});
   /// For a timer of one second, see RecoveryJournal::Flush.
   IoResult FlushJournal() { return m_journal.Flush(); }
   /// How often the text has changed so far.

@@ -339,11 +339,25 @@ void FileOperations::OfferRecovery() {
   }
 }
 
+/// For another text of a file that is open: "main.vsl (recovered 2)".
+std::string FileOperations::TitleOfRecovered(const std::string& path) const {
+  const std::string name = std::filesystem::path(path).filename().string();
+  for (int number = 2;; ++number) {
+    std::string title = FormatText(StringId::kRecoveredTitle, {name, std::to_string(number)});
+    const auto isTaken = [&](const CQuillDoc* document) { return document->File().Title() == title; };
+    if (std::ranges::none_of(m_documents.All(), isTaken)) return title;
+  }
+}
+
 void FileOperations::Recover(RecoverableDocument& lost) {
   CQuillDoc* pristine = PristineDocument();
   CQuillDoc* open = lost.Path().empty() ? nullptr : m_documents.Find(lost.Path());
+  // What the open one holds is nowhere else.
+  const bool apart = open != nullptr && open->File().HoldsUnsavedText();
+  if (apart) open = nullptr;
   CQuillDoc& document = open == nullptr ? m_documents.Create() : *open;
-  if (const IoResult recovered = document.File().Recover(lost); !recovered) {
+  const std::string apartAs = apart ? TitleOfRecovered(lost.Path()) : std::string();
+  if (const IoResult recovered = document.File().Recover(lost, apartAs); !recovered) {
     if (open == nullptr) m_documents.Remove(document);
     m_services.prompts.Tell(std::string(Text(StringId::kRecoverFailed)), recovered.Message() + ".");
     return;

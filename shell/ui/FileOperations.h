@@ -69,6 +69,7 @@ class FileOperations : public QObject {
   void CloseAs(CQuillDoc& document, DocumentFile::CloseReason reason);
   bool MayClose(CChildFrame& frame);
   void OnWindowClosed(CChildFrame* frame);
+  std::string TitleOfRecovered(const std::string& path) const;
   void Recover(RecoverableDocument& lost);
   /// Once in a run, and not over a dialog.
   void TellOfJournals(const std::string& why);

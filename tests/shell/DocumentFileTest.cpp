@@ -136,6 +136,31 @@ TEST_F(DocumentFileTest, AFileThatCannotBeOpenedLeavesTheTextAsItWas) {
   EXPECT_TRUE(document->IsModified());
 }
 
+TEST_F(DocumentFileTest, AReloadThatFailsHalfWayKeepsEverything) {
+  const std::string path = temp.Write("a.vsl", "old");
+  ASSERT_TRUE(document->Open(path));
+  Type("new ");
+  recorder.Take();
+  // Can be opened and has a size, but gives no bytes.
+  std::filesystem::remove(path);
+  std::filesystem::create_symlink("/proc/self/mem", path);
+  for (int i = 0; i < 2; ++i) EXPECT_FALSE(document->Reload());
+  EXPECT_EQ(Text(), "new old");
+  EXPECT_EQ(document->Path(), path);
+  EXPECT_TRUE(document->IsModified());
+  EXPECT_TRUE(document->HoldsUnsavedText());
+  std::filesystem::remove(path);
+  temp.Write("a.vsl", "old");
+  Crash();
+  std::vector<RecoverableDocument> lost = FindRecoverable(recovery);
+  ASSERT_EQ(lost.size(), 1U) << "the journal is still there";
+  TextPosition place;
+  ASSERT_TRUE(document->Recover(lost.front()));
+  EXPECT_EQ(Text(), "new old");
+  EXPECT_TRUE(document->Buffer().Undo(place));
+  EXPECT_EQ(Text(), "old");
+}
+
 TEST_F(DocumentFileTest, AChangeOnDiskIsAskedAboutOnceAndReloadTakesIt) {
   const std::string path = temp.Write("a.vsl", "old");
   SetTime(path, 1000);

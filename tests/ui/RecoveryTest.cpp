@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <map>
 
 #include "shell/ui/Documents.h"
 #include "shell/ui/FileOperations.h"
@@ -69,6 +70,38 @@ TEST_F(Recovery, WhatIsNotChosenIsOfferedAgainAndWhatIsDiscardedIsNot) {
   Start();
   EXPECT_EQ(m_prompts.LastRecovery(), (std::set<std::string>{"Untitled2", "Untitled4"}));
   EXPECT_EQ(ActiveText(), "fourth");
+}
+
+TEST_F(Recovery, SeveralTextsOfOneFileAllComeBack) {
+  Start();
+  Open("a.vsl", "old");
+  Type("first ");
+  Parts().documents.FlushJournals();
+  Crash();
+  for (const char* text : {"second ", "third "}) {
+    m_prompts.ExpectRecovery(Action::kLater);
+    Start({m_folder.Path("a.vsl")});
+    Type(text);
+    Parts().documents.FlushJournals();
+    Crash();
+  }
+  const auto texts = [this] {
+    std::map<std::string, std::string> all;
+    for (CQuillDoc* document : Parts().documents.All()) all[document->File().Title()] = TextOf(*document);
+    return all;
+  };
+  const std::map<std::string, std::string> wanted = {
+      {"a.vsl", "first old"}, {"a.vsl (recovered 2)", "second old"}, {"a.vsl (recovered 3)", "third old"}};
+  const std::string path = m_folder.Path("a.vsl");
+  m_prompts.ExpectRecovery(Action::kRecover, {path});
+  Start();
+  EXPECT_EQ(texts(), wanted);
+  Parts().documents.FlushJournals();
+  Crash();
+  m_prompts.ExpectRecovery(Action::kRecover, {path, "a.vsl (recovered 2)", "a.vsl (recovered 3)"});
+  Start();
+  EXPECT_EQ(texts(), wanted) << "and once more";
+  EXPECT_EQ(m_folder.Read("a.vsl"), "old");
 }
 
 TEST_F(Recovery, ABackupCopyIsNoSave) {

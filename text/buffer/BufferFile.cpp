@@ -54,6 +54,23 @@ IoResult CCrystalTextBuffer::LoadLines(const std::string& path, int32_t style) {
   return read;
 }
 
+void CCrystalTextBuffer::TakeLoaded(CCrystalTextBuffer& other) {
+  AssertUiThread();
+  std::string section = other.m_profileSection;
+  const bool readOnly = other.m_readOnly;
+  ClearBuffer();
+  m_lines.Swap(other.m_lines);
+  m_pool.Swap(other.m_pool);
+  other.ClearBuffer();
+  m_style = m_savedStyle = other.m_style;
+  m_readOnly = readOnly;
+  m_profileSection = std::move(section);
+  RestoreStoredFlags();
+  m_initialised = true;
+  SetModified(false);
+  NotifyViews(nullptr, nullptr, hint::kReset, -1);
+}
+
 void CCrystalTextBuffer::RestoreStoredFlags() {
   if (m_store == nullptr) return;
   for (const auto& [line, flags] : m_store->ReadAll(m_profileSection)) {

@@ -34,6 +34,12 @@ class LinePool {
   LinePool(const LinePool&) = delete;
   LinePool& operator=(const LinePool&) = delete;
   ~LinePool() = default;
+  void Swap(LinePool& other) {
+    m_chunks.swap(other.m_chunks);
+    m_free.swap(other.m_free);
+    std::swap(m_next, other.m_next);
+    std::swap(m_left, other.m_left);
+  }
 
   char* Allocate(int32_t capacity);
   void Free(char* bytes, int32_t capacity);
