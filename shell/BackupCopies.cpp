@@ -2,6 +2,7 @@
 
 #include <ctime>
 #include <filesystem>
+#include <fstream>
 #include <optional>
 #include <stdexcept>
 #include <vector>
@@ -18,12 +19,19 @@ namespace fs = std::filesystem;
 constexpr int64_t kSecondsADay = 86400;
 constexpr int kTmYearBase = 1900;
 
-/// The read-only attribute of a file; what cannot be changed stays.
-void SetReadOnlyAttribute(const fs::path& file, bool readOnly) {
-  std::error_code ignored;
-  const auto anyWrite = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
-  fs::permissions(file, readOnly ? anyWrite : fs::perms::owner_write,
-                  readOnly ? fs::perm_options::remove : fs::perm_options::add, ignored);
+constexpr auto kAnyWrite = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+
+/// An empty file for the copy, which nobody may read who may not read the script.
+void Prepare(const fs::path& copy, const std::string& script) {
+  std::error_code failed;
+  if (fs::is_symlink(copy, failed)) fs::remove(copy, failed);
+  if (!fs::exists(copy, failed)) std::ofstream(copy, std::ios::binary);
+  const fs::file_status status = fs::status(script, failed);
+  if (failed || !fs::exists(status)) {
+    fs::permissions(copy, fs::perms::owner_write, fs::perm_options::add, failed);
+  } else {
+    fs::permissions(copy, (status.permissions() & ~kAnyWrite) | fs::perms::owner_write, failed);
+  }
 }
 
 /// A file's time by way of the local calendar, which knows no years before 1900: those count as 0.
@@ -60,20 +68,19 @@ void BackupCopies::BackUp(CCrystalTextBuffer& buffer, std::span<const std::strin
   std::error_code ignored;
   fs::create_directory(m_folder, ignored);
   for (const std::string& path : viewPaths) {
-    const std::string fileName = fs::path(path).filename().string();
-    if (!fileName.empty()) Copy(buffer, fileName);  // a text that has no file yet has no name here either
+    if (fs::path(path).has_filename()) Copy(buffer, path);  // a text without a file has no name here either
     Prune(settings.removeDays);
   }
 }
 
-void BackupCopies::Copy(CCrystalTextBuffer& buffer, const std::string& fileName) const {
-  const fs::path copy = fs::path(m_folder) / fileName;
+void BackupCopies::Copy(CCrystalTextBuffer& buffer, const std::string& path) const {
+  const fs::path copy = fs::path(m_folder) / fs::path(path).filename();
   std::error_code ignored;
-  if (fs::is_directory(copy, ignored)) return;
-  SetReadOnlyAttribute(copy, false);
+  if (fs::is_directory(fs::symlink_status(copy, ignored))) return;
+  Prepare(copy, path);
   const NoBakFile guard(buffer);
   (void)buffer.SaveFile(copy.string());
-  SetReadOnlyAttribute(copy, true);
+  fs::permissions(copy, kAnyWrite, fs::perm_options::remove, ignored);
 }
 
 void BackupCopies::Prune(int32_t removeDays) const {

@@ -22,7 +22,8 @@ class BackupCopies {
 
   /// Saves the buffer once for each of the document's views, named by the path that the view has
   /// recorded, and prunes after each. Clears the buffer's modified flag: a document that was only
-  /// backed up does not count as modified. A copy that cannot be made is passed over silently.
+  /// backed up does not count as modified. A copy may be read by whom the file lets read it, and written by
+  /// nobody; a link in its place is replaced. A copy that cannot be made is passed over silently.
   /// Throws what `Prune` throws.
   void BackUp(CCrystalTextBuffer& buffer, std::span<const std::string> viewPaths,
               const Settings& settings) const;
@@ -34,7 +35,7 @@ class BackupCopies {
   const std::string& Folder() const { return m_folder; }
 
  private:
-  void Copy(CCrystalTextBuffer& buffer, const std::string& fileName) const;
+  void Copy(CCrystalTextBuffer& buffer, const std::string& path) const;
 
   std::string m_folder;
   Clock m_clock;

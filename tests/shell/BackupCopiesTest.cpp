@@ -56,6 +56,28 @@ TEST_F(BackupCopiesTest, ACopyIsReadOnlyClearsTheModifiedFlagAndIsReplacedByTheN
   EXPECT_TRUE(buffer.CreatesBackup()) << "the document's own wish is as it was";
 }
 
+TEST_F(BackupCopiesTest, ACopyIsAsPrivateAsItsScriptAndNoLinkIsFollowed) {
+  const BackupCopies today(folder.Folder().string());
+  const auto mode = [this](const char* name) {
+    struct stat status {};
+    EXPECT_EQ(::lstat(folder.Path(name).c_str(), &status), 0) << name;
+    return status.st_mode & (S_IFMT | 0777);
+  };
+  const std::vector<std::string> scripts = {folder.Write("a.vsl", ""), folder.Write("b.vsl", "")};
+  std::filesystem::create_directory(folder.Path("qil_backup"));
+  folder.Write("qil_backup/a.vsl", "older");
+  folder.Write("kept.txt", "kept");
+  std::filesystem::create_symlink(folder.Path("kept.txt"), folder.Path("qil_backup/b.vsl"));
+  for (const mode_t wanted : {0600, 0640, 0644}) {
+    for (const std::string& script : scripts) ASSERT_EQ(::chmod(script.c_str(), wanted), 0);
+    today.BackUp(buffer, scripts, {});
+    EXPECT_EQ(mode("qil_backup/a.vsl"), S_IFREG | (wanted & ~0222U));
+    EXPECT_EQ(mode("qil_backup/b.vsl"), S_IFREG | (wanted & ~0222U));
+  }
+  EXPECT_EQ(folder.Read("kept.txt"), "kept");
+  EXPECT_EQ(folder.Read("qil_backup/b.vsl"), "first\r\nsecond");
+}
+
 TEST_F(BackupCopiesTest, NothingHappensWhenSwitchedOff) {
   copies.BackUp(buffer, std::vector<std::string>{"/one/a.vsl"}, {.enabled = false});
   EXPECT_TRUE(buffer.IsModified());
