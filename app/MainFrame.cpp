@@ -13,6 +13,7 @@
 
 #include "res/Strings.h"
 #include "res/ui/UiText.h"
+#include "settings/SealedValue.h"
 #include "settings/Settings.h"
 #include "shell/CommandLine.h"
 #include "shell/FrameTitle.h"
@@ -45,6 +46,8 @@ namespace quill {
 namespace {
 
 constexpr int kMillisecondsAMinute = 60000;
+constexpr int kBarsSeen = 100;  ///< milliseconds after which restored bars stand on the screen
+constexpr const char* kRestoringBars = "/layout.attempt";
 
 DocumentServices ServicesOfDocuments(AppServices& services) {
   DocumentServices result;
@@ -159,10 +162,23 @@ bool CMainFrame::RestoreLayout() {
   const AppProfile profile = m_services.Profile();
   const bool maximised =
       frame_geometry::Restore(*this, ReadBinary(profile, profile::kMainWndPos).value_or(std::string()));
-  if (const auto layout = ReadBinary(profile, profile::kBarPositions)) {
-    m_bars->RestoreLayout(QByteArray::fromStdString(*layout));
-  }
+  RestoreBars();
   return maximised;
+}
+
+/// A start that died here, until the bars have been seen, is the last one to try the layout.
+void CMainFrame::RestoreBars() {
+  const auto layout =
+      sealed_value::Open(ReadBinary(m_services.Profile(), profile::kBarPositions).value_or(std::string()));
+  if (!layout) return;
+  m_restoringBars.emplace(m_services.recoveryFolder + kRestoringBars);
+  QTimer::singleShot(kBarsSeen, this, [this] { m_restoringBars.reset(); });
+  if (!m_restoringBars->FailedBefore()) {
+    m_bars->RestoreLayout(QByteArray::fromStdString(*layout));
+    return;
+  }
+  m_services.log.Line(Text(StringId::kLayoutLeftOut));
+  m_parts->statusBar.Tell(UiText(StringId::kLayoutLeftOut));
 }
 
 void CMainFrame::LoadKeys() {
@@ -264,7 +280,7 @@ void CMainFrame::ShutDown() {
   m_parts->timers.Kill(timer_id::kWatchRefresh);
   AppProfile profile = m_services.Profile();
   SettingsTransaction transaction(m_services.settings);
-  WriteBinary(profile, profile::kBarPositions, m_bars->SaveLayout().toStdString());
+  WriteBinary(profile, profile::kBarPositions, sealed_value::Seal(m_bars->SaveLayout().toStdString()));
   WriteBinary(profile, profile::kMainWndPos, frame_geometry::Save(*this));
   transaction.Commit();
   const bool runsOn = std::any_of(m_features.list.begin(), m_features.list.end(),

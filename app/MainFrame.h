@@ -1,12 +1,14 @@
 #pragma once
 #include <QMainWindow>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "app/Features.h"
 #include "app/ShellParts.h"
 #include "intel/vocabulary/CommandDatabase.h"
 #include "intel/vocabulary/KeywordDatabase.h"
+#include "shell/AttemptMark.h"
 
 namespace quill {
 
@@ -53,6 +55,7 @@ class CMainFrame : public QMainWindow {
   void dropEvent(QDropEvent* event) override;
 
  private:
+  void RestoreBars();
   void BuildParts();
   void BuildBars();
   void Connect();
@@ -71,6 +74,7 @@ class CMainFrame : public QMainWindow {
   FeatureFactory m_makeFeatures;
   Features m_features;  ///< cleared before anything that they use goes
   QString m_title;
+  std::optional<AttemptMark> m_restoringBars;
 };
 
 }  // namespace quill

@@ -9,6 +9,7 @@
 #include "intel/ui/CodeJumperTree.h"
 #include "intel/ui/OutlineList.h"
 #include "res/ui/UiText.h"
+#include "settings/SealedValue.h"
 #include "settings/Settings.h"
 #include "shell/ui/ActiveView.h"
 #include "shell/ui/DockBars.h"
@@ -83,15 +84,17 @@ void CodeJumper::BackToText() {
 }
 
 void CodeJumper::KeepLayout() {
-  if (const auto layout = ReadBinary(m.profile, profile::kCodeJumperPanes)) {
+  const std::string stored = ReadBinary(m.profile, profile::kCodeJumperPanes).value_or(std::string());
+  if (const auto layout = sealed_value::Open(stored)) {
     m_pane->RestoreLayout(QByteArray::fromStdString(*layout));
   }
   m_saveLayout.setSingleShot(true);
   m_saveLayout.setInterval(kSaveLayoutDelay);
   // Dragging a border changes it with every pixel.
   connect(m_pane, &CodeJumperPane::LayoutChanged, &m_saveLayout, qOverload<>(&QTimer::start));
-  connect(&m_saveLayout, &QTimer::timeout, this,
-          [this] { WriteBinary(m.profile, profile::kCodeJumperPanes, m_pane->SaveLayout().toStdString()); });
+  connect(&m_saveLayout, &QTimer::timeout, this, [this] {
+    WriteBinary(m.profile, profile::kCodeJumperPanes, sealed_value::Seal(m_pane->SaveLayout().toStdString()));
+  });
 }
 
 RowOrder CodeJumper::Order() const {

@@ -367,7 +367,9 @@ TEST_F(CodeJumper, ComesBackDividedAsItWasLeft) {
   Start();
   EXPECT_EQ(Frame().findChild<QTabWidget*>()->currentWidget(), &Pane().Elements());
   AppProfile profile(m_settings);
-  WriteBinary(profile, profile::kCodeJumperPanes, "\xFF\xFF\xFF\xFF junk");
+  std::string damaged = *ReadBinary(profile, profile::kCodeJumperPanes);
+  damaged.back() ^= 1;
+  WriteBinary(profile, profile::kCodeJumperPanes, damaged);
   Quit();
   Start();
   EXPECT_EQ(Frame().findChild<QTabWidget*>()->currentWidget(), &Pane().Variables());

@@ -1,5 +1,8 @@
 #include <QScreen>
+#include <QTest>
 #include <QToolBar>
+#include <cstdlib>
+#include <filesystem>
 
 #include "settings/WindowPlacement.h"
 #include "shell/ui/CommandRouter.h"
@@ -52,9 +55,45 @@ TEST_F(Layout, TheWindowComesBackToItsPlaceUnlessThatIsOnNoScreen) {
   EXPECT_TRUE(Frame().screen()->availableGeometry().contains(Frame().geometry().center()));
   Quit();
   WriteBinary(profile, profile::kMainWndPos, "damaged");
-  WriteBinary(profile, profile::kBarPositions, "damaged");
   Start();
   EXPECT_FALSE(Jumper().isHidden());
+}
+
+TEST_F(Layout, DamagedPlacesOfBarsAreLeftOut) {
+  Start();
+  Choose("View > Command Help");
+  Quit();
+  AppProfile profile(m_settings);
+  const std::string stored = *ReadBinary(profile, profile::kBarPositions);
+  Start();
+  EXPECT_TRUE(Parts().bars.Bar(CommandId::kViewCommandHelp)->isHidden());
+  Quit();
+  for (size_t at = 0; at < stored.size(); at += stored.size() / 20 + 1) {
+    std::string damaged = stored;
+    damaged[at] ^= 0x40;
+    WriteBinary(profile, profile::kBarPositions, damaged);
+    Start();
+    EXPECT_FALSE(Parts().bars.Bar(CommandId::kViewCommandHelp)->isHidden()) << at;
+    Quit();
+  }
+}
+
+TEST_F(Layout, PlacesThatEndedAStartAreLeftOutOfTheNext) {
+  Start();
+  Choose("View > Command Help");
+  Quit();
+  const std::string mark = m_folder.Path("recovery/layout.attempt");
+  // As a start leaves it that dies while it restores.
+  ASSERT_EQ(::system(("mkdir -p " + m_folder.Path("recovery") + "; printf 1 > " + mark).c_str()), 0);
+  Start();
+  EXPECT_FALSE(Parts().bars.Bar(CommandId::kViewCommandHelp)->isHidden());
+  EXPECT_NE(LogMessages().find("were left out"), std::string::npos);
+  Choose("View > Command Help");
+  Quit();
+  Start();
+  EXPECT_TRUE(Parts().bars.Bar(CommandId::kViewCommandHelp)->isHidden()) << "tried again";
+  EXPECT_TRUE(std::filesystem::exists(mark)) << "while it is not seen yet";
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !std::filesystem::exists(mark); }, 30'000));
 }
 
 }  // namespace
