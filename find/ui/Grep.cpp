@@ -58,6 +58,7 @@ void CGrep::Build() {
   m_results = new QListView(this);
   m_model = new GrepResultModel(this);
   m_status = new QLabel(this);
+  m_status->setTextFormat(Qt::PlainText);
   m_close = new QPushButton(UiText(StringId::kCloseButton), this);
 
   // Enter searches, whichever button has the focus.

@@ -66,7 +66,8 @@ void TemplateKeys::Insert(const CodeTemplates& templates, const std::string& nam
 void TemplateKeys::ExpectClosers() {
   for (const TemplateSession::Place& place : m_session.Places()) {
     const TextPosition end = place.range.end;
-    const std::string_view behind = m_view.Buffer()->Line(end.line).substr(static_cast<size_t>(end.character));
+    const std::string_view behind =
+        m_view.Buffer()->Line(end.line).substr(static_cast<size_t>(end.character));
     if (!behind.empty() && std::string_view(")]}").find(behind.front()) != std::string_view::npos) {
       m_view.ExpectCloser(end);
     }

@@ -5,6 +5,7 @@
 #include "shell/ui/ChildFrame.h"
 #include "shell/ui/ViewHandlers.h"
 #include "shell/ui/Workspace.h"
+#include "widgets/PlainNames.h"
 
 namespace quill {
 
@@ -61,7 +62,7 @@ CommandState Templates::StateOf(int index) const {
   if (!state.visible) return state;
   const CQuillView* view = m_active.View();
   state = view == nullptr ? CommandState::Disabled(StringId::kNoDocumentOpen) : NeedsWriting(*view);
-  state.text = FromBytes(m_templates.Names()[static_cast<size_t>(index)]).replace(u'&', "&&");
+  state.text = plain_names::ForMenu(FromBytes(m_templates.Names()[static_cast<size_t>(index)]));
   return state;
 }
 

@@ -37,6 +37,7 @@ ToDoDialog::ToDoDialog(const std::string& programFolder, AppProfile profile, QWi
 
 void ToDoDialog::Build() {
   auto* hint = new QLabel(this);
+  hint->setTextFormat(Qt::PlainText);
   hint->setWordWrap(true);
   // Tab is a character of the list: these have keys of their own.
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);

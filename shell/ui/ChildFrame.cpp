@@ -13,6 +13,7 @@
 #include "shell/ui/QuillDoc.h"
 #include "shell/ui/QuillView.h"
 #include "widgets/FrameGeometry.h"
+#include "widgets/PlainNames.h"
 
 namespace quill {
 
@@ -43,13 +44,14 @@ void CChildFrame::UpdateTitle() {
   QString title = TitleText();
   if (!m_folder.isEmpty()) title = UiText(StringId::kNameInFolder, {title, m_folder});
   if (file.Disk() == DocumentFile::DiskState::kGone) title = UiText(StringId::kDeletedFileTitle, {title});
-  setWindowTitle(title + "[*]");
+  m_shownTitle = title;
+  setWindowTitle(plain_names::ForTitle(title) + "[*]");
   setWindowModified(file.IsModified() || file.Disk() != DocumentFile::DiskState::kAsKnown);
-  setToolTip(FromBytes(m_document.File().Path()));
+  setToolTip(plain_names::ForTip(FromBytes(m_document.File().Path())));
 }
 
 QString CChildFrame::ShownTitle() const {
-  return windowTitle().replace("[*]", isWindowModified() ? "*" : "");
+  return isWindowModified() ? m_shownTitle + u'*' : m_shownTitle;
 }
 
 void CChildFrame::ShowFolder(const QString& folder) {

@@ -58,6 +58,7 @@ class CChildFrame : public QMdiSubWindow {
 
   CQuillDoc& m_document;
   CQuillView* m_view;
+  QString m_shownTitle;  ///< without the mark of changes
   QString m_folder;
   std::function<bool()> m_mayClose;
   bool m_noReload = false;

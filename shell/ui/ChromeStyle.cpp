@@ -10,6 +10,7 @@
 
 #include "res/ui/IconSet.h"
 #include "shell/ui/ChromeScrollBar.h"
+#include "widgets/PlainNames.h"
 
 namespace quill {
 namespace {
@@ -112,6 +113,18 @@ void ChromeStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
     colour.setAlpha(120);
   }
   Draw(Shape::kCross, *painter, rect, colour);
+}
+
+void ChromeStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                              const QWidget* widget) const {
+  const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option);
+  if (element != CE_TabBarTabLabel || tab == nullptr || !plain_names::KeepsAmpersand(tab->text)) {
+    QProxyStyle::drawControl(element, option, painter, widget);
+    return;
+  }
+  QStyleOptionTab named = *tab;
+  named.text.replace(u'&', "&&");
+  QProxyStyle::drawControl(element, &named, painter, widget);
 }
 
 int ChromeStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

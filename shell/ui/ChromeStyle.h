@@ -13,6 +13,8 @@ class ChromeStyle : public QProxyStyle {
   ChromeStyle();
 
   QIcon standardIcon(StandardPixmap pixmap, const QStyleOption* option, const QWidget* widget) const override;
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget) const override;
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
   /// The buttons of dialogs carry no icons.

@@ -8,6 +8,7 @@
 #include "res/ui/IconSet.h"
 #include "res/ui/UiText.h"
 #include "shell/KeyBindings.h"
+#include "widgets/PlainNames.h"
 
 namespace quill {
 namespace {
@@ -170,7 +171,7 @@ void CommandRouter::SetTips(Entry& entry, const CommandState& state) {
   QString tip = UiText(PlainLabel(entry.command->menuText));
   const QKeySequence key = entry.action->shortcut();
   if (!key.isEmpty()) tip += " (" + key.toString(QKeySequence::NativeText) + u')';
-  entry.action->setToolTip(hasReason ? tip + u'\n' + state.reason : tip);
+  entry.action->setToolTip(plain_names::ForTip(hasReason ? tip + u'\n' + state.reason : tip));
 }
 
 void CommandRouter::SetKeys(const KeyBindings& bindings) {

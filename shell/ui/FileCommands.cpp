@@ -17,6 +17,7 @@
 #include "shell/ui/FileOperations.h"
 #include "shell/ui/Prompts.h"
 #include "shell/ui/QuillDoc.h"
+#include "widgets/PlainNames.h"
 
 namespace quill {
 
@@ -140,7 +141,7 @@ CommandState FileCommands::RecentFileState(int index) const {
   state.visible = static_cast<size_t>(index) < paths.size();
   if (!state.visible) return state;
   const QString path = FromBytes(paths[static_cast<size_t>(index)]);
-  state.text = u'&' + QString::number(index + 1) + u' ' + QString(path).replace(u'&', "&&");
+  state.text = u'&' + QString::number(index + 1) + u' ' + plain_names::ForMenu(path);
   return state;
 }
 

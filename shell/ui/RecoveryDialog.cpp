@@ -12,6 +12,7 @@
 
 #include "res/ui/UiText.h"
 #include "shell/RecoveryFolder.h"
+#include "widgets/PlainNames.h"
 
 namespace quill {
 namespace {
@@ -38,8 +39,8 @@ QTreeWidgetItem* MakeRow(const RecoverableDocument& document) {
       QLocale().toString(QDateTime::fromSecsSinceEpoch(document.Time()), QLocale::ShortFormat);
   auto* row = new QTreeWidgetItem({name, time, folder, Remark(document)});
   row->setCheckState(0, Qt::Checked);
-  row->setToolTip(2, folder);
-  row->setToolTip(3, row->text(3));
+  row->setToolTip(2, plain_names::ForTip(folder));
+  row->setToolTip(3, plain_names::ForTip(row->text(3)));
   return row;
 }
 

@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "res/ui/UiText.h"
+#include "widgets/PlainNames.h"
 
 namespace quill {
 namespace {
@@ -22,8 +23,8 @@ QTreeWidgetItem* MakeRow(const std::string& name) {
   const QStringList texts{file.fileName(), file.isAbsolute() ? file.path() : QString()};
   auto* row = new QTreeWidgetItem(texts);
   row->setCheckState(0, Qt::Checked);
-  row->setToolTip(0, row->text(0));
-  row->setToolTip(1, row->text(1));
+  row->setToolTip(0, plain_names::ForTip(row->text(0)));
+  row->setToolTip(1, plain_names::ForTip(row->text(1)));
   return row;
 }
 

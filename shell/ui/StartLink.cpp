@@ -19,6 +19,7 @@ StartLink::StartLink(const QIcon& icon, const QString& text, const QString& rema
     : QAbstractButton(parent), m_remark(remark) {
   setIcon(icon);
   setText(text);
+  setShortcut({});  // "&" in a name is no mnemonic
   setAccessibleName(remark.isEmpty() ? text : text + ", " + remark);
   setFocusPolicy(Qt::StrongFocus);
   setCursor(Qt::PointingHandCursor);

@@ -24,6 +24,7 @@ constexpr float kFaint = 0.62F;
 
 QLabel* FaintLabel(const QString& text, QWidget* parent) {
   auto* label = new QLabel(text, parent);
+  label->setTextFormat(Qt::PlainText);
   QPalette colours = label->palette();
   QColor faint = colours.color(QPalette::WindowText);
   faint.setAlphaF(kFaint);

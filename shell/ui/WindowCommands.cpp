@@ -8,6 +8,7 @@
 #include "shell/ui/Prompts.h"
 #include "shell/ui/TabStrip.h"
 #include "shell/ui/Workspace.h"
+#include "widgets/PlainNames.h"
 
 namespace quill {
 namespace {
@@ -22,7 +23,7 @@ CommandState WindowState(const Workspace& workspace, int index) {
   if (!state.visible) return state;
   const CChildFrame* frame = frames[static_cast<size_t>(index)];
   state.text = (index < 9 ? QString(u'&') : QString()) + QString::number(index + 1) + u' ' +
-               frame->ShownTitle().replace(u'&', "&&");
+               plain_names::ForMenu(frame->ShownTitle());
   state.checked = frame == workspace.ActiveFrame();
   return state;
 }
