@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "app/EndsFromOutside.h"
 #include "app/MainFrame.h"
 #include "app/QuillApp.h"
 #include "base/UiThread.h"
@@ -93,6 +94,7 @@ int Run(QApplication& application, CommandLine commandLine, const std::string& p
   }
   prompts.SetParent(&quill.MainFrame());
   if (const std::string message = settings.TakeMessage(); !message.empty()) prompts.Tell(message);
+  const EndsFromOutside ends([&quill] { quill.MainFrame().Parts().documents.FlushJournals(); });
   return application.exec();
 }
 

@@ -48,15 +48,20 @@ export LSAN_OPTIONS=suppressions=$home/leaks:print_suppressions=0
 echo '<openbox_config xmlns="http://openbox.org/3.4/rc"><keyboard></keyboard></openbox_config>' \
   >"$XDG_CONFIG_HOME/openbox/rc.xml"
 
-Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3>"$home/display" 2>"$home/xvfb.err" &
-processes+=($!)
-eventually 10 test -s "$home/display" || fail "no display: $(cat "$home/xvfb.err")"
-DISPLAY=:$(<"$home/display")
-export DISPLAY
-openbox 2>/dev/null &
-processes+=($!)
+# new_display: the first one, or another when that has gone.
+new_display() {
+  : >"$home/display"
+  Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3>"$home/display" 2>"$home/xvfb.err" &
+  processes=($! "${processes[@]}")
+  eventually 10 test -s "$home/display" || fail "no display: $(cat "$home/xvfb.err")"
+  DISPLAY=:$(<"$home/display")
+  export DISPLAY
+  openbox 2>/dev/null &
+  processes+=($!)
+  eventually 10 managed || fail "no window manager"
+}
 managed() { xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id'; }
-eventually 10 managed || fail "no window manager"
+new_display
 
 # active NAME: the window that has the keyboard is called so.
 active() { [[ $(xdotool getactivewindow getwindowname 2>/dev/null) == "$1" ]]; }
