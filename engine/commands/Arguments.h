@@ -6,6 +6,7 @@
 
 #include "engine/objects/Objects.h"
 #include "engine/run/Session.h"
+#include "engine/scene/Space.h"
 
 namespace korvel {
 
@@ -40,11 +41,6 @@ inline std::string_view TextOf(Value argument) {
   return As<StringObject>(argument).view();
 }
 
-/// Three numbers as real ones.
-struct Triple {
-  double x, y, z;
-};
-
 inline Triple ReadVector(Value argument) {
   const auto* cells = reinterpret_cast<const Fixed*>(argument);
   const auto read = [cells](int i) { return ToDouble(__atomic_load_n(cells + i, __ATOMIC_RELAXED)); };
@@ -62,23 +58,11 @@ inline void WriteVector(Value argument, const Triple& value) {
   WriteCell(cells + 2, FromDouble(value.z));
 }
 
-inline constexpr double kDegree = 3.14159265358979323846 / 180;
-
-inline double Length(const Triple& v) {
-  return std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z);
-}
-
 /// The same direction above -180 and up to 180.
 inline double NormalAngle(double angle) {
   angle = std::fmod(angle, 360);
   return angle > 180 ? angle - 360 : angle <= -180 ? angle + 360 : angle;
 }
-
-/// Turns a vector by pan, tilt and roll in degrees: roll first, pan last.
-Triple Rotate(const Triple& v, const Triple& angles);
-
-/// Pan and tilt that look along a direction; the roll is 0.
-Triple AnglesOf(const Triple& direction);
 
 /// Writes a number in the place of the first %d or %f of a format. Returns how many characters, at most
 /// `size`.

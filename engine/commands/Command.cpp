@@ -6,7 +6,8 @@ namespace korvel {
 
 const CommandTable kCommandTables[] = {kControlCommands, kMathCommands,  kVectorCommands, kStringCommands,
                                        kTextCommands,    kPanelCommands, kEntityCommands, kViewCommands,
-                                       kFileCommands,    kInputCommands, kDebugCommands,  {nullptr, 0}};
+                                       kFileCommands,    kInputCommands, kDebugCommands,  kDrawCommands,
+                                       kScreenCommands,  kSoundCommands, {nullptr, 0}};
 
 uint32_t CommandCount() {
   uint32_t count = 0;

@@ -169,6 +169,11 @@ Value EntMorph(Session& s, const Value* a) {
   return GiveBool(s.world.FindModel(TextOf(a[1]), &e.picture, &e.file));
 }
 
+// A box has no scenes, and a picture stays as it is.
+Value EntAnimate(Session&, const Value*) {
+  return 0;
+}
+
 Value EntPicture(Session&, const Value* a) {
   As<Entity>(a[0]).picture = ToObject<Bitmap>(a[1]);
   return 0;
@@ -245,6 +250,7 @@ constexpr Command kRows[] = {
     {"ent_material", "-:em?", EntMaterial},
     {"ent_morph", "n:es", EntMorph},
     {"ent_picture", "-:eb", EntPicture},
+    {"ent_animate", "-:esn", EntAnimate},
     {"ent_distance", "n:e?e?", EntDistance},
     {"ent_touch", "n:e?e?", EntTouch},
     {"ent_size", "-:Ve", EntSize},

@@ -1,4 +1,4 @@
-// Keys and mouse.
+// Keys, mouse and game controllers.
 #include "engine/run/Input.h"
 
 #include <cstdio>
@@ -95,6 +95,24 @@ Value MouseWheel(Session& s, const Value*) {
   return GiveWhole(s.input.wheel());
 }
 
+Value MouseShow(Session& s, const Value* a) {
+  s.scene.screen.pointer = Flag(a[0]);
+  return 0;
+}
+
+Value JoyCount(Session& s, const Value*) {
+  return GiveWhole(s.input.joysticks());
+}
+Value JoyAxis(Session& s, const Value* a) {
+  return GiveWhole(s.input.joy_axis(Whole(a[0]), Whole(a[1])));
+}
+Value JoyButton(Session& s, const Value* a) {
+  return GiveBool(s.input.joy_down(Whole(a[0]), Whole(a[1])));
+}
+Value JoyPressed(Session& s, const Value* a) {
+  return GiveBool(s.input.joy_pressed(Whole(a[0]), Whole(a[1])));
+}
+
 constexpr Command kRows[] = {
     {"key_down", "n:n", KeyDown},
     {"key_pressed", "n:n", KeyPressed},
@@ -109,6 +127,11 @@ constexpr Command kRows[] = {
     {"mouse_button", "n:n", MouseButton},
     {"mouse_clicked", "n:n", MouseClicked},
     {"mouse_wheel", "n:", MouseWheel},
+    {"mouse_show", "-:n", MouseShow},
+    {"joy_count", "n:", JoyCount},
+    {"joy_axis", "n:nn", JoyAxis},
+    {"joy_button", "n:nn", JoyButton},
+    {"joy_pressed", "n:nn", JoyPressed},
 };
 
 }  // namespace

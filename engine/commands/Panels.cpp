@@ -92,13 +92,13 @@ uint8_t* PixelAt(const Bitmap& bitmap, int64_t x, int64_t y) {
   return bitmap.pixels + 3 * (y * bitmap.width + x);
 }
 
-struct Color {
+struct Pixel {
   uint8_t parts[3];
 };
 
-Color ReadColor(Value vector) {
+Pixel ReadColor(Value vector) {
   const auto* cells = reinterpret_cast<const Fixed*>(vector);
-  Color color;
+  Pixel color;
   for (int i = 0; i < 3; ++i) color.parts[i] = static_cast<uint8_t>(std::clamp(Floor(cells[i]), 0, 255));
   return color;
 }
@@ -111,16 +111,20 @@ Value BmapPixel(Session&, const Value* a) {
 }
 
 Value BmapSetPixel(Session&, const Value* a) {
-  uint8_t* pixel = PixelAt(As<Bitmap>(a[0]), Whole(a[1]), Whole(a[2]));
-  if (pixel != nullptr) std::memcpy(pixel, ReadColor(a[3]).parts, 3);
+  auto& bitmap = As<Bitmap>(a[0]);
+  uint8_t* pixel = PixelAt(bitmap, Whole(a[1]), Whole(a[2]));
+  if (pixel == nullptr) return 0;
+  std::memcpy(pixel, ReadColor(a[3]).parts, 3);
+  ++bitmap.version;
   return 0;
 }
 
-void Fill(Bitmap& bitmap, int64_t left, int64_t top, int64_t right, int64_t bottom, const Color& color) {
+void Fill(Bitmap& bitmap, int64_t left, int64_t top, int64_t right, int64_t bottom, const Pixel& color) {
   left = std::max<int64_t>(left, 0);
   top = std::max<int64_t>(top, 0);
   right = std::min<int64_t>(right, bitmap.width);
   bottom = std::min<int64_t>(bottom, bitmap.height);
+  ++bitmap.version;
   for (int64_t y = top; y < bottom; ++y) {
     for (int64_t x = left; x < right; ++x) std::memcpy(PixelAt(bitmap, x, y), color.parts, 3);
   }
@@ -145,6 +149,7 @@ Value BmapCopy(Session&, const Value* a) {
   const int64_t left = Whole(a[2]);
   const int64_t top = Whole(a[3]);
   if (&target == &source && left == 0 && top == 0) return 0;
+  ++target.version;
   for (int64_t y = 0; y < source.height; ++y) {
     for (int64_t x = 0; x < source.width; ++x) {
       const uint8_t* from = PixelAt(source, x, y);

@@ -16,6 +16,9 @@ extern const CommandTable kViewCommands;
 extern const CommandTable kFileCommands;
 extern const CommandTable kInputCommands;
 extern const CommandTable kDebugCommands;
+extern const CommandTable kDrawCommands;
+extern const CommandTable kScreenCommands;
+extern const CommandTable kSoundCommands;
 
 /// A table of all rows of an array.
 template <size_t N>

@@ -1,10 +1,21 @@
-// Texts on the screen, as far as no font is needed.
+// Texts on the screen.
 #include "engine/commands/Arguments.h"
 #include "engine/commands/Tables.h"
 
 namespace korvel {
 
 namespace {
+
+// A string with line ends takes several lines of the screen.
+uint32_t WidestLine(std::string_view text) {
+  size_t widest = 0;
+  for (;;) {
+    const size_t end = text.find('\n');
+    widest = std::max(widest, std::min(end, text.size()));
+    if (end == std::string_view::npos) return static_cast<uint32_t>(widest);
+    text.remove_prefix(end + 1);
+  }
+}
 
 Value TxtCreate(Session& s, const Value* a) {
   const auto lines = static_cast<uint32_t>(std::clamp(Whole(a[0]), 1, 200));
@@ -67,12 +78,22 @@ Value TxtFont(Session&, const Value* a) {
   return 0;
 }
 
+Value TxtWidth(Session&, const Value* a) {
+  const auto& text = As<Text>(a[0]);
+  uint32_t longest = 0;
+  const auto lines = static_cast<uint32_t>(Floor(text.lines));
+  for (uint32_t i = 0; i < lines && i < text.line_capacity; ++i)
+    longest = std::max(longest, WidestLine(static_cast<StringObject*>(text.strings[i])->view()));
+  const double width = text.face != nullptr ? text.face->width : kUsualFontWidth;
+  return GiveReal(longest * width * ToDouble(text.scale_x));
+}
+
 constexpr Command kRows[] = {
     {"txt_create", "t:nn", TxtCreate}, {"txt_remove", "-:t", TxtRemove},
     {"txt_show", "-:tn", TxtShow},     {"txt_visible", "n:t", TxtVisible},
     {"txt_move", "-:tnn", TxtMove},    {"txt_set_line", "n:tns", TxtSetLine},
     {"txt_clear", "-:t", TxtClear},    {"txt_color", "-:tnnn", TxtColor},
-    {"txt_font", "-:tF", TxtFont},
+    {"txt_font", "-:tF", TxtFont},     {"txt_width", "n:t", TxtWidth},
 };
 
 }  // namespace

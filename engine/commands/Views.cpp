@@ -1,6 +1,8 @@
-// Views, as far as no picture is needed.
+// Views, and how they show points of the level.
 #include "engine/commands/Arguments.h"
 #include "engine/commands/Tables.h"
+#include "engine/run/Screen.h"
+#include "engine/scene/Camera.h"
 
 namespace korvel {
 namespace {
@@ -85,13 +87,55 @@ Value ViewFog(Session&, const Value* a) {
   return 0;
 }
 
+Value ViewFogColor(Session&, const Value* a) {
+  auto& view = As<View>(a[0]);
+  int32_t* const parts[] = {&view.fog_red, &view.fog_green, &view.fog_blue};
+  for (int i = 0; i < 3; ++i) *parts[i] = std::clamp(Whole(a[i + 1]), 0, 255);
+  view.has_fog_color = true;
+  return 0;
+}
+
+Value ViewShake(Session& s, const Value* a) {
+  auto& view = As<View>(a[0]);
+  view.shake_strength = Number(a[1]);
+  view.shake_begin = s.game_time();
+  view.shake_end = view.shake_begin + int64_t{Number(a[2])} * 1'000'000 / kOne;
+  return 0;
+}
+
+Value ViewToScreen(Session& s, const Value* a) {
+  FollowScreen(s);
+  const Camera camera = CameraOf(As<View>(a[1]), s.scene.screen);
+  const Triple point = camera.ToView(ReadVector(a[0]));
+  if (point.x < kNear) return 0;
+  const Spot spot = camera.PlaceOf(point);
+  WriteVector(a[0], {WholePixel(spot.x), WholePixel(spot.y), spot.depth});
+  return kOne;
+}
+
+Value ViewFromScreen(Session& s, const Value* a) {
+  FollowScreen(s);
+  const Triple spot = ReadVector(a[0]);
+  WriteVector(a[0], CameraOf(As<View>(a[1]), s.scene.screen).PointAt({spot.x, spot.y, spot.z}));
+  return 0;
+}
+
 constexpr Command kRows[] = {
-    {"view_create", "c:n", ViewCreate},   {"view_remove", "-:c", ViewRemove},
-    {"view_show", "-:cn", ViewShow},      {"view_visible", "n:c", ViewVisible},
-    {"view_place", "-:cnnn", ViewPlace},  {"view_turn", "-:cnnn", ViewTurn},
-    {"view_look_at", "-:cv", ViewLookAt}, {"view_follow", "-:ce?n", ViewFollow},
-    {"view_area", "-:cnnnn", ViewArea},   {"view_fov", "-:cn", ViewFov},
+    {"view_create", "c:n", ViewCreate},
+    {"view_remove", "-:c", ViewRemove},
+    {"view_show", "-:cn", ViewShow},
+    {"view_visible", "n:c", ViewVisible},
+    {"view_place", "-:cnnn", ViewPlace},
+    {"view_turn", "-:cnnn", ViewTurn},
+    {"view_look_at", "-:cv", ViewLookAt},
+    {"view_follow", "-:ce?n", ViewFollow},
+    {"view_area", "-:cnnnn", ViewArea},
+    {"view_fov", "-:cn", ViewFov},
     {"view_fog", "-:cnn", ViewFog},
+    {"view_fog_color", "-:cnnn", ViewFogColor},
+    {"view_shake", "-:cnn", ViewShake},
+    {"view_to_screen", "n:Vc", ViewToScreen},
+    {"view_from_screen", "-:Vc", ViewFromScreen},
 };
 
 }  // namespace

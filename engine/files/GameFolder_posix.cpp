@@ -1,5 +1,4 @@
 #include <fcntl.h>
-#include <signal.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -8,6 +7,7 @@
 #include <cstdio>
 
 #include "engine/files/GameFolder.h"
+#include "engine/memory/Undisturbed_posix.h"
 
 namespace korvel {
 namespace {
@@ -16,24 +16,6 @@ constexpr size_t kLargestScript = size_t{48} << 20;
 constexpr size_t kLargestMedia = size_t{64} << 20;
 constexpr int kMostFiles = 32;
 constexpr char kErrorFile[] = "OUIETERR.TXT";
-
-// While it lives, no signal ends the thread: between a descriptor's opening and its closing, or being noted,
-// nobody would close it.
-class Undisturbed {
- public:
-  Undisturbed() {
-    sigset_t all;
-    sigfillset(&all);
-    for (int fault : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP, SIGABRT}) sigdelset(&all, fault);
-    pthread_sigmask(SIG_BLOCK, &all, &before_);
-  }
-  ~Undisturbed() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
-  Undisturbed(const Undisturbed&) = delete;
-  Undisturbed& operator=(const Undisturbed&) = delete;
-
- private:
-  sigset_t before_;
-};
 
 struct Directory {
   uint64_t inode;

@@ -5,6 +5,7 @@
 
 #include "engine/korvel.h"
 #include "engine/memory/Arena.h"
+#include "engine/scene/Space.h"
 
 namespace korvel {
 
@@ -30,6 +31,7 @@ struct StringObject : KorvelStringObject {
 struct Bitmap : KorvelBitmapObject {
   uint8_t* pixels;
   const char* file;
+  uint32_t version;  ///< counts changes of its pixels
 };
 
 struct Sound {
@@ -41,6 +43,10 @@ struct Sound {
 struct Font : KorvelFontObject {
   const char* face;
 };
+
+/// Of a text without a font.
+inline constexpr int kUsualFontWidth = 8;
+inline constexpr int kUsualFontHeight = 16;
 
 struct Panel : KorvelPanelObject {};
 
@@ -58,8 +64,6 @@ struct Entity : KorvelEntityObject {
   Bitmap* picture;   ///< null for a box
   const char* file;  ///< of its model or picture
   const char* name;
-  StringObject* scene;
-  int32_t share;  ///< of the scene, in steps of 1/1024
   bool solid;
 };
 
@@ -68,6 +72,7 @@ struct View : KorvelViewObject {
   int32_t distance;
   int32_t shake_strength;
   int64_t shake_begin, shake_end;  ///< microseconds of game time
+  Triple shake;                    ///< how far it is off its place in this frame
   int32_t fog_red, fog_green, fog_blue;
   bool has_fog_color;
 };

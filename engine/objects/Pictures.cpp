@@ -70,20 +70,57 @@ bool ReadPicturePixels(std::string_view bytes, uint8_t* pixels) {
   return true;
 }
 
-uint32_t SoundLength(GameFolder& folder, const char* path) {
-  char bytes[4096];
-  const size_t count = folder.ReadBegin(path, bytes, sizeof bytes);
-  const std::string_view view(bytes, count);
-  if (count < 44 || view.substr(0, 4) != "RIFF" || view.substr(8, 4) != "WAVE") return 0;
+namespace {
+
+uint32_t Milliseconds(uint64_t samples, uint64_t rate) {
+  const uint64_t time = rate == 0 ? 0 : samples * 1000 / rate;
+  return static_cast<uint32_t>(samples > 0 && time == 0 ? 1 : time < UINT32_MAX ? time : UINT32_MAX);
+}
+
+uint32_t WaveLength(std::string_view bytes) {
   uint32_t rate = 0;
-  for (size_t at = 12; at + 8 <= count;) {
-    const uint32_t size = Number(view, at + 4, 4);
-    if (view.substr(at, 4) == "fmt " && at + 24 <= count) rate = Number(view, at + 16, 4);
-    if (view.substr(at, 4) == "data")
-      return rate == 0 ? 0 : static_cast<uint32_t>(uint64_t{size} * 1000 / rate);
+  for (size_t at = 12; at + 8 <= bytes.size();) {
+    const uint32_t size = Number(bytes, at + 4, 4);
+    if (bytes.substr(at, 4) == "fmt " && at + 24 <= bytes.size()) rate = Number(bytes, at + 16, 4);
+    if (bytes.substr(at, 4) == "data") {
+      return Milliseconds(size < bytes.size() - at - 8 ? size : bytes.size() - at - 8, rate);
+    }
     at += 8 + size_t{size} + (size & 1);
   }
   return 0;
+}
+
+// The samples of a stream are told by its last page.
+uint32_t OggLength(std::string_view bytes) {
+  const size_t first = bytes.find("\x01vorbis");
+  const size_t last = bytes.rfind("OggS");
+  if (first == std::string_view::npos || first + 16 > bytes.size() || last + 14 > bytes.size()) return 0;
+  const uint64_t samples = Number(bytes, last + 6, 4) | uint64_t{Number(bytes, last + 10, 4)} << 32;
+  return Milliseconds(samples, Number(bytes, first + 12, 4));
+}
+
+uint32_t FlacLength(std::string_view bytes) {
+  if (bytes.size() < 26) return 0;
+  const auto byte = [bytes](size_t at) { return uint64_t{static_cast<uint8_t>(bytes[at])}; };
+  const uint64_t rate = byte(18) << 12 | byte(19) << 4 | byte(20) >> 4;
+  const uint64_t samples = (byte(21) & 15) << 32 | byte(22) << 24 | byte(23) << 16 | byte(24) << 8 | byte(25);
+  return Milliseconds(samples, rate);
+}
+
+}  // namespace
+
+uint32_t SoundLength(GameFolder& folder, const char* path, Arena& arena) {
+  const std::string_view bytes = folder.ReadWhole(path, arena);
+  uint32_t length = 0;
+  if (bytes.size() > 12 && bytes.substr(0, 4) == "RIFF" && bytes.substr(8, 4) == "WAVE") {
+    length = WaveLength(bytes);
+  } else if (bytes.substr(0, 4) == "OggS") {
+    length = OggLength(bytes);
+  } else if (bytes.substr(0, 4) == "fLaC") {
+    length = FlacLength(bytes);
+  }
+  folder.GiveBack(bytes, arena);
+  return length;
 }
 
 }  // namespace korvel

@@ -6,6 +6,7 @@
 
 namespace korvel {
 
+class Arena;
 class GameFolder;
 
 struct PictureSize {
@@ -19,7 +20,7 @@ bool ReadPictureSize(std::string_view bytes, PictureSize* size);
 /// Its pixels, three bytes each, from the top.
 bool ReadPicturePixels(std::string_view bytes, uint8_t* pixels);
 
-/// How long a wave file lasts, in milliseconds; 0 when that cannot be told.
-uint32_t SoundLength(GameFolder& folder, const char* path);
+/// How long a sound file (wave, Vorbis in Ogg, FLAC) lasts, in milliseconds; 0 when it is none of them.
+uint32_t SoundLength(GameFolder& folder, const char* path, Arena& arena);
 
 }  // namespace korvel

@@ -15,7 +15,7 @@ constexpr uint32_t kMostLines = 200;
 }  // namespace
 
 World::World(Arena& arena, GameFolder& folder)
-    : arena_(arena), folder_(folder), removed_(arena), models_(arena) {
+    : arena_(arena), folder_(folder), removed_(arena), models_(arena), paths_(arena) {
   for (auto*& list : lists_) list = arena.New<List<KorvelHead*>>(arena);
   camera_ = Make<View>(kKorvelView);
   camera_->head.flags |= kByScript | kShown;
@@ -121,8 +121,8 @@ bool World::SetFile(void* object, std::string_view file, const char* folder) {
   if (head->kind == kKorvelSound) {
     auto* sound = static_cast<Sound*>(object);
     sound->file = CopyText(arena_, path);
-    sound->length_ms = SoundLength(folder_, path);
-    return true;
+    sound->length_ms = SoundLength(folder_, path, arena_);
+    return sound->length_ms > 0;
   }
   if (head->kind == kKorvelBitmap) {
     Bitmap* read = ReadBitmap(path);
@@ -233,6 +233,28 @@ Bitmap* World::ReadBitmap(std::string_view file) {
   folder_.GiveBack(bytes, arena_);
   if (bitmap != nullptr) bitmap->file = CopyText(arena_, path);
   return bitmap;
+}
+
+Sound* World::MakeSound(const char* path) {
+  const uint32_t length = SoundLength(folder_, path, arena_);
+  if (length == 0) return nullptr;
+  const char* kept = KeepPath(path);
+  auto* sound = kept == nullptr ? nullptr : Make<Sound>(kKorvelSound);
+  if (sound == nullptr) return nullptr;
+  sound->file = kept;
+  sound->length_ms = length;
+  return sound;
+}
+
+const char* World::KeepPath(std::string_view path) {
+  for (const char* kept : paths_) {
+    if (path == kept) return kept;
+  }
+  char* kept = static_cast<char*>(arena_.TryAllocate(path.size() + 1));
+  if (kept == nullptr) return nullptr;
+  std::copy(path.begin(), path.end(), kept);
+  paths_.Add(kept);
+  return kept;
 }
 
 bool World::FindModel(std::string_view file, Bitmap** picture, const char** kept_name) {

@@ -50,6 +50,12 @@ class World : public ObjectMaker {
   /// Reads a picture into a new bitmap; null when it cannot be read.
   Bitmap* ReadBitmap(std::string_view file);
 
+  /// A new sound of a file; null when it is none that can be read.
+  Sound* MakeSound(const char* path);
+
+  /// The same path in memory that stays; null without memory.
+  const char* KeepPath(std::string_view path);
+
   /// Marks an object as gone at the end of the frame; one that the script defines is hidden.
   void Remove(KorvelHead* object);
 
@@ -86,6 +92,7 @@ class World : public ObjectMaker {
     uint32_t named;  ///< how many entities were named after it
   };
   List<Model> models_;
+  List<const char*> paths_;
 };
 
 }  // namespace korvel

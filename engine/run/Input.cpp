@@ -14,6 +14,7 @@ constexpr int kEscape = 27;
 void Input::BeginFrame() {
   std::memset(pressed_, 0, sizeof pressed_);
   std::memset(clicked_, 0, sizeof clicked_);
+  std::memset(joy_pressed_, 0, sizeof joy_pressed_);
   queued_ = 0;
   wheel_ = 0;
 }
@@ -64,8 +65,32 @@ bool Input::Take(const InputEvent& event, World& world) {
     case InputEvent::kWheel:
       wheel_ += event.code;
       break;
+    case InputEvent::kJoyCount:
+    case InputEvent::kJoyAxis:
+    case InputEvent::kJoyDown:
+    case InputEvent::kJoyUp:
+      TakeJoystick(event);
+      break;
   }
   return true;
+}
+
+void Input::TakeJoystick(const InputEvent& event) {
+  if (event.kind == InputEvent::kJoyCount) {
+    joysticks_ = event.code < 0 ? 0 : event.code > kJoysticks ? kJoysticks : event.code;
+    std::memset(axes_, 0, sizeof axes_);
+    std::memset(joy_down_, 0, sizeof joy_down_);
+    return;
+  }
+  if (event.code < 0 || event.code >= kJoysticks || event.x < 0) return;
+  if (event.kind == InputEvent::kJoyAxis) {
+    if (event.x < kJoyAxes)
+      axes_[event.code][event.x] = event.y < -100 ? -100 : event.y > 100 ? 100 : event.y;
+  } else if (event.x < kJoyButtons) {
+    const bool down = event.kind == InputEvent::kJoyDown;
+    if (down && !joy_down_[event.code][event.x]) joy_pressed_[event.code][event.x] = true;
+    joy_down_[event.code][event.x] = down;
+  }
 }
 
 bool Input::BeginText(StringObject& target, uint32_t limit, World& world) {

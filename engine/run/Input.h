@@ -14,6 +14,9 @@ class Input {
  public:
   static constexpr int kKeys = 256;
   static constexpr int kButtons = 4;
+  static constexpr int kJoysticks = 4;
+  static constexpr int kJoyAxes = 16;
+  static constexpr int kJoyButtons = 64;
 
   /// Forgets what went down in the last frame.
   void BeginFrame();
@@ -27,6 +30,16 @@ class Input {
   int x() const { return x_; }
   int y() const { return y_; }
   int wheel() const { return wheel_; }
+  int joysticks() const { return joysticks_; }
+  int joy_axis(int device, int axis) const {
+    return device >= 0 && device < joysticks_ && axis >= 0 && axis < kJoyAxes ? axes_[device][axis] : 0;
+  }
+  bool joy_down(int device, int button) const {
+    return HasButton(device, button) && joy_down_[device][button];
+  }
+  bool joy_pressed(int device, int button) const {
+    return HasButton(device, button) && joy_pressed_[device][button];
+  }
   void Clear();
 
   /// Keys that went down in this frame, in their order.
@@ -48,13 +61,21 @@ class Input {
   const StringObject* target() const { return target_; }
 
  private:
+  bool HasButton(int device, int button) const {
+    return device >= 0 && device < joysticks_ && button >= 0 && button < kJoyButtons;
+  }
   void Type(const InputEvent& event, World& world);
+  void TakeJoystick(const InputEvent& event);
 
   bool down_[kKeys] = {};
   bool pressed_[kKeys] = {};
   bool buttons_[kButtons] = {};
   bool clicked_[kButtons] = {};
   Function* bound_[kKeys] = {};
+  int joysticks_ = 0;
+  int axes_[kJoysticks][kJoyAxes] = {};
+  bool joy_down_[kJoysticks][kJoyButtons] = {};
+  bool joy_pressed_[kJoysticks][kJoyButtons] = {};
   int queue_[64] = {};
   int queued_ = 0;
   int x_ = 0, y_ = 0, wheel_ = 0;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "engine/run/Screen.h"
+
 namespace korvel {
 namespace {
 
@@ -39,6 +41,24 @@ bool HoldsNumber(Value value) {
   return upper == 0 || upper == -1;
 }
 
+// A direction of its own in each frame, weaker towards the end.
+Triple ShakeOf(const View& view, int64_t now) {
+  if (now >= view.shake_end || view.shake_end <= view.shake_begin) return {0, 0, 0};
+  const double left =
+      static_cast<double>(view.shake_end - now) / static_cast<double>(view.shake_end - view.shake_begin);
+  const double reach = ToDouble(view.shake_strength) * left;
+  uint64_t state = static_cast<uint64_t>(now) * 0x9e3779b97f4a7c15u + 1;
+  const auto next = [&state, reach] {
+    state ^= state >> 31;
+    state *= 0xbf58476d1ce4e5b9u;
+    state ^= state >> 29;
+    return (static_cast<double>(state % 2001) / 1000 - 1) * reach;
+  };
+  const double x = next();
+  const double y = next();
+  return {x, y, next()};
+}
+
 }  // namespace
 
 Session* Session::Make(Arena& arena, Host& host, OpenDescriptors& descriptors) {
@@ -56,7 +76,8 @@ Session::Session(Arena& arena_of_all, Host& host_of_all, OpenDescriptors& descri
       world(arena, folder),
       scheduler(arena),
       debugger(program, arena),
-      machine(*this) {
+      machine(*this),
+      scene(arena) {
   me_cell.head.kind = you_cell.head.kind = kKorvelEntityPointer;
   me_cell.wanted = you_cell.wanted = kKorvelEntity;
   command_count_ = CommandCount();
@@ -90,6 +111,7 @@ void Session::Open(const char* command_line) {
   Compiler compiler({program, source, names, errors, arena, members, world});
   compiler.Compile();
   if (errors.count() > 0) return;
+  program.cells[program.video_mode->cell] = scene.screen.seen_mode = 6 * kOne;
   debugger.Begin();
   begin_ = last_frame_ = next_frame_ = fps_begin_ = host.Now();
   phase_ = Phase::kStarters;
@@ -164,10 +186,7 @@ bool Session::Frame() {
   }
   debugger.Refresh();
   if (debugger.stopped()) {
-    InputEvent event;
-    while (host.NextEvent(&event)) {
-      if (!input.Take(event, world)) exit_wanted = true;
-    }
+    TakeEvents();
     host.Present(*this, true);
     if (!exit_wanted && !debugger.MayGoOn()) {
       host.SleepUntil(host.Now() + kWhileStopped);
@@ -263,8 +282,16 @@ void Session::BeginFrame() {
     fps_begin_ = now;
   }
   input.BeginFrame();
+  TakeEvents();
+  scene.marks.Clear();
+}
+
+void Session::TakeEvents() {
   InputEvent event;
   while (host.NextEvent(&event)) {
+    if (options.no_mouse && event.kind >= InputEvent::kMouseMove && event.kind <= InputEvent::kWheel)
+      continue;
+    if (options.no_joystick && event.kind >= InputEvent::kJoyCount) continue;
     if (!input.Take(event, world)) exit_wanted = true;
   }
 }
@@ -300,6 +327,7 @@ void Session::MoveViews() {
       view.tilt = FromDouble(-std::atan2(0.3, 1) * 180 / 3.14159265358979323846);
       view.roll = 0;
     }
+    view.shake = ShakeOf(view, game_time_);
   }
 }
 
@@ -308,7 +336,10 @@ void Session::FinishFrame() {
   for (KorvelHead* text : world.all(kKorvelText)) World::CountCharacters(*reinterpret_cast<Text*>(text));
   Sweep();
   if (level_wanted) LoadLevel();
+  FollowScreen(*this);
+  sounds.Sweep(real_time());
   host.Present(*this, false);
+  WriteShot(*this);
   if (frame_limit > 0) {
     next_frame_ += kSecond / frame_limit;
     const int64_t now = host.Now();
@@ -358,6 +389,8 @@ void Session::Sweep() {
     }
   }
   SetMe(nullptr, nullptr);
+  scene.marks.Drop(gone);
+  sounds.Drop(gone);
   world.Sweep();
 }
 

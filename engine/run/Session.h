@@ -13,6 +13,8 @@
 #include "engine/run/Machine.h"
 #include "engine/run/Task.h"
 #include "engine/scene/Host.h"
+#include "engine/scene/Scene.h"
+#include "engine/scene/Sounds.h"
 
 namespace korvel {
 
@@ -23,15 +25,6 @@ struct Options {
   bool no_joystick = false;  ///< -nj
   bool no_mouse = false;     ///< -nm
   bool in_window = false;    ///< -wnd
-};
-
-/// The game's window as the script wants it.
-struct Screen {
-  int width = 640;
-  int height = 480;
-  uint8_t red = 0, green = 0, blue = 0;
-  char title[256] = "K6 Engine";
-  Window* window = nullptr;
 };
 
 class Session {
@@ -90,7 +83,8 @@ class Session {
   Machine machine;
   Input input;
   Options options;
-  Screen screen;
+  Scene scene;
+  Sounds sounds;
 
   Function* each_frame = nullptr;
   Function* at_exit = nullptr;
@@ -129,6 +123,7 @@ class Session {
   bool RunTask(Task& task);
   bool RunNew(Function& function, bool may_wait);
   void BeginFrame();
+  void TakeEvents();
   void WakeWaiters();
   void FinishFrame();
   void Sweep();

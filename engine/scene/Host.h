@@ -11,7 +11,20 @@ class Session;
 
 /// One thing that the player did.
 struct InputEvent {
-  enum Kind : uint8_t { kKeyDown, kKeyUp, kCharacter, kMouseMove, kButtonDown, kButtonUp, kWheel, kClose };
+  enum Kind : uint8_t {
+    kKeyDown,
+    kKeyUp,
+    kCharacter,
+    kMouseMove,
+    kButtonDown,
+    kButtonUp,
+    kWheel,
+    kClose,
+    kJoyCount,  ///< there are `code` game controllers now
+    kJoyAxis,   ///< of controller `code`, axis `x` is at `y`, from -100 to 100
+    kJoyDown,   ///< of controller `code`, button `x`
+    kJoyUp,
+  };
   Kind kind;
   int32_t code;  ///< key, character, button or steps of the wheel
   int32_t x, y;  ///< of the pointer, in pixels
@@ -20,6 +33,16 @@ struct InputEvent {
 /// The time of day.
 struct ClockTime {
   int hour, minute, second;
+};
+
+struct ScreenSize {
+  int width, height;
+};
+
+/// The pixels of a frame, 0xRRGGBB each, row by row from the top.
+struct Picture {
+  const uint32_t* pixels = nullptr;
+  int width = 0, height = 0;
 };
 
 class Host {
@@ -38,6 +61,12 @@ class Host {
 
   /// Shows the frame. `stopped`: the debugger stands, nothing has changed.
   virtual void Present(Session& session, bool stopped) = 0;
+
+  /// The largest window that the desktop can show.
+  virtual ScreenSize Desktop() { return {INT32_MAX, INT32_MAX}; }
+
+  /// What was presented last, or nothing when nobody draws it.
+  virtual Picture TakePicture(Session&) { return {}; }
 
  protected:
   ~Host() = default;

@@ -76,13 +76,13 @@ class GameInFolder {
     Write("main.vsl", script);
     return OpenFile("main.vsl");
   }
-  Session& OpenFile(const std::string& name) {
+  Session& OpenFile(const std::string& name, const std::string& options = "-os") {
     static Arena arena;
     static OpenDescriptors descriptors;
     host = TestHost();
     EXPECT_TRUE(arena.Reset());
     Session* session = Session::Make(arena, host, descriptors);
-    session->Open((path(name) + " -os").c_str());
+    session->Open((path(name) + " " + options).c_str());
     return *session;
   }
 
