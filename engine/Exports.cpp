@@ -4,13 +4,14 @@
 
 #include "engine/korvel.h"
 #include "engine/run/Session.h"
+#include "engine/scene/WindowHost_posix.h"
 
 namespace korvel {
 namespace {
 
 Arena arena;
 OpenDescriptors descriptors;
-HeadlessHost host;
+WindowHost host;
 std::atomic<Session*> current{nullptr};
 
 Session* Current() {
@@ -25,9 +26,11 @@ using korvel::Session;
 
 void* engine_open(const char* command_line, void*) {
   korvel::current.store(nullptr, std::memory_order_release);
+  korvel::host.Reset();
   if (!korvel::arena.Reset()) return nullptr;
   Session* session = Session::Make(korvel::arena, korvel::host, korvel::descriptors);
   session->Open(command_line);
+  if (session->errors.count() == 0) korvel::host.Begin(korvel::arena, session->options);
   korvel::current.store(session, std::memory_order_release);
   return session;
 }
@@ -40,6 +43,7 @@ int engine_frame(void) {
 // The memory stays until the next session: a watch may be about to read in it.
 void engine_close(void) {
   korvel::current.store(nullptr, std::memory_order_release);
+  korvel::host.End();
 }
 
 void* engine_getobj(const char* name) {

@@ -31,6 +31,7 @@ struct StringObject : KorvelStringObject {
 struct Bitmap : KorvelBitmapObject {
   uint8_t* pixels;
   const char* file;
+  uint32_t number;   ///< no other has it; 0 without pixels
   uint32_t version;  ///< counts changes of its pixels
 };
 

@@ -217,6 +217,7 @@ Bitmap* World::MakeBitmap(int width, int height) {
   bitmap->width = width;
   bitmap->height = height;
   bitmap->bytes_per_pixel = 3;
+  bitmap->number = ++bitmap_count_;
   return bitmap;
 }
 

@@ -84,6 +84,7 @@ class World : public ObjectMaker {
   Entity* first_entity_ = nullptr;
   Entity* last_entity_ = nullptr;
   uint32_t entity_count_ = 0;
+  uint32_t bitmap_count_ = 0;
   List<KorvelHead*>* lists_[25] = {};
   List<KorvelHead*> removed_;
   struct Model {

@@ -13,6 +13,7 @@ namespace {
 
 void TakeLine(const char* line) {
   std::puts(line);
+  std::fflush(stdout);
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <ucontext.h>
 
 #include <atomic>
+#include <cstdlib>
 #include <thread>
 
 #include "tests/engine/TestHost.h"
@@ -34,6 +35,8 @@ struct Library {
 };
 
 const Library& Engine() {
+  // The window has tests of its own.
+  for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "SDL_VIDEODRIVER"}) unsetenv(name);
   static const Library library;
   return library;
 }
