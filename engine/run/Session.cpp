@@ -224,8 +224,14 @@ bool Session::Step() {
       phase_ = Phase::kMain;
       return true;
     case Phase::kMain:
-      phase_ = Phase::kInput;
+      phase_ = Phase::kBegun;
       return RunNew(*program.main, true);
+    case Phase::kBegun:
+      // As at the end of a frame, so that a wait(1) of main is enough for what it removed or loaded.
+      Sweep();
+      if (level_wanted) LoadLevel();
+      phase_ = Phase::kInput;
+      return true;
     case Phase::kInput:
       BeginFrame();
       phase_ = Phase::kKeys;

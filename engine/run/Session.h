@@ -107,6 +107,7 @@ class Session {
   enum class Phase : uint8_t {
     kStarters,
     kMain,
+    kBegun,
     kInput,
     kKeys,
     kWaiting,
