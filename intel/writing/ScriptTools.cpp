@@ -11,9 +11,10 @@ namespace {
 
 constexpr size_t kBannerWidth = 30;
 
-constexpr std::string_view kVariableTypes[] = {"var",   "var_nsave", "var_info", "string",   "bmap",  "sound",
-                                               "font",  "define",    "entity*",  "panel*",   "text*", "view*",
-                                               "bmap*", "sky*",      "sound*",   "material*"};
+constexpr std::string_view kVariableTypes[] = {"var",       "var_nsave", "var_info", "string",  "bmap",
+                                               "sound",     "font",      "define",   "entity*", "panel*",
+                                               "text*",     "view*",     "bmap*",    "sky*",    "sound*",
+                                               "material*", "string*",   "font*",    "window*"};
 
 bool HasLineBreak(std::string_view text) {
   return text.find_first_of("\r\n") != std::string_view::npos;

@@ -32,6 +32,9 @@ TEST(VariableDefinition, IsOneLineForEachType) {
       {{"bmap", "b", "b.bmp", ""}, "bmap b = <b.bmp>;"},
       {{"define", "MAX", "12", ""}, "define MAX, 12;"},
       {{"entity*", "ship", "", "x"}, "entity* ship; // x"},
+      {{"string*", "best_str", "", ""}, "string* best_str;"},
+      {{"font*", "small", "", ""}, "font* small;"},
+      {{"window*", "shown", "", ""}, "window* shown;"},
   };
   for (const auto& [draft, text] : cases) {
     EXPECT_EQ(VariableProblem(draft), "") << text;
