@@ -78,7 +78,8 @@ Props PropsFor(const std::string& text, const std::string& stage) {
   std::vector<std::pair<Definition, std::string>> store;
   std::istringstream lines(stage);
   for (std::string line; std::getline(lines, line);) {
-    if (const auto definition = DefinitionIn(line)) store.push_back({*definition, ""});
+    const auto definition = DefinitionIn(line);
+    if (definition && definition->word != "starter") store.push_back({*definition, ""});
     if (!store.empty() && !line.starts_with("//")) store.back().second += line + " ";
   }
   std::set<std::string> known, wanted;

@@ -13,7 +13,6 @@
 #include "base/CodePage1252.h"
 #include "intel/vocabulary/CommandDatabase.h"
 #include "intel/vocabulary/KeywordDatabase.h"
-#include "intel/writing/ObjectMembers.h"
 #include "support/Paths.h"
 
 namespace quill {
@@ -155,63 +154,6 @@ TEST_F(Samples, NameOnlyFilesThatExist) {
           << name << ": " << file;
     }
   }
-}
-
-/// The Vesper code of a page, without what is between the fences.
-std::string FencedCode(const std::string& page) {
-  static constexpr std::string_view kOpen = "```vesper\n";
-  std::string code = "\n";
-  for (size_t at = page.find(kOpen); at != std::string::npos; at = page.find(kOpen, at)) {
-    at += kOpen.size();
-    const size_t end = page.find("```", at);
-    code += page.substr(at, end - at);
-    at = end;
-  }
-  return CodeOnly(code);
-}
-
-/// Every name in small letters behind a "." that is no file's ending.
-std::vector<std::string> MembersIn(std::string_view code) {
-  std::vector<std::string> members;
-  for (size_t dot = code.find('.'); dot != std::string_view::npos; dot = code.find('.', dot + 1)) {
-    size_t end = dot + 1;
-    while (end < code.size() && cp1252::IsWordChar(code[end])) ++end;
-    const std::string name(code.substr(dot + 1, end - dot - 1));
-    if (name.empty() || cp1252::IsAsciiDigit(name[0]) || name != cp1252::ToLower(name)) continue;
-    if (end == code.size() || code[end] != '>') members.push_back(name);
-  }
-  return members;
-}
-
-TEST_F(Samples, TheManualUsesOnlyWhatItsPagesAndTheLanguageHave) {
-  std::set<std::string_view> members;
-  for (const ObjectKind& kind : ObjectKinds()) {
-    for (const ObjectMember& member : kind.members) members.insert(member.name);
-  }
-  size_t calls = 0;
-  for (const auto& file :
-       std::filesystem::directory_iterator(std::filesystem::path(QUILL_SOURCE_DIR) / "docs/manual")) {
-    if (file.path().extension() != ".md") continue;
-    const std::string code = FencedCode(ReadAll(file.path()));
-    EXPECT_EQ(std::count(code.begin(), code.end(), '{'), std::count(code.begin(), code.end(), '}')) << file;
-    std::map<std::string, size_t> known = m_arity;
-    for (const char* word : {"\nfunction ", "\nstarter "}) {
-      for (size_t at = code.find(word); at != std::string::npos; at = code.find(word, at + 1)) {
-        const Call definition = CallsIn(code.substr(at + 1, code.find('\n', at + 1) - at - 1)).at(0);
-        known[definition.name] = definition.arguments;
-      }
-    }
-    for (const Call& call : CallsIn(code)) {
-      if (m_keywords.IsKeyword("a.vsl", call.name)) continue;
-      const auto found = known.find(call.name);
-      EXPECT_TRUE(found != known.end() && call.arguments == found->second) << file << ": " << call.name;
-      ++calls;
-    }
-    for (const std::string& member : MembersIn(code)) {
-      EXPECT_TRUE(members.contains(member)) << file << ": " << member;
-    }
-  }
-  EXPECT_GT(calls, 50u);
 }
 
 TEST_F(Samples, TheExamplesOfTheHelpCallCommandsAsDeclared) {

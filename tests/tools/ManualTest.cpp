@@ -55,6 +55,16 @@ TEST_F(ManualTest, ColoursCodeAndLinksPagesAndCommands) {
       << code;
 }
 
+TEST_F(ManualTest, SaysWhatCodeIsThatIsNoScript) {
+  const std::string page = Markdown("```output\na < b\n```\n\n```errors\nc\n```\n\n```text\nd\n```\n");
+  const size_t prints = page.find("<p class=\"caption\">It prints:</p>");
+  const size_t errors = page.find("<p class=\"caption\">The error list has:</p>");
+  EXPECT_LT(prints, page.find("a &lt; b")) << page;
+  EXPECT_LT(page.find("a &lt; b"), errors) << page;
+  EXPECT_LT(errors, page.find("c\n")) << page;
+  EXPECT_EQ(page.find("caption", errors + 12), std::string::npos) << page;
+}
+
 TEST_F(ManualTest, HasAPageForEachCommandAndAnIndexOfAllWords) {
   Manual manual(Words(), m_source.Commands());
   manual.AddPage("index.md", "# Start\n[w](words.md) [c](commands.md) [k](keys.md)\n");
