@@ -97,6 +97,14 @@ std::vector<std::string> MembersOf(std::string_view cell, std::string_view prefi
   return members;
 }
 
+/// What stands above code that is no script: what a script prints, or its errors.
+std::string_view CaptionOf(std::string_view code) {
+  if (code.starts_with("<pre><code class=\"language-output\">")) return "<p class=\"caption\">It prints:</p>";
+  if (code.starts_with("<pre><code class=\"language-errors\">"))
+    return "<p class=\"caption\">The error list has:</p>";
+  return {};
+}
+
 /// Copies HTML and changes some of its tags on the way.
 class Rewriter {
  public:
@@ -110,6 +118,7 @@ class Rewriter {
         const std::string_view lines = std::string_view(code).substr(0, code.find_last_not_of('\n') + 1);
         m_page.html += CodeBox(CodeHtml(lines, m_vocabulary, m_link));
       } else if (m_rest.starts_with("<pre><code")) {
+        m_page.html += CaptionOf(m_rest);
         const size_t end = m_rest.find('>', m_rest.find("<code")) + 1;
         m_page.html += CodeBox(Between(m_rest.substr(0, end), kCodeClose));
       } else if (m_rest.starts_with("<h") && m_rest.size() > 3 && m_rest[3] == '>' && m_rest[2] != 'r') {
