@@ -135,7 +135,7 @@ TEST_F(ManualInProgram, TheIndexNarrowsWhileTypingAndEnterOpensAPage) {
   EXPECT_EQ(list.currentIndex().data().toString(), "view_fog");
   Press("Down");
   Press("Return");
-  EXPECT_EQ(Shown(), "command-view_follow.html");
+  EXPECT_EQ(Shown(), "command-view_fog_color.html");
 }
 
 TEST_F(ManualInProgram, ASearchFindsMarksAndLinksComeBack) {
