@@ -333,7 +333,7 @@ void Compiler::ParseMember(Expression& e) {
     Expression index_of;
     ParseExpression(index_of);
     if (complained_ || !Expect(']', "behind the number of the line")) return;
-    MustBeNumber(index_of, at, "the number of a line");
+    MustBeNumber(index_of, at, "The number of a line");
     if (complained_) return;
     const uint32_t line = ToAnyRegister(index_of);
     e = Expression();
@@ -371,7 +371,7 @@ void Compiler::ParseIndex(Expression& e) {
   Expression index;
   ParseExpression(index);
   if (complained_ || !Expect(']', "behind the number of the element")) return;
-  MustBeNumber(index, at, "the number of an element");
+  MustBeNumber(index, at, "The number of an element");
   if (complained_) return;
   const uint32_t reg = ToAnyRegister(index);
   e = Expression();

@@ -278,6 +278,10 @@ void Compiler::Statement() {
                  first.name->text);
         break;
       }
+      if (first.Is(kNameToken) && Peek(1).Is(kNameToken) && SameWord(first.name->view(), "struct")) {
+        Complain(first, "There is no struct; use arrays, or the skills of an entity.");
+        break;
+      }
       SimpleStatement();
       // Where the next line begins anew, only the sign is missing.
       if (!complained_ && !Expect(';', "at the end of this statement") && token().begins_line)
