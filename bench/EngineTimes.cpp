@@ -1,5 +1,5 @@
-// bench_engine: times of the engine's machine, one row a line, the median of five runs. The same work for
-// other languages is in bench/engine/; scripts/bench-engine prints both.
+// bench_engine [ROW...]: times of the engine's machine, one row a line, the median of five runs. The same
+// work for other languages is in bench/engine/; scripts/bench-engine prints both.
 #include <unistd.h>
 
 #include <algorithm>
@@ -74,6 +74,15 @@ std::string PlainLoop() {
          "    while (i < n) { s = s + i % 7 * 3; i = i + 1; }\n  }\n}\n";
 }
 
+constexpr char kFib[] =
+    "function fib(n)\n{\n  if (n < 2) return n;\n  return fib(n - 1) + fib(n - 2);\n}\n"
+    "function main()\n{\n  fib(32);\n}\n";
+
+constexpr char kArray[] =
+    "var a[50000];\nfunction main()\n{\n  var i;\n  var k;\n  for (k = 0; k < 400; k += 1)\n"
+    "  {\n    for (i = 0; i < 50000; i += 1) a[i] = a[i] + i;\n    a[0] = 0;\n"
+    "    if (k % 20 == 0) for (i = 0; i < 50000; i += 1) a[i] = 0;\n  }\n}\n";
+
 double Resume() {
   korvel::Session* session = Open(
       "function one()\n{\n  while (1) wait(1);\n}\n"
@@ -108,21 +117,20 @@ double OpenLarge() {
 
 }  // namespace
 
-int main() {
+int main(int count, char** words) {
   folder = std::filesystem::temp_directory_path() / ("bench-engine-" + std::to_string(getpid()));
   std::filesystem::create_directories(folder);
-  std::printf("loop           %9.2f ms\n", FirstFrame(PlainLoop()));
-  std::printf("loop, break    %9.2f ms  with a breakpoint elsewhere\n", FirstFrame(PlainLoop(), 3));
-  std::printf("loop, globals  %9.2f ms  %% more in each round\n", FirstFrame(LoopScript("global")));
-  std::printf("fib(32)        %9.2f ms\n",
-              FirstFrame("function fib(n)\n{\n  if (n < 2) return n;\n  return fib(n - 1) + fib(n - 2);\n}\n"
-                         "function main()\n{\n  fib(32);\n}\n"));
-  std::printf(
-      "array          %9.2f ms\n",
-      FirstFrame("var a[50000];\nfunction main()\n{\n  var i;\n  var k;\n  for (k = 0; k < 400; k += 1)\n"
-                 "  {\n    for (i = 0; i < 50000; i += 1) a[i] = a[i] + i;\n    a[0] = 0;\n"
-                 "    if (k % 20 == 0) for (i = 0; i < 50000; i += 1) a[i] = 0;\n  }\n}\n"));
-  std::printf("resume 10,000  %9.3f ms  a frame\n", Resume());
-  std::printf("open 10,000 ln %9.2f ms\n", OpenLarge());
+  const auto row = [&](const char* name, const char* unit, const auto& measure) {
+    bool wanted = count == 1;
+    for (int i = 1; i < count; ++i) wanted = wanted || std::string(words[i]) == name;
+    if (wanted) std::printf("%-15s %9.3f %s\n", name, measure(), unit);
+  };
+  row("loop", "ms", [] { return FirstFrame(PlainLoop()); });
+  row("loop-break", "ms  with a breakpoint elsewhere", [] { return FirstFrame(PlainLoop(), 3); });
+  row("loop-globals", "ms  % more in each round", [] { return FirstFrame(LoopScript("global")); });
+  row("fib", "ms  of 32", [] { return FirstFrame(kFib); });
+  row("array", "ms", [] { return FirstFrame(kArray); });
+  row("resume", "ms  a frame of 10,000", Resume);
+  row("open", "ms  of 10,000 lines", OpenLarge);
   std::filesystem::remove_all(folder);
 }
