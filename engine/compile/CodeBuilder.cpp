@@ -5,10 +5,6 @@ namespace {
 
 constexpr uint32_t kMostRegisters = 60000;
 
-bool IsCompareJump(Op op) {
-  return op >= Op::kJumpLess && op <= Op::kJumpUnequalKAnyLoop;
-}
-
 Op AsLoop(Op op) {
   const auto number = static_cast<uint16_t>(op);
   switch (op) {

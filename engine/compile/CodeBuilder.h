@@ -28,10 +28,8 @@ class CodeBuilder {
   /// The next instruction is no place to stop at.
   void ClearMark() { mark_next_ = false; }
 
-  /// Notes that the last instruction assigns what R[a] holds, after or before it.
-  void MarkResult(uint32_t flag) {
-    if (!program_.notes.empty()) program_.notes.back() |= flag;
-  }
+  /// Notes that the last instruction, or one before it, assigns what R[a] holds, after or before it.
+  void MarkResult(uint32_t flag, uint32_t before = 0) { program_.notes[here() - 1 - before] |= flag; }
 
   uint32_t here() const { return program_.code.size(); }
   Instruction& at(uint32_t pc) { return program_.code[pc]; }

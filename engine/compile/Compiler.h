@@ -150,6 +150,7 @@ class Compiler {
   void Statement();
   void SimpleStatement();
   void Assign(Expression& target, const Token& sign);
+  void PutInto(Expression& value, uint32_t reg);
   void ReturnStatement();
   void Goto();
   void ResolveGotos(const SourceFile* file);

@@ -453,7 +453,7 @@ void Compiler::ParseCommand(Expression& e, const Token& name) {
   code_.TakeRegister();
   code_.SetFree(base);
   Advance();
-  bool checked = signature.switches;
+  bool checked = false;
   uint32_t count = 0;
   uint32_t cut_member = UINT32_MAX;
   while (!token().Is(')')) {
@@ -494,10 +494,10 @@ void Compiler::ParseCommand(Expression& e, const Token& name) {
     kept = code_.TakeRegister();
     code_.Emit(Op::kMove, kept, base, 0);
   }
-  code_.EmitWide(signature.switches ? Op::kCommandSwitch
-                 : checked          ? Op::kCommandChecked
-                                    : Op::kCommand,
-                 base, static_cast<int32_t>(number));
+  code_.Emit(signature.switches ? Op::kCommandSwitch
+             : checked          ? Op::kCommandChecked
+                                : Op::kCommand,
+             base, number, checked ? 1 : 0);
   if (cut_member != UINT32_MAX) code_.Emit(Op::kCutVector, kept, 0, cut_member);
   code_.SetFree(base + 1);
   SetRegister(e, base, signature.result);

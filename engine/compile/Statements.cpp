@@ -159,8 +159,7 @@ void Compiler::ReadLocalNumber() {
     if (complained_) return;
     MustBeNumber(e, at, "A var");
     if (complained_) return;
-    ToRegister(e, reg);
-    code_.MarkResult(kGivesResult);
+    PutInto(e, reg);
     code_.SetFree(reg + 1);
   } else {
     code_.ClearMark();
@@ -423,12 +422,23 @@ void Compiler::Assign(Expression& target, const Token& sign) {
   }
   if (complained_) return;
   if (target.assignable) {
-    ToRegister(value, target.b);
-    code_.MarkResult(kGivesResult);
+    PutInto(value, target.b);
   } else {
     Store(target, ToAnyRegister(value));
   }
   code_.SetFree(mark);
+}
+
+// Assigns to a local variable; each instruction that gives it its value is marked as the one that does.
+void Compiler::PutInto(Expression& value, uint32_t reg) {
+  if (value.where == Expression::kRegister && !value.logic && value.b == reg) {
+    code_.Emit(Op::kMove, reg, reg, 0);
+  } else {
+    const bool logic = value.logic;
+    ToRegister(value, reg);
+    if (logic) code_.MarkResult(kGivesResult, 2);
+  }
+  code_.MarkResult(kGivesResult);
 }
 
 void Compiler::ReturnStatement() {

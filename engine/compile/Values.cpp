@@ -48,6 +48,11 @@ bool Holds(const Expression& e) {
   return e.where == Expression::kNumberConstant ? e.number != 0 : !IsNull(e.object);
 }
 
+// A number that lies in its object as it is; those that are only read may be computed.
+bool IsField(const KorvelMember& member) {
+  return member.encoding == kKorvelFixed && member.access == kKorvelWritable;
+}
+
 }  // namespace
 
 void Compiler::SetNumber(Expression& e, Fixed number) {
@@ -117,7 +122,11 @@ void Compiler::ToRegister(Expression& e, uint32_t reg) {
       code_.Emit(Op::kLoadElement, reg, e.b, e.c);
       break;
     case Expression::kMember:
-      code_.Emit(Op::kLoadMember, reg, e.b, e.c);
+      if (IsField(members_.row(static_cast<int>(e.c)))) {
+        code_.Emit(Op::kLoadField, reg, e.b, members_.row(static_cast<int>(e.c)).offset);
+      } else {
+        code_.Emit(Op::kLoadMember, reg, e.b, e.c);
+      }
       break;
     case Expression::kMemberAny:
       code_.Emit(Op::kLoadMemberAny, reg, e.b, e.c);
@@ -345,11 +354,13 @@ void Compiler::Arithmetic(const Token& sign, Expression& left, Expression& right
   if (Fold(sign, left, right, left) || complained_) return;
   const bool add = sign.Is('+');
   const bool sub = sign.Is('-');
-  // A sum of a number and an object is found out by its size; of two unknown values it might not be.
+  // A sum of a number and an object is found out by its size; of two unknown values it might not be, so that
+  // both are looked at.
   const bool tells_itself = (add || sub) && (left.type == kTypeNumber || right.type == kTypeNumber);
   char text[3] = {static_cast<char>(sign.type), 0, 0};
-  if (!(tells_itself && left.type == kTypeAny)) MustBeNumber(left, sign, text);
-  if (!(tells_itself && right.type == kTypeAny)) MustBeNumber(right, sign, text);
+  const bool both_open = (add || sub) && left.type == kTypeAny && right.type == kTypeAny;
+  if (!both_open && !(tells_itself && left.type == kTypeAny)) MustBeNumber(left, sign, text);
+  if (!both_open && !(tells_itself && right.type == kTypeAny)) MustBeNumber(right, sign, text);
   if (complained_ || constants_only_) return;
   uint32_t pc = 0;
   if (add && IsConstant(left)) std::swap(left, right);
@@ -385,10 +396,10 @@ void Compiler::Arithmetic(const Token& sign, Expression& left, Expression& right
   Op op = Op::kAdd;
   switch (sign.type) {
     case '+':
-      op = Op::kAdd;
+      op = both_open ? Op::kAddAny : Op::kAdd;
       break;
     case '-':
-      op = Op::kSub;
+      op = both_open ? Op::kSubAny : Op::kSub;
       break;
     case '*':
       op = Op::kMul;
@@ -431,9 +442,15 @@ void Compiler::Store(const Expression& target, uint32_t reg) {
     case Expression::kElement:
       code_.Emit(Op::kStoreElement, reg, target.b, target.c);
       break;
-    case Expression::kMember:
-      code_.Emit(Op::kStoreMember, reg, target.b, target.c);
+    case Expression::kMember: {
+      const KorvelMember& member = members_.row(static_cast<int>(target.c));
+      if (IsField(member) && member.low == member.high) {
+        code_.Emit(Op::kStoreField, reg, target.b, member.offset);
+      } else {
+        code_.Emit(Op::kStoreMember, reg, target.b, target.c);
+      }
       break;
+    }
     default:
       code_.Emit(Op::kStoreMemberAny, reg, target.b, target.c);
       break;

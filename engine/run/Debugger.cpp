@@ -8,7 +8,7 @@ void SetOp(Instruction& instruction, Op op) {
 }
 
 bool Compares(Op op, const Value* frame, const Program& program, const Instruction& at, Value* result) {
-  if (op < Op::kJumpLess || op > Op::kJumpUnequalKAnyLoop) return false;
+  if (!IsCompareJump(op)) return false;
   const auto number = static_cast<uint16_t>(static_cast<uint16_t>(op) - static_cast<uint16_t>(Op::kJumpLess));
   const Value a = frame[at.a];
   const Value b = (number & kWithConstant) != 0 ? program.constants[at.b] : frame[at.b];
@@ -21,66 +21,177 @@ bool Compares(Op op, const Value* frame, const Program& program, const Instructi
 
 void Debugger::Begin() {
   const uint32_t count = program_.code.size();
-  clean_ = static_cast<Op*>(arena_.Allocate(sizeof(Op) * (count + 1)));
-  breaks_ = static_cast<uint8_t*>(arena_.Allocate(count + 1));
-  for (uint32_t i = 0; i < count; ++i) clean_[i] = program_.code[i].op;
+  const Instruction* code = program_.code.data();
+  plain_ = static_cast<Op*>(arena_.Allocate(sizeof(Op) * (count + 1)));
+  joined_ = static_cast<Op*>(arena_.Allocate(sizeof(Op) * (count + 1)));
+  lengths_ = static_cast<uint8_t*>(arena_.Allocate(count + 1));
+  marks_ = static_cast<uint8_t*>(arena_.Allocate(count + 1));
+  returns_ = static_cast<uint8_t*>(arena_.Allocate(program_.functions.size() + 1));
+  for (uint32_t i = 0; i < count; ++i) {
+    uint32_t length = 1;
+    plain_[i] = code[i].op;
+    joined_[i] = JoinedAt(code + i, code + count, &length);
+    lengths_[i] = static_cast<uint8_t>(length);
+  }
   mode_ = program_.cells + program_.debug_mode->cell;
+  Patch();
 }
 
+bool Debugger::Traps(uint32_t pc) const {
+  return stepping_ || (seen_ != kIgnore && (MarksAt(pc) & (kBreaks | kNotes)) != 0);
+}
+
+// A joined instruction would step over the traps on those that it stands for. What another thread changes
+// meanwhile is seen at the end, or patched by it afterwards.
 void Debugger::Patch() {
+  do {
+    for (uint32_t i = 0; i < program_.code.size(); ++i) {
+      Op op = joined_[i];
+      for (uint32_t k = 1; k < lengths_[i]; ++k) {
+        if (Traps(i + k)) op = plain_[i];
+      }
+      SetOp(program_.code[i], Traps(i) ? Op::kTrap : op);
+    }
+  } while (__atomic_exchange_n(&changed_, false, __ATOMIC_ACQ_REL));
+}
+
+// Sets the traps of marks, on any thread.
+void Debugger::PatchTraps() {
   for (uint32_t i = 0; i < program_.code.size(); ++i) {
-    const bool trap = stepping_ || (seen_ != kIgnore && __atomic_load_n(&breaks_[i], __ATOMIC_RELAXED) != 0);
-    SetOp(program_.code[i], trap ? Op::kTrap : clean_[i]);
+    if ((MarksAt(i) & (kBreaks | kNotes)) == 0) continue;
+    SetOp(program_.code[i], Op::kTrap);
+    for (uint32_t k = 1; k < kMostJoined && k <= i; ++k) {
+      if (lengths_[i - k] > k && (MarksAt(i - k) & (kBreaks | kNotes)) == 0)
+        SetOp(program_.code[i - k], plain_[i - k]);
+    }
   }
 }
 
 bool Debugger::SetBreakpoint(std::string_view file, uint32_t line, bool set) {
   uint32_t best_line = UINT32_MAX;
-  for (const Function* function : program_.functions) {
-    if (!SameWord(function->place.file->name, file)) continue;
-    for (uint32_t pc = function->entry; pc < function->end; ++pc) {
-      const uint32_t at = program_.LineOf(pc);
-      if ((program_.notes[pc] & kBeginsLine) != 0 && at >= line && at < best_line) best_line = at;
+  const auto each_begin = [&](auto&& act) {
+    for (const Function* function : program_.functions) {
+      if (!SameWord(function->place.file->name, file)) continue;
+      for (uint32_t pc = function->entry; pc < function->end; ++pc) {
+        if ((program_.notes[pc] & kBeginsLine) != 0) act(pc, program_.LineOf(pc));
+      }
     }
-  }
+  };
+  each_begin([&](uint32_t, uint32_t at) {
+    if (at >= line && at < best_line) best_line = at;
+  });
   if (best_line == UINT32_MAX) return false;
-  for (const Function* function : program_.functions) {
-    if (!SameWord(function->place.file->name, file)) continue;
-    for (uint32_t pc = function->entry; pc < function->end; ++pc) {
-      if ((program_.notes[pc] & kBeginsLine) == 0 || program_.LineOf(pc) != best_line) continue;
-      __atomic_store_n(&breaks_[pc], set ? 1 : 0, __ATOMIC_RELAXED);
+  each_begin([&](uint32_t pc, uint32_t at) {
+    if (at != best_line) return;
+    if (set) {
+      Mark(pc, kBreaks);
+    } else {
+      __atomic_fetch_and(&marks_[pc], static_cast<uint8_t>(~kBreaks), __ATOMIC_RELAXED);
     }
-  }
+  });
+  FindResults();
   __atomic_store_n(&changed_, true, __ATOMIC_RELEASE);
-  if (set) {
-    // The game may be in a loop that no frame ends, so the engine thread is not waited for.
-    for (uint32_t pc = 0; pc < program_.code.size(); ++pc) {
-      if (__atomic_load_n(&breaks_[pc], __ATOMIC_RELAXED) != 0) SetOp(program_.code[pc], Op::kTrap);
-    }
-  }
+  // The game may be in a loop that no frame ends, so the engine thread is not waited for.
+  if (set) PatchTraps();
   return true;
 }
 
 void Debugger::Refresh() {
-  if (__atomic_exchange_n(&changed_, false, __ATOMIC_ACQUIRE)) Patch();
+  if (__atomic_load_n(&changed_, __ATOMIC_ACQUIRE)) Patch();
 }
 
-void Debugger::Attend(Task& task) {
+bool Debugger::Mark(uint32_t pc, uint8_t mark) {
+  return (__atomic_fetch_or(&marks_[pc], mark, __ATOMIC_RELAXED) & mark) == 0;
+}
+
+// Finds what may give the last result before a breakpoint: only there is a result noted while the script runs
+// freely, so that the rest of it costs nothing.
+void Debugger::FindResults() {
+  constexpr uint8_t kOnlyBreaks = kBreaks;
+  for (uint32_t pc = 0; pc < program_.code.size(); ++pc)
+    __atomic_fetch_and(&marks_[pc], kOnlyBreaks, __ATOMIC_RELAXED);
+  for (uint32_t i = 0; i < program_.functions.size(); ++i)
+    __atomic_store_n(&returns_[i], uint8_t{0}, __ATOMIC_RELAXED);
+  while (FindResultsOnce()) {
+  }
+}
+
+// One way back through the code, from each instruction to those before it. True when there was something new.
+bool Debugger::FindResultsOnce() {
+  bool found = false;
+  for (uint32_t pc = program_.code.size(); pc-- > 0;) {
+    if ((MarksAt(pc) & kBreaks) != 0) found |= Mark(pc, kNeeds);
+    if (!IsNeededBehind(pc)) continue;
+    if (!GivesResult(pc)) {
+      if (plain_[pc] != Op::kCall) {
+        found |= Mark(pc, kNeeds);
+        continue;
+      }
+      // What was called gives the result, unless there is a way through it without any.
+      const Function& callee = *program_.functions[static_cast<uint32_t>(program_.code[pc].wide())];
+      found |= __atomic_exchange_n(&returns_[callee.index], uint8_t{kNeeds}, __ATOMIC_RELAXED) == 0;
+      continue;
+    }
+    found |= Mark(pc, kNotes);
+    // A result that the instruction leaves in its register is taken in front of the next one.
+    if ((program_.notes[pc] & kGivesResult) != 0) found |= Mark(pc + 1, kNotes);
+  }
+  for (uint32_t pc = 0; pc < program_.code.size(); ++pc) {
+    if (plain_[pc] != Op::kCall) continue;
+    const Function& callee = *program_.functions[static_cast<uint32_t>(program_.code[pc].wide())];
+    if ((MarksAt(callee.entry) & kNeeds) != 0) found |= Mark(pc, kNeeds);
+  }
+  return found;
+}
+
+bool Debugger::IsNeededBehind(uint32_t pc) {
+  const Instruction& at = program_.code[pc];
+  const auto needed = [this](int64_t target) {
+    return (MarksAt(static_cast<uint32_t>(target)) & kNeeds) != 0;
+  };
+  const Op op = plain_[pc];
+  const int64_t next = int64_t{pc} + 1;
+  if (IsCompareJump(op)) return needed(next) || needed(next + static_cast<int16_t>(at.c));
+  switch (op) {
+    case Op::kReturn:
+    case Op::kReturnZero: {
+      const Function* function = program_.FunctionAt(pc);
+      return function != nullptr && __atomic_load_n(&returns_[function->index], __ATOMIC_RELAXED) != 0;
+    }
+    case Op::kJump:
+    case Op::kJumpLoop:
+      return needed(next + at.wide());
+    case Op::kJumpTrue:
+    case Op::kJumpFalse:
+    case Op::kJumpTrueLoop:
+    case Op::kJumpFalseLoop:
+      return needed(next) || needed(next + at.wide());
+    default:
+      return needed(next);
+  }
+}
+
+bool Debugger::GivesResult(uint32_t pc) const {
+  return (program_.notes[pc] & (kGivesResult | kStoresResult)) != 0 || IsCompareJump(plain_[pc]);
+}
+
+void Debugger::Attend(Task& task, const Instruction* jumped, const Value* frame) {
+  TakeResult(task);
   seen_ = WantedMode();
-  const bool stepping = seen_ == kBreak || seen_ == kStep;
+  stepping_ = seen_ == kBreak || seen_ == kStep;
   if (seen_ == kStep) {
     step_task_ = &task;
     step_depth_ = task.depth;
   }
-  stepping_ = stepping;
   result_task_ = nullptr;
+  if (jumped != nullptr && stepping_) NoteResult(task, jumped, frame);
   Patch();
 }
 
 void Debugger::BreakNext(Task& task) {
   if (WantedMode() == kIgnore) return;
   __atomic_store_n(mode_, Fixed{kBreak}, __ATOMIC_RELAXED);
-  Attend(task);
+  Attend(task, nullptr, nullptr);
 }
 
 void Debugger::SetResult(Value value) {
@@ -88,18 +199,23 @@ void Debugger::SetResult(Value value) {
   __atomic_store_n(program_.cells + program_.debug_result->cell, number, __ATOMIC_RELAXED);
 }
 
+void Debugger::TakeResult(const Task& task) {
+  if (result_task_ == &task && result_ != nullptr) SetResult(*result_);
+  result_ = nullptr;
+}
+
 // The last value that was assigned or tested: of the instruction before when it gives one in its register, of
 // this one when it takes one from there.
 void Debugger::NoteResult(const Task& task, const Instruction* pc, const Value* frame) {
-  if (result_task_ == &task && result_ != nullptr) SetResult(*result_);
+  TakeResult(task);
   const auto at = static_cast<uint32_t>(pc - program_.code.data());
   const uint32_t notes = program_.notes[at];
   result_task_ = &task;
-  result_ = (notes & kGivesResult) != 0 ? &frame[pc->a] : nullptr;
+  if ((notes & kGivesResult) != 0) result_ = &frame[pc->a];
   Value tested = 0;
   if ((notes & kStoresResult) != 0) {
     SetResult(frame[pc->a]);
-  } else if (Compares(clean_[at], frame, program_, *pc, &tested)) {
+  } else if (Compares(plain_[at], frame, program_, *pc, &tested)) {
     SetResult((notes & kJumpsUnless) != 0 ? kOne - tested : tested);
   }
 }
@@ -109,19 +225,17 @@ bool Debugger::Decide(const Task& task, uint32_t pc) const {
   if (seen_ == kBreak) return true;
   if (seen_ == kStep && (step_task_ == nullptr || (step_task_ == &task && task.depth <= step_depth_)))
     return true;
-  return __atomic_load_n(&breaks_[pc], __ATOMIC_RELAXED) != 0;
+  return (MarksAt(pc) & kBreaks) != 0;
 }
 
 bool Debugger::AtTrap(Task& task, const Instruction* pc, const Value* frame) {
-  if (WantedMode() != seen_) Attend(task);
+  if (WantedMode() != seen_) Attend(task, nullptr, nullptr);
   const auto at = static_cast<uint32_t>(pc - program_.code.data());
-  const bool stops = Decide(task, at);
-  if (stepping_ && !stops) {
+  if (!Decide(task, at)) {
     NoteResult(task, pc, frame);
+    return false;
   }
-  if (!stops) return false;
-  if (result_task_ == &task && result_ != nullptr) SetResult(*result_);
-  result_ = nullptr;
+  TakeResult(task);
   const Function* function = program_.FunctionAt(at);
   file_ = function->place.file;
   __atomic_store_n(&line_, program_.LineOf(at), __ATOMIC_RELAXED);

@@ -11,7 +11,7 @@ class Debugger {
  public:
   Debugger(Program& program, Arena& arena) : program_(program), arena_(arena) {}
 
-  /// Takes the code as it is compiled now.
+  /// Takes the code as it is compiled now, and lets instructions that follow one another join.
   void Begin();
 
   /// Values of debug_mode.
@@ -26,19 +26,19 @@ class Debugger {
   /// What it held when the debugger looked last.
   Fixed seen() const { return seen_; }
 
-  /// debug_mode has changed while the script runs.
-  void Attend(Task& task);
+  /// Debug_mode has changed while the script runs. `jumped`: the instruction that jumped back to where it is
+  /// now, or null.
+  void Attend(Task& task, const Instruction* jumped, const Value* frame);
 
   /// The instruction at a trap is about to run. True when the script stops in front of it.
   bool AtTrap(Task& task, const Instruction* pc, const Value* frame);
-  Op OriginalAt(const Instruction* pc) const { return clean_[pc - program_.code.data()]; }
+  Op OriginalAt(const Instruction* pc) const { return plain_[pc - program_.code.data()]; }
 
   /// From the script: stop at the next line, unless breakpoints are ignored.
   void BreakNext(Task& task);
 
   /// Notes what the instruction that runs next assigns or tests.
   void NoteResult(const Task& task, const Instruction* pc, const Value* frame);
-  bool stepping() const { return stepping_; }
 
   bool stopped() const { return __atomic_load_n(&stopped_, __ATOMIC_ACQUIRE); }
   const Task* stopped_task() const { return stopped_task_; }
@@ -59,14 +59,33 @@ class Debugger {
   Place position() const;
 
  private:
+  /// Marks of an instruction.
+  enum : uint8_t {
+    kBreaks = 1,  ///< a breakpoint stands there
+    kNotes = 2,   ///< it may give the last result before a breakpoint
+    kNeeds = 4,   ///< a breakpoint can be reached from here before there is another result
+  };
+
+  uint8_t MarksAt(uint32_t pc) const { return __atomic_load_n(&marks_[pc], __ATOMIC_RELAXED); }
+  bool Mark(uint32_t pc, uint8_t mark);
+  bool Traps(uint32_t pc) const;
   void Patch();
+  void PatchTraps();
+  void FindResults();
+  bool FindResultsOnce();
+  bool IsNeededBehind(uint32_t pc);
+  bool GivesResult(uint32_t pc) const;
+  void TakeResult(const Task& task);
   void SetResult(Value value);
   bool Decide(const Task& task, uint32_t pc) const;
 
   Program& program_;
   Arena& arena_;
-  Op* clean_ = nullptr;
-  uint8_t* breaks_ = nullptr;  ///< of each instruction: a breakpoint stands there
+  Op* plain_ = nullptr;   ///< the code as it was compiled
+  Op* joined_ = nullptr;  ///< with joined instructions where that is possible
+  uint8_t* lengths_ = nullptr;
+  uint8_t* marks_ = nullptr;
+  uint8_t* returns_ = nullptr;  ///< of each function: kNeeds behind a call of it
   Fixed* mode_ = nullptr;
   Fixed seen_ = kRun;
   bool stepping_ = false;

@@ -1,7 +1,8 @@
+// The loop of the machine. What an instruction does is written once, as a piece that joined instructions use,
+// too; what it does only seldom is in MachineChecks.cpp.
 #include "engine/run/Machine.h"
 
-#include <cstdio>
-
+#include "engine/run/Cells.h"
 #include "engine/run/Session.h"
 
 namespace korvel {
@@ -9,124 +10,29 @@ namespace {
 
 constexpr uint32_t kDeepestCall = 200;
 
-// An instruction as one word, so that a debugger on another thread may exchange its operation meanwhile.
-struct Word {
-  uint64_t bits;
-  uint32_t op() const { return bits & 0xFFFF; }
-  uint32_t a() const { return bits >> 16 & 0xFFFF; }
-  uint32_t b() const { return bits >> 32 & 0xFFFF; }
-  uint32_t c() const { return static_cast<uint32_t>(bits >> 48); }
-  int32_t short_c() const { return static_cast<int16_t>(bits >> 48); }
-  int32_t wide() const { return static_cast<int32_t>(bits >> 32); }
-};
+/// No value of debug_mode: the machine looks each time, which counts what a budget leaves.
+constexpr Value kAlwaysLook = Value{1} << 40;
 
-inline Word Fetch(const Instruction* pc) {
-  return {__atomic_load_n(reinterpret_cast<const uint64_t*>(pc), __ATOMIC_RELAXED)};
+// Only the operation is exchanged by a debugger on another thread.
+inline uint16_t FetchOp(const Instruction* at) {
+  return __atomic_load_n(reinterpret_cast<const uint16_t*>(at), __ATOMIC_RELAXED);
 }
 
-// The array that a register holds, or null.
-inline Array* ArrayAt(Value value) {
-  return IsObject(value) && KindOf(value) == kTypeArray ? reinterpret_cast<Array*>(value) : nullptr;
-}
-
-inline Value LoadCell(const Fixed* cell) {
-  return __atomic_load_n(cell, __ATOMIC_RELAXED);
-}
-inline void StoreCell(Fixed* cell, Value value) {
-  __atomic_store_n(cell, static_cast<Fixed>(value), __ATOMIC_RELAXED);
+inline Value ModuloConstant(Value value, const Value* divisor) {
+  const auto rest_of = [divisor](uint64_t size) {
+    const auto product = static_cast<unsigned __int128>(size) * static_cast<uint64_t>(divisor[1]);
+    const auto quotient = static_cast<uint64_t>(product >> 64);
+    return static_cast<Value>(size - quotient * static_cast<uint64_t>(divisor[0]));
+  };
+  if (__builtin_expect(value >= 0, 1)) return rest_of(static_cast<uint64_t>(value));
+  return -rest_of(static_cast<uint64_t>(-value));
 }
 
 }  // namespace
 
-void Machine::Fault(const char* sentence) {
-  session_.Fault(sentence);
-}
-
-void Machine::NumberFault(Value left, Value right) {
-  if (IsNumber(left) && IsNumber(right)) return Fault("The number is too large; it was cut.");
-  Fault(IsNull(left) || IsNull(right) ? "A number is needed, but here is null."
-                                      : "A number is needed, but here is an object.");
-}
-
-bool Machine::CheckArguments(const Command& command, const Signature& signature, const Value* arguments) {
-  char sentence[200];
-  for (uint32_t i = 0; i < signature.count; ++i) {
-    const Parameter& parameter = signature.parameters[i];
-    const Value value = arguments[i];
-    if (parameter.letter == 'n') {
-      if (IsNumber(value)) continue;
-      std::snprintf(sentence, sizeof sentence, "Argument %u of %s must be a number.", i + 1, command.name);
-      Fault(sentence);
-      return false;
-    }
-    if (value == kNothing) return false;
-    if (IsNull(value)) {
-      if (parameter.takes_null) continue;
-      std::snprintf(sentence, sizeof sentence, "Argument %u of %s is null.", i + 1, command.name);
-      Fault(sentence);
-      return false;
-    }
-    const int wanted = LetterType(parameter.letter);
-    if (wanted == kTypeAny) continue;
-    if (IsNumber(value) || !FitsKind(KindOf(value), wanted)) {
-      std::snprintf(sentence, sizeof sentence, "Argument %u of %s must be %s.", i + 1, command.name,
-                    TypeName(wanted));
-      Fault(sentence);
-      return false;
-    }
-    if (parameter.letter == 'S' && (reinterpret_cast<const KorvelHead*>(value)->flags & kLiteral) != 0) {
-      Fault("A text in quotes cannot be changed.");
-      return false;
-    }
-  }
-  return true;
-}
-
-Value Machine::LoadMember(Value object, const KorvelMember& member) {
-  // The strings of a text can be changed without it.
-  if (KindOf(object) == kKorvelText && member.offset == offsetof(KorvelTextObject, length)) {
-    World::CountCharacters(*reinterpret_cast<Text*>(object));
-  }
-  const auto* cell = reinterpret_cast<const Fixed*>(reinterpret_cast<const char*>(object) + member.offset);
-  const Value value = LoadCell(cell);
-  if (member.encoding == kKorvelFixed) return value;
-  return member.encoding == kKorvelInteger ? FromInt(value) : kNull;
-}
-
-void Machine::StoreMember(Value object, const KorvelMember& member, Value value) {
-  if (member.encoding != kKorvelFixed || member.access != kKorvelWritable)
-    return Fault("This member is only read.");
-  if (member.low != member.high)
-    value = value < member.low ? member.low : value > member.high ? member.high : value;
-  StoreCell(reinterpret_cast<Fixed*>(reinterpret_cast<char*>(object) + member.offset), value);
-}
-
-// The member of an object whose kind is known only now; null, with a fault, when there is none.
-const KorvelMember* Machine::FindMember(Value object, int name) {
-  if (IsNumber(object) || IsNull(object)) {
-    Fault(IsNumber(object) ? "A number has no members." : "null has no members.");
-    return nullptr;
-  }
-  const int index = session_.members.Find(KindOf(object), name);
-  if (index < 0) {
-    Fault("This object does not have this member.");
-    return nullptr;
-  }
-  return &session_.members.row(index);
-}
-
-void Machine::Cut(int32_t* cells, int member) {
-  for (int i = 0; i < 3; ++i) {
-    const KorvelMember& row = session_.members.row(member + i);
-    if (row.low == row.high) continue;
-    const Value value = LoadCell(cells + i);
-    StoreCell(cells + i, value < row.low ? row.low : value > row.high ? row.high : value);
-  }
-}
-
 Machine::Outcome Machine::Run(Task& first) {
 #define KORVEL_ONE(name) &&label_##name,
-  static const void* const kLabels[] = {KORVEL_OPERATIONS(KORVEL_ONE)};
+  static const void* const kLabels[] = {KORVEL_OPERATIONS(KORVEL_ONE) KORVEL_JOINED(KORVEL_ONE)};
 #undef KORVEL_ONE
 
   Session& session = session_;
@@ -135,32 +41,48 @@ Machine::Outcome Machine::Run(Task& first) {
   Scheduler& scheduler = session.scheduler;
   Fixed* const cells = program.cells;
   const Value* const K = program.constants.data();
-  Function* const* const functions = program.functions.data();
   const Fixed* const mode = cells + program.debug_mode->cell;
-  Fixed seen = debugger.seen();
-  int64_t fuel = budget;
+  const bool limited = budget != INT64_MAX;
+  Value seen = limited ? kAlwaysLook : debugger.seen();
   Task* now = &first;
   const Instruction* at = nullptr;
+  const Instruction* jumped = nullptr;
   Value* R = nullptr;
-  Word i{};
 
-// Dispatch: each instruction ends with a jump of its own to the next one.
-#define NEXT               \
-  do {                     \
-    i = Fetch(at++);       \
-    goto* kLabels[i.op()]; \
+// Dispatch: each instruction ends with a jump of its own to the next one. `at` is behind the one that runs.
+#define GO(op)                \
+  do {                        \
+    const uint16_t next = op; \
+    ++at;                     \
+    goto* kLabels[next];      \
   } while (0)
+#define NEXT GO(FetchOp(at))
 #define SAVE (pc = at, task = now)
-#define LOOK                                                                    \
-  do {                                                                          \
-    if (__builtin_expect(__atomic_load_n(mode, __ATOMIC_RELAXED) != seen, 0) || \
-        __builtin_expect(--fuel < 0, 0))                                        \
-      goto attention;                                                           \
+// `from`: the jump that came here, or null.
+#define LOOK(from)                                     \
+  do {                                                 \
+    if (__builtin_expect(LoadCell(mode) != seen, 0)) { \
+      jumped = from;                                   \
+      goto attention;                                  \
+    }                                                  \
   } while (0)
-#define FAULT(sentence) (SAVE, Fault(sentence))
-#define A R[i.a()]
-#define B R[i.b()]
-#define C R[i.c()]
+#define LIKELY(condition) __builtin_expect(!!(condition), 1)
+#define A R[at[-1].a]
+#define B R[at[-1].b]
+#define C R[at[-1].c]
+#define SHORT static_cast<int16_t>(at[-1].c)
+#define WIDE at[-1].wide()
+// Puts what an operator gives: what is no number is too large, or has an operand that is none.
+#define GIVE(to, result, left, right)      \
+  do {                                     \
+    const Value given = result;            \
+    if (LIKELY(IsNumber(given))) {         \
+      to = given;                          \
+    } else {                               \
+      SAVE;                                \
+      to = NotANumber(left, right, given); \
+    }                                      \
+  } while (0)
 
 enter:
   task = now;
@@ -173,56 +95,54 @@ enter:
     const bool resumes = resume_at == at;
     resume_at = nullptr;
     if (resumes) {
-      if (debugger.stepping()) debugger.NoteResult(*now, at, R);
-      i = Fetch(at++);
-      i.bits = (i.bits & ~uint64_t{0xFFFF}) | static_cast<uint16_t>(debugger.OriginalAt(at - 1));
-      goto* kLabels[i.op()];
+      debugger.NoteResult(*now, at, R);
+      GO(static_cast<uint16_t>(debugger.OriginalAt(at)));
     }
   }
+  LOOK(nullptr);
   NEXT;
 
 attention:
   SAVE;
-  if (fuel < 0) {
-    budget = fuel;
+  if (limited && --budget < 0) {
     now->pc = at;
     now->frame = R;
     return Outcome::kSpent;
   }
-  debugger.Attend(*now);
-  seen = debugger.seen();
+  if (LoadCell(mode) != debugger.seen()) debugger.Attend(*now, jumped, R);
+  if (!limited) seen = debugger.seen();
   NEXT;
 
 label_Trap:
+  --at;
   SAVE;
-  now->pc = at - 1;
+  now->pc = at;
   now->frame = R;
-  if (debugger.AtTrap(*now, at - 1, R)) {
-    budget = fuel;
+  if (debugger.AtTrap(*now, at, R)) {
     stopped = now;
-    resume_at = at - 1;
+    resume_at = at;
     return Outcome::kStopped;
   }
-  seen = debugger.seen();
-  goto* kLabels[static_cast<uint16_t>(debugger.OriginalAt(at - 1))];
+  if (!limited) seen = debugger.seen();
+  GO(static_cast<uint16_t>(debugger.OriginalAt(at)));
 
 label_Move:
   A = B;
   NEXT;
 label_Int:
-  A = i.wide();
+  A = WIDE;
   NEXT;
 label_Constant:
-  A = K[i.wide()];
+  A = K[WIDE];
   NEXT;
 label_LoadCell:
-  A = LoadCell(cells + i.wide());
+  A = LoadCell(cells + WIDE);
   NEXT;
 label_StoreCell:
-  StoreCell(cells + i.wide(), A);
+  StoreCell(cells + WIDE, A);
   NEXT;
 label_StoreSkill : {
-  Fixed* skill = cells + i.wide();
+  Fixed* skill = cells + WIDE;
   const Value low = LoadCell(skill + 1);
   const Value high = LoadCell(skill + 2);
   Value value = A;
@@ -232,10 +152,10 @@ label_StoreSkill : {
   NEXT;
 }
 label_LoadPointer:
-  A = ToValue(reinterpret_cast<PointerCell*>(cells + i.wide())->target);
+  A = ToValue(reinterpret_cast<PointerCell*>(cells + WIDE)->target);
   NEXT;
 label_StorePointer:
-  __atomic_store_n(&reinterpret_cast<PointerCell*>(cells + i.wide())->target, ToObject<KorvelHead>(A),
+  __atomic_store_n(&reinterpret_cast<PointerCell*>(cells + WIDE)->target, ToObject<KorvelHead>(A),
                    __ATOMIC_RELEASE);
   NEXT;
 label_LoadMe:
@@ -249,118 +169,65 @@ label_StoreYou:
   session.SetMe(now->me, now->you);
   NEXT;
 label_InitArray : {
-  auto* array = reinterpret_cast<Array*>(R + i.wide());
+  auto* array = reinterpret_cast<Array*>(R + WIDE);
+  A = ToValue(array);
   const auto count = static_cast<uint32_t>(at->wide());
   ++at;
   std::memset(static_cast<void*>(array), 0, sizeof(KorvelHead) + 4 + (count < 3 ? 3 : count) * sizeof(Fixed));
   array->head.kind = kTypeArray;
   array->count = count;
-  A = ToValue(array);
   NEXT;
 }
 
-label_Add : {
-  const Value sum = B + C;
-  if (__builtin_expect(!IsNumber(sum), 0)) {
-    SAVE;
-    NumberFault(B, C);
-    A = IsNumber(B) && IsNumber(C) ? korvel::Cut(sum) : 0;
-    NEXT;
-  }
-  A = sum;
+label_Add:
+  GIVE(A, B + C, B, C);
   NEXT;
-}
-label_Sub : {
-  const Value difference = B - C;
-  if (__builtin_expect(!IsNumber(difference), 0)) {
-    SAVE;
-    NumberFault(B, C);
-    A = IsNumber(B) && IsNumber(C) ? korvel::Cut(difference) : 0;
-    NEXT;
-  }
-  A = difference;
+label_Sub:
+  GIVE(A, B - C, B, C);
   NEXT;
-}
-label_AddK : {
-  const Value sum = B + K[i.c()];
-  if (__builtin_expect(!IsNumber(sum), 0)) {
-    SAVE;
-    NumberFault(B, 0);
-    A = IsNumber(B) ? korvel::Cut(sum) : 0;
-    NEXT;
-  }
-  A = sum;
+label_AddAny:
+  GIVE(A, IsNumber(B) && IsNumber(C) ? B + C : kNull, B, C);
   NEXT;
-}
-label_MulInt : {
-  const Value product = B * i.short_c();
-  if (__builtin_expect(!IsNumber(product), 0)) {
-    FAULT("The number is too large; it was cut.");
-    A = korvel::Cut(product);
-    NEXT;
-  }
-  A = product;
+label_SubAny:
+  GIVE(A, IsNumber(B) && IsNumber(C) ? B - C : kNull, B, C);
   NEXT;
-}
-label_Mul : {
-  const Value product = MultiplySteps(B, C);
-  if (__builtin_expect(!IsNumber(product), 0)) {
-    FAULT("The number is too large; it was cut.");
-    A = korvel::Cut(product);
-    NEXT;
-  }
-  A = product;
+label_AddK:
+  GIVE(A, B + K[at[-1].c], B, 0);
   NEXT;
-}
-label_Div : {
+label_MulInt:
+  GIVE(A, B * SHORT, 0, 0);
+  NEXT;
+label_Mul:
+  GIVE(A, MultiplySteps(B, C), 0, 0);
+  NEXT;
+label_Div:
   if (__builtin_expect(C == 0, 0)) {
-    FAULT("A division by zero gives 0.");
-    A = 0;
-    NEXT;
+    SAVE;
+    A = DividedByZero();
+  } else {
+    GIVE(A, DivideSteps(B, C), 0, 0);
   }
-  const Value quotient = DivideSteps(B, C);
-  if (__builtin_expect(!IsNumber(quotient), 0)) {
-    FAULT("The number is too large; it was cut.");
-    A = korvel::Cut(quotient);
-    NEXT;
-  }
-  A = quotient;
   NEXT;
-}
-label_Mod : {
+label_Mod:
   if (__builtin_expect(C == 0, 0)) {
-    FAULT("A division by zero gives 0.");
-    A = 0;
-    NEXT;
+    SAVE;
+    A = DividedByZero();
+  } else {
+    A = B % C;
   }
-  A = B % C;
   NEXT;
-}
-label_ModK : {
-  const Value value = B;
-  const auto size = static_cast<uint64_t>(value < 0 ? -value : value);
-  const auto quotient =
-      static_cast<uint64_t>(static_cast<unsigned __int128>(size) * static_cast<uint64_t>(K[i.c() + 1]) >> 64);
-  const auto rest = static_cast<Value>(size - quotient * static_cast<uint64_t>(K[i.c()]));
-  A = value < 0 ? -rest : rest;
+label_ModK:
+  A = ModuloConstant(B, K + at[-1].c);
   NEXT;
-}
 label_And:
   A = B & C;
   NEXT;
 label_Or:
   A = B | C;
   NEXT;
-label_Neg : {
-  const Value value = -B;
-  if (__builtin_expect(!IsNumber(value), 0)) {
-    FAULT("The number is too large; it was cut.");
-    A = kLargest;
-    NEXT;
-  }
-  A = value;
+label_Neg:
+  GIVE(A, -B, 0, 0);
   NEXT;
-}
 label_Not:
   A = IsTrue(B) ? 0 : kOne;
   NEXT;
@@ -368,18 +235,20 @@ label_Truth:
   A = IsTrue(B) ? kOne : 0;
   NEXT;
 
-#define COMPARE(name, op, equality)                                                                   \
-  label_##name : {                                                                                    \
-    const Value left = B;                                                                             \
-    const Value right = C;                                                                            \
-    bool holds = left op right;                                                                       \
-    if (__builtin_expect(IsNumber(left) != IsNumber(right) || (!(equality) && !IsNumber(left)), 0)) { \
-      SAVE;                                                                                           \
-      NumberFault(left, right);                                                                       \
-      holds = false;                                                                                  \
-    }                                                                                                 \
-    A = holds ? kOne : 0;                                                                             \
-    NEXT;                                                                                             \
+// What cannot be compared: a number with an object, and objects in an order.
+#define CANNOT_COMPARE(one, other, equality) \
+  __builtin_expect(IsNumber(one) != IsNumber(other) || (!(equality) && !IsNumber(one)), 0)
+#define COMPARE(name, op, equality)              \
+  label_##name : {                               \
+    const Value left = B;                        \
+    const Value right = C;                       \
+    if (CANNOT_COMPARE(left, right, equality)) { \
+      SAVE;                                      \
+      A = NotANumber(left, right, 0);            \
+    } else {                                     \
+      A = left op right ? kOne : 0;              \
+    }                                            \
+    NEXT;                                        \
   }
   COMPARE(Less, <, false)
   COMPARE(LessEqual, <=, false)
@@ -387,61 +256,59 @@ label_Truth:
   COMPARE(Unequal, !=, true)
 
 label_Jump:
-  at += i.wide();
+  at += WIDE;
   NEXT;
-label_JumpLoop:
-  at += i.wide();
-  LOOK;
+label_JumpLoop : {
+  const Instruction* from = at - 1;
+  at += WIDE;
+  LOOK(from);
   NEXT;
-label_JumpTrue:
-  if (IsTrue(A)) at += i.wide();
-  NEXT;
-label_JumpFalse:
-  if (!IsTrue(A)) at += i.wide();
-  NEXT;
-label_JumpTrueLoop:
-  if (IsTrue(A)) {
-    at += i.wide();
-    LOOK;
+}
+#define JUMP_BY_TRUTH(name, condition, loop) \
+  label_##name : {                           \
+    if (condition) {                         \
+      const Instruction* from = at - 1;      \
+      at += WIDE;                            \
+      if (loop) LOOK(from);                  \
+    }                                        \
+    NEXT;                                    \
   }
-  NEXT;
-label_JumpFalseLoop:
-  if (!IsTrue(A)) {
-    at += i.wide();
-    LOOK;
-  }
-  NEXT;
+  JUMP_BY_TRUTH(JumpTrue, IsTrue(A), false)
+  JUMP_BY_TRUTH(JumpFalse, !IsTrue(A), false)
+  JUMP_BY_TRUTH(JumpTrueLoop, IsTrue(A), true)
+  JUMP_BY_TRUTH(JumpFalseLoop, !IsTrue(A), true)
 
 // A comparison of what cannot be compared does not hold, whichever way it was turned round.
-#define JUMP(label, right, op, equality, checked, loop)                                               \
-  label : {                                                                                           \
-    const Value one = A;                                                                              \
-    const Value other = right;                                                                        \
-    if (checked) {                                                                                    \
-      if (__builtin_expect(IsNumber(one) != IsNumber(other) || (!(equality) && !IsNumber(one)), 0)) { \
-        SAVE;                                                                                         \
-        NumberFault(one, other);                                                                      \
-        if ((program.notes[at - 1 - program.code.data()] & kJumpsUnless) == 0) NEXT;                  \
-        at += i.short_c();                                                                            \
-        if (loop) LOOK;                                                                               \
-        NEXT;                                                                                         \
-      }                                                                                               \
+#define COMPARE_AND_JUMP(one, other, op, equality, checked, loop)                                     \
+  do {                                                                                                \
+    bool jumps = one op other;                                                                        \
+    if (checked && CANNOT_COMPARE(one, other, equality)) {                                            \
+      SAVE;                                                                                           \
+      NotANumber(one, other, 0);                                                                      \
+      jumps = (program.notes[static_cast<size_t>(at - 1 - program.code.data())] & kJumpsUnless) != 0; \
     }                                                                                                 \
-    if (one op other) {                                                                               \
-      at += i.short_c();                                                                              \
-      if (loop) LOOK;                                                                                 \
+    if (jumps) {                                                                                      \
+      const Instruction* from = at - 1;                                                               \
+      at += SHORT;                                                                                    \
+      if (loop) LOOK(from);                                                                           \
     }                                                                                                 \
     NEXT;                                                                                             \
+  } while (0)
+#define JUMP(label, right, op, equality, checked, loop)        \
+  label : {                                                    \
+    const Value one = A;                                       \
+    const Value other = right;                                 \
+    COMPARE_AND_JUMP(one, other, op, equality, checked, loop); \
   }
-#define JUMPS(name, op, equality)                                \
-  JUMP(label_##name, B, op, equality, false, false)              \
-  JUMP(label_##name##K, K[i.b()], op, equality, false, false)    \
-  JUMP(label_##name##Any, B, op, equality, true, false)          \
-  JUMP(label_##name##KAny, K[i.b()], op, equality, true, false)  \
-  JUMP(label_##name##Loop, B, op, equality, false, true)         \
-  JUMP(label_##name##KLoop, K[i.b()], op, equality, false, true) \
-  JUMP(label_##name##AnyLoop, B, op, equality, true, true)       \
-  JUMP(label_##name##KAnyLoop, K[i.b()], op, equality, true, true)
+#define JUMPS(name, op, equality)                                   \
+  JUMP(label_##name, B, op, equality, false, false)                 \
+  JUMP(label_##name##K, K[at[-1].b], op, equality, false, false)    \
+  JUMP(label_##name##Any, B, op, equality, true, false)             \
+  JUMP(label_##name##KAny, K[at[-1].b], op, equality, true, false)  \
+  JUMP(label_##name##Loop, B, op, equality, false, true)            \
+  JUMP(label_##name##KLoop, K[at[-1].b], op, equality, false, true) \
+  JUMP(label_##name##AnyLoop, B, op, equality, true, true)          \
+  JUMP(label_##name##KAnyLoop, K[at[-1].b], op, equality, true, true)
   JUMPS(JumpLess, <, false)
   JUMPS(JumpLessEqual, <=, false)
   JUMPS(JumpGreater, >, false)
@@ -449,157 +316,132 @@ label_JumpFalseLoop:
   JUMPS(JumpEqual, ==, true)
   JUMPS(JumpUnequal, !=, true)
 
+#define ELEMENT_K reinterpret_cast<Array*>(K[at[-1].b])
+#define INDEX static_cast<uint64_t>(C >> kFractionBits)
 label_LoadElementK : {
-  auto* array = reinterpret_cast<Array*>(K[i.b()]);
-  const auto index = static_cast<uint64_t>(C >> kFractionBits);
-  if (__builtin_expect(index >= array->count, 0)) {
-    FAULT("The array has no element of this number.");
-    A = 0;
+  const Array* array = ELEMENT_K;
+  const uint64_t index = INDEX;
+  if (LIKELY(index < array->count)) {
+    A = LoadCell(array->cells + index);
     NEXT;
   }
-  A = LoadCell(array->cells + index);
+  SAVE;
+  FindElement(K[at[-1].b], C);
+  A = 0;
   NEXT;
 }
 label_StoreElementK : {
-  auto* array = reinterpret_cast<Array*>(K[i.b()]);
-  const auto index = static_cast<uint64_t>(C >> kFractionBits);
-  if (__builtin_expect(index >= array->count, 0)) {
-    FAULT("The array has no element of this number.");
+  Array* array = ELEMENT_K;
+  const uint64_t index = INDEX;
+  if (LIKELY(index < array->count)) {
+    StoreCell(array->cells + index, A);
     NEXT;
   }
-  StoreCell(array->cells + index, A);
+  SAVE;
+  FindElement(K[at[-1].b], C);
   NEXT;
 }
 label_LoadElement : {
-  Array* array = ArrayAt(B);
-  const auto index = static_cast<uint64_t>(C >> kFractionBits);
-  if (__builtin_expect(array == nullptr || index >= array->count, 0)) {
-    FAULT(array == nullptr ? "Only arrays have elements." : "The array has no element of this number.");
-    A = 0;
-    NEXT;
-  }
-  A = LoadCell(array->cells + index);
+  SAVE;
+  const Fixed* cell = FindElement(B, C);
+  A = cell != nullptr ? LoadCell(cell) : 0;
   NEXT;
 }
 label_StoreElement : {
-  Array* array = ArrayAt(B);
-  const auto index = static_cast<uint64_t>(C >> kFractionBits);
-  if (__builtin_expect(array == nullptr || index >= array->count, 0)) {
-    FAULT(array == nullptr ? "Only arrays have elements." : "The array has no element of this number.");
-    NEXT;
-  }
-  StoreCell(array->cells + index, A);
+  SAVE;
+  Fixed* cell = FindElement(B, C);
+  if (cell != nullptr) StoreCell(cell, A);
   NEXT;
 }
 
-label_LoadMember : {
+#define FIELD(object) reinterpret_cast<Fixed*>(object + at[-1].c)
+label_LoadField : {
   const Value object = B;
-  if (__builtin_expect(IsNull(object), 0)) {
-    FAULT("null has no members.");
-    A = 0;
-    NEXT;
-  }
-  A = LoadMember(object, session.members.row(static_cast<int>(i.c())));
-  NEXT;
-}
-label_StoreMember : {
-  const Value object = B;
-  if (__builtin_expect(IsNull(object), 0)) {
-    FAULT("null has no members.");
+  if (LIKELY(!IsNull(object))) {
+    A = LoadCell(FIELD(object));
     NEXT;
   }
   SAVE;
-  StoreMember(object, session.members.row(static_cast<int>(i.c())), A);
+  Fault("null has no members.");
+  A = 0;
   NEXT;
 }
+label_StoreField : {
+  const Value object = B;
+  if (LIKELY(!IsNull(object))) {
+    StoreCell(FIELD(object), A);
+    NEXT;
+  }
+  SAVE;
+  Fault("null has no members.");
+  NEXT;
+}
+label_LoadMember:
+  SAVE;
+  A = LoadMember(B, session.members.row(at[-1].c));
+  NEXT;
+label_StoreMember:
+  SAVE;
+  StoreMember(B, session.members.row(at[-1].c), A);
+  NEXT;
 label_LoadMemberAny : {
   SAVE;
-  const KorvelMember* member = FindMember(B, static_cast<int>(i.c()));
+  const KorvelMember* member = FindMember(B, at[-1].c);
   A = member != nullptr ? LoadMember(B, *member) : 0;
   NEXT;
 }
 label_StoreMemberAny : {
   SAVE;
-  if (const KorvelMember* member = FindMember(B, static_cast<int>(i.c()))) StoreMember(B, *member, A);
+  if (const KorvelMember* member = FindMember(B, at[-1].c)) StoreMember(B, *member, A);
   NEXT;
 }
 label_MemberVector : {
   const Value object = B;
   if (__builtin_expect(IsNull(object), 0)) {
-    FAULT("null has no members.");
-    A = kNothing;
-    NEXT;
-  }
-  A = object + session.members.row(static_cast<int>(i.c())).offset;
-  NEXT;
-}
-label_MemberVectorAny : {
-  SAVE;
-  const KorvelMember* member = FindMember(B, static_cast<int>(i.c()));
-  if (member != nullptr && !member->begins_vector) {
-    Fault("A vector begins with a member such as x, pan or skill1.");
-    member = nullptr;
-  }
-  A = member != nullptr ? B + member->offset : kNothing;
-  NEXT;
-}
-label_CutVector:
-  if (!IsNull(A)) Cut(reinterpret_cast<int32_t*>(A), static_cast<int>(i.c()));
-  NEXT;
-label_ArrayVector : {
-  auto* array = reinterpret_cast<Array*>(B);
-  if (!IsObject(B) || array->head.kind != kTypeArray || array->count < 3) {
-    FAULT("A vector needs an array of 3 numbers.");
-    A = kNothing;
-    NEXT;
-  }
-  A = ToValue(array->cells);
-  NEXT;
-}
-label_TextLine : {
-  auto* text = reinterpret_cast<Text*>(B);
-  if (!IsObject(B) || text->head.kind != kKorvelText) {
-    FAULT(IsNull(B) ? "null has no members." : "Only texts have strings.");
-    A = kNull;
-    NEXT;
-  }
-  const Value line = C >> kFractionBits;
-  if (line < 0 || line >= Floor(text->lines) || line >= static_cast<Value>(text->line_capacity)) {
-    FAULT("The text has no line of this number.");
-    A = kNull;
-    NEXT;
-  }
-  A = ToValue(text->strings[line]);
-  NEXT;
-}
-label_Number:
-  if (__builtin_expect(!IsNumber(B), 0)) {
     SAVE;
-    NumberFault(B, B);
-    A = 0;
+    Fault("null has no members.");
+    A = kNothing;
     NEXT;
   }
-  A = B;
+  A = object + session.members.row(at[-1].c).offset;
+  NEXT;
+}
+label_MemberVectorAny:
+  SAVE;
+  A = FindMemberVector(B, at[-1].c);
+  NEXT;
+label_CutVector:
+  if (!IsNull(A)) Cut(reinterpret_cast<int32_t*>(A), at[-1].c);
+  NEXT;
+label_ArrayVector:
+  SAVE;
+  A = FindVector(B);
+  NEXT;
+label_TextLine:
+  SAVE;
+  A = FindLine(B, C);
+  NEXT;
+label_Number:
+  GIVE(A, B, B, B);
   NEXT;
 label_CheckKind:
-  if (IsNull(A)) NEXT;
-  if (IsNumber(A) || !FitsKind(KindOf(A), static_cast<int>(i.b()))) {
-    FAULT("This is not of the kind that the pointer points to; it becomes null.");
-    A = kNull;
-  }
+  SAVE;
+  A = CheckKind(A, at[-1].b);
   NEXT;
 
 label_Call : {
-  Function* callee = functions[i.wide()];
+  Function* callee = program.functions[static_cast<size_t>(WIDE)];
   Value* frame = &A;
   if (__builtin_expect(++now->depth > kDeepestCall, 0)) {
-    FAULT("Functions call one another more than 200 deep; this one ends here.");
+    SAVE;
+    Fault("Functions call one another more than 200 deep; this one ends here.");
     goto end_task;
   }
   if (__builtin_expect(frame + callee->registers > now->segment->end, 0)) {
     Segment* segment = scheduler.Grow(*now, callee->registers);
     if (segment == nullptr) {
-      FAULT("There is no more memory; this function ends here.");
+      SAVE;
+      Fault("There is no more memory; this function ends here.");
       goto end_task;
     }
     std::memcpy(segment->slots, frame, sizeof(Value) * (kFirstParameter + callee->parameters));
@@ -610,67 +452,66 @@ label_Call : {
   frame[kSlotFunction] = reinterpret_cast<Value>(callee);
   R = frame;
   at = program.code.data() + callee->entry;
-  LOOK;
+  LOOK(nullptr);
   NEXT;
 }
-label_ReturnZero : {
-  const auto* back = reinterpret_cast<const Instruction*>(R[kSlotReturn]);
-  if (back == nullptr) goto end_task;
-  Value* frame = R;
-  R = reinterpret_cast<Value*>(R[kSlotFrame]);
-  --now->depth;
-  if (__builtin_expect(frame == now->segment->slots, 0)) scheduler.Shrink(*now);
-  at = back;
-  R[Fetch(at - 1).a()] = 0;
-  NEXT;
-}
-label_Return : {
-  const Value value = A;
-  const auto* back = reinterpret_cast<const Instruction*>(R[kSlotReturn]);
-  if (back == nullptr) goto end_task;
-  Value* frame = R;
-  R = reinterpret_cast<Value*>(R[kSlotFrame]);
-  --now->depth;
-  if (__builtin_expect(frame == now->segment->slots, 0)) scheduler.Shrink(*now);
-  at = back;
-  R[Fetch(at - 1).a()] = value;
-  NEXT;
-}
+#define RETURN(result)                                                       \
+  do {                                                                       \
+    const Value value = result;                                              \
+    const auto* back = reinterpret_cast<const Instruction*>(R[kSlotReturn]); \
+    if (__builtin_expect(back == nullptr, 0)) goto end_task;                 \
+    if (__builtin_expect(R == now->segment->slots, 0)) {                     \
+      R = reinterpret_cast<Value*>(R[kSlotFrame]);                           \
+      scheduler.Shrink(*now);                                                \
+    } else {                                                                 \
+      R = reinterpret_cast<Value*>(R[kSlotFrame]);                           \
+    }                                                                        \
+    --now->depth;                                                            \
+    at = back;                                                               \
+    A = value;                                                               \
+    NEXT;                                                                    \
+  } while (0)
+label_ReturnZero:
+  RETURN(0);
+label_Return:
+  RETURN(A);
 
+#define ARGUMENTS_FIT(command, signature)                                                         \
+  if (__builtin_expect(!CheckArguments(command, signature, arguments), 0)) {                      \
+    *arguments = signature.result == kTypeNumber || signature.result == kTypeNothing ? 0 : kNull; \
+    NEXT;                                                                                         \
+  }
 label_Command : {
   SAVE;
   Value* arguments = &A;
-  *arguments = session.command(i.wide()).function(session, arguments);
+  *arguments = session.command(at[-1].b).function(session, arguments);
+  LOOK(nullptr);
   NEXT;
 }
 label_CommandChecked : {
   SAVE;
   Value* arguments = &A;
-  const Command& command = session.command(i.wide());
-  const Signature& signature = session.signature(i.wide());
-  if (__builtin_expect(!CheckArguments(command, signature, arguments), 0)) {
-    *arguments = signature.result == kTypeNumber || signature.result == kTypeNothing ? 0 : kNull;
-    NEXT;
-  }
+  const Command& command = session.command(at[-1].b);
+  ARGUMENTS_FIT(command, session.signature(at[-1].b))
   *arguments = command.function(session, arguments);
+  LOOK(nullptr);
   NEXT;
 }
 label_CommandSwitch : {
   SAVE;
   Value* arguments = &A;
-  const Command& command = session.command(i.wide());
-  const Signature& signature = session.signature(i.wide());
-  if (!CheckArguments(command, signature, arguments)) {
-    *arguments = signature.result == kTypeNumber || signature.result == kTypeNothing ? 0 : kNull;
-    NEXT;
-  }
+  const Command& command = session.command(at[-1].b);
+  if (at[-1].c != 0) ARGUMENTS_FIT(command, session.signature(at[-1].b))
   now->pc = at;
   now->frame = R;
   now->result = arguments;
   wanted = Switch::kNone;
   *arguments = command.function(session, arguments);
-  seen = debugger.seen();
-  if (wanted == Switch::kNone) NEXT;
+  if (!limited) seen = debugger.seen();
+  if (wanted == Switch::kNone) {
+    LOOK(nullptr);
+    NEXT;
+  }
   if (wanted == Switch::kStart) {
     started->caller = now;
     now = started;
@@ -679,27 +520,89 @@ label_CommandSwitch : {
   if (wanted == Switch::kEnd || now->ends_at_wait) goto end_task;
   Task* caller = now->caller;
   now->caller = nullptr;
-  budget = fuel;
-  if (caller == nullptr) return Outcome::kDone;
   now = caller;
-  goto enter;
+  goto next_task;
 }
 label_Poll:
-  if (__atomic_load_n(mode, __ATOMIC_RELAXED) != seen) goto attention;
+  LOOK(nullptr);
   NEXT;
+
+// Joined instructions. One that meets a fault runs as the first of those that it stands for, and they follow.
+label_MulIntAdd : {
+  const Value product = B * SHORT;
+  if (__builtin_expect(!IsNumber(product), 0)) goto label_MulInt;
+  A = product;
+  ++at;
+  const Value left = B;
+  GIVE(A, left + product, left, product);
+  NEXT;
+}
+label_AddKCell : {
+  Fixed* cell = cells + WIDE;
+  const Value sum = LoadCell(cell) + K[at->c];
+  if (__builtin_expect(!IsNumber(sum), 0)) goto label_LoadCell;
+  A = sum;
+  StoreCell(cell, sum);
+  at += 2;
+  NEXT;
+}
+label_LoadCells:
+  A = LoadCell(cells + WIDE);
+  ++at;
+  A = LoadCell(cells + WIDE);
+  NEXT;
+label_AddToElementK : {
+  Array* array = ELEMENT_K;
+  const uint64_t index = INDEX;
+  if (__builtin_expect(index >= array->count, 0)) goto label_LoadElementK;
+  Fixed* cell = array->cells + index;
+  const Value old = LoadCell(cell);
+  const Value sum = old + R[at->c];
+  if (__builtin_expect(!IsNumber(sum), 0)) goto label_LoadElementK;
+  A = old;
+  R[at->a] = sum;
+  StoreCell(cell, sum);
+  at += 2;
+  NEXT;
+}
+label_LoadFieldOfMe : {
+  const Value me = ToValue(now->me);
+  if (__builtin_expect(IsNull(me), 0)) goto label_LoadMe;
+  A = me;
+  ++at;
+  A = LoadCell(FIELD(me));
+  NEXT;
+}
+#define STEP(label, right, op, checked)                       \
+  label : {                                                   \
+    const Value sum = B + K[at[-1].c];                        \
+    if (__builtin_expect(!IsNumber(sum), 0)) goto label_AddK; \
+    A = sum;                                                  \
+    ++at;                                                     \
+    const Value other = right;                                \
+    COMPARE_AND_JUMP(sum, other, op, false, checked, true);   \
+  }
+#define STEPS(name, op)                         \
+  STEP(label_##name, B, op, false)              \
+  STEP(label_##name##K, K[at[-1].b], op, false) \
+  STEP(label_##name##Any, B, op, true)          \
+  STEP(label_##name##KAny, K[at[-1].b], op, true)
+  STEPS(StepLess, <)
+  STEPS(StepLessEqual, <=)
+  STEPS(StepGreater, >)
+  STEPS(StepGreaterEqual, >=)
 
 end_task : {
   Task* caller = now->caller;
   debugger.TaskEnded(*now);
   scheduler.End(*now);
-  budget = fuel;
-  if (caller == nullptr) {
-    task = nullptr;
-    return Outcome::kDone;
-  }
   now = caller;
-  goto enter;
 }
+next_task:
+  if (now == nullptr) now = scheduler.NextInWalk();
+  if (now != nullptr) goto enter;
+  task = nullptr;
+  return Outcome::kDone;
 }
 
 }  // namespace korvel

@@ -22,12 +22,12 @@ class Machine {
   explicit Machine(Session& session) : session_(session) {}
 
   enum class Outcome : uint8_t {
-    kDone,     ///< the copy waits or has ended, and so have all that it began
+    kDone,     ///< all that ran wait or have ended
     kStopped,  ///< by the debugger; Run goes on with the same copy
     kSpent,    ///< the budget is used up
   };
 
-  /// Runs a copy until it waits or ends.
+  /// Runs a copy until it waits or ends, then those that are due in the scheduler's walk.
   Outcome Run(Task& task);
 
   /// The copy that runs now, and the instruction behind the one that does.
@@ -38,20 +38,28 @@ class Machine {
   Switch wanted = Switch::kNone;
   Task* started = nullptr;
 
-  /// Jumps back and calls that are left; a test or the fuzzer sets it.
+  /// Looks at debug_mode that are left: at jumps back, calls and commands. A test or the fuzzer sets it.
   int64_t budget = INT64_MAX;
   /// Where the debugger stopped: the trap there is not asked again.
   const Instruction* resume_at = nullptr;
   Task* stopped = nullptr;
 
  private:
+  // MachineChecks.cpp
+  void Fault(const char* sentence);
+  /// What an operator gives whose result is no number: it is cut, or 0 when an operand is none.
+  Value NotANumber(Value left, Value right, Value result);
+  Value DividedByZero();
+  Fixed* FindElement(Value array, Value index);
+  Value FindVector(Value array);
+  Value FindLine(Value text, Value number);
+  Value CheckKind(Value value, int kind);
   bool CheckArguments(const Command& command, const Signature& signature, const Value* arguments);
   Value LoadMember(Value object, const KorvelMember& member);
   void StoreMember(Value object, const KorvelMember& member, Value value);
   const KorvelMember* FindMember(Value object, int name);
+  Value FindMemberVector(Value object, int name);
   void Cut(int32_t* cells, int member);
-  void Fault(const char* sentence);
-  void NumberFault(Value left, Value right);
 
   Session& session_;
 };

@@ -10,6 +10,7 @@ namespace {
 
 constexpr int64_t kSecond = 1'000'000;
 constexpr int64_t kWhileStopped = 5000;
+constexpr uint16_t kLongestChain = 200;
 
 // The file name goes up to the first " -".
 std::string_view ReadOptions(const char* command_line, Options* options) {
@@ -33,12 +34,6 @@ std::string_view ReadOptions(const char* command_line, Options* options) {
   while (!name.empty() && (name.front() == ' ' || name.front() == '"')) name.remove_prefix(1);
   while (!name.empty() && (name.back() == ' ' || name.back() == '"')) name.remove_suffix(1);
   return name;
-}
-
-// True of a register whose lower half is a number, even if its upper half has not followed yet.
-bool HoldsNumber(Value value) {
-  const auto upper = static_cast<int32_t>(value >> 32);
-  return upper == 0 || upper == -1;
 }
 
 // A direction of its own in each frame, weaker towards the end.
@@ -132,11 +127,18 @@ void Session::Fault(std::string_view sentence) {
 }
 
 bool Session::StartFunction(Function& function, KorvelHead* me, KorvelHead* you, Value first_argument) {
+  // A function that starts itself before it waits would go on until memory ends, as a call of itself would.
+  if (machine.task->chain >= kLongestChain) {
+    Fault("Functions start one another more than 200 deep without a wait; this one ends here.");
+    machine.wanted = Switch::kEnd;
+    return false;
+  }
   Task* task = scheduler.Begin(function, me, you);
   if (task == nullptr) {
     Fault("There is no more memory for another function.");
     return false;
   }
+  task->chain = static_cast<uint16_t>(machine.task->chain + 1);
   if (function.parameters > 0) task->frame[kFirstParameter] = first_argument;
   machine.started = task;
   machine.wanted = Switch::kStart;
@@ -151,7 +153,10 @@ bool Session::Suspend(Task::State state, int64_t wake) {
     return false;
   }
   task.state = state;
-  task.wake = wake;
+  task.chain = 0;
+  scheduler.SetWake(task, state == Task::kWaiting    ? WakeTime::AtFrame(wake)
+                          : state == Task::kSleeping ? WakeTime::AtTime(wake)
+                                                     : WakeTime::Never());
   machine.wanted = Switch::kSuspend;
   return true;
 }
@@ -177,6 +182,14 @@ bool Session::RunNew(Function& function, bool may_wait) {
   return RunTask(*task);
 }
 
+// The machine goes from one copy that is due to the next by itself.
+bool Session::RunDue() {
+  while (Task* task = scheduler.NextInWalk()) {
+    if (!RunTask(*task)) return false;
+  }
+  return true;
+}
+
 bool Session::Frame() {
   if (phase_ == Phase::kEnded) return false;
   if (setjmp(exit_) != 0) {
@@ -198,7 +211,7 @@ bool Session::Frame() {
       return false;
     }
     hit_stop_ = false;
-    TakeWrittenLocals(*machine.stopped);
+    TakeWrittenLocals();
     if (!RunTask(*machine.stopped)) return phase_ != Phase::kEnded;
   }
   return Advance();
@@ -209,7 +222,7 @@ bool Session::Frame() {
 bool Session::Advance() {
   hit_stop_ = false;
   for (;;) {
-    const bool ends_frame = phase_ == Phase::kFinish;
+    const bool ends_frame = phase_ == Phase::kShow;
     const bool goes_on = Step();
     if (hit_stop_) return true;
     if (phase_ == Phase::kEnded) return false;
@@ -229,7 +242,15 @@ bool Session::Step() {
     case Phase::kBegun:
       // As at the end of a frame, so that a wait(1) of main is enough for what it removed or loaded.
       Sweep();
-      if (level_wanted) LoadLevel();
+      phase_ = Phase::kInput;
+      if (level_wanted) {
+        LoadLevel();
+        scheduler.BeginWalk(frames_, game_time_);
+        phase_ = Phase::kFirstLevel;
+      }
+      return true;
+    case Phase::kFirstLevel:
+      if (!RunDue()) return false;
       phase_ = Phase::kInput;
       return true;
     case Phase::kInput:
@@ -243,19 +264,21 @@ bool Session::Step() {
       }
       phase_ = Phase::kWaiting;
       WakeWaiters();
-      scheduler.BeginWalk();
+      scheduler.BeginWalk(frames_, game_time_);
       return true;
     case Phase::kWaiting:
-      while (Task* task = scheduler.NextInWalk()) {
-        const bool due = task->state == Task::kWaiting    ? task->wake <= frames_
-                         : task->state == Task::kSleeping ? task->wake <= game_time_
-                                                          : false;
-        if (due && !RunTask(*task)) return false;
-      }
+      if (!RunDue()) return false;
       phase_ = Phase::kFinish;
       return true;
     case Phase::kFinish:
-      FinishFrame();
+      phase_ = FinishFrame() ? Phase::kLevel : Phase::kShow;
+      return true;
+    case Phase::kLevel:
+      if (!RunDue()) return false;
+      phase_ = Phase::kShow;
+      return true;
+    case Phase::kShow:
+      ShowFrame();
       phase_ = exit_wanted ? Phase::kExit : Phase::kInput;
       // The frame in which the game ends is not the last one that the host asks for.
       return true;
@@ -308,14 +331,14 @@ void Session::WakeWaiters() {
   const int text = input.typing() ? input.TakeTextResult() : -1;
   bool types = false;
   if (!key && text < 0 && !input.typing()) return;
-  for (Task* task = scheduler.first(); task != nullptr; task = task->next) {
-    if (task->state == Task::kForText) types = true;
-    const bool wakes = (task->state == Task::kForKey && key) || (task->state == Task::kForText && text >= 0);
-    if (!wakes) continue;
-    *task->result = task->state == Task::kForKey ? FromInt(input.pressed(0)) : FromInt(text);
-    task->state = Task::kWaiting;
-    task->wake = frames_;
-  }
+  scheduler.ForEach([&](Task& task) {
+    if (task.state == Task::kForText) types = true;
+    const bool wakes = (task.state == Task::kForKey && key) || (task.state == Task::kForText && text >= 0);
+    if (!wakes) return;
+    *task.result = task.state == Task::kForKey ? FromInt(input.pressed(0)) : FromInt(text);
+    task.state = Task::kWaiting;
+    scheduler.SetWake(task, WakeTime::AtFrame(frames_));
+  });
   // Whoever typed was ended by another function.
   if (!types && input.typing()) input.EndText();
 }
@@ -337,13 +360,21 @@ void Session::MoveViews() {
   }
 }
 
-void Session::FinishFrame() {
+// What scripts asked for and the end of the frame brings. True when a level was loaded, whose functions begin
+// now.
+bool Session::FinishFrame() {
   MoveViews();
   for (KorvelHead* text : world.all(kKorvelText)) World::CountCharacters(*reinterpret_cast<Text*>(text));
   Sweep();
-  if (level_wanted) LoadLevel();
   FollowScreen(*this);
   sounds.Sweep(real_time());
+  if (!level_wanted) return false;
+  LoadLevel();
+  scheduler.BeginWalk(frames_, game_time_);
+  return true;
+}
+
+void Session::ShowFrame() {
   host.Present(*this, false);
   WriteShot(*this);
   if (frame_limit > 0) {
@@ -374,26 +405,26 @@ void Session::Sweep() {
       __atomic_store_n(&pointer->target, nullptr, __ATOMIC_RELEASE);
     }
   }
-  for (Task* task = scheduler.first(); task != nullptr; task = task->next) {
-    if (gone(task->me)) task->me = nullptr;
-    if (gone(task->you)) task->you = nullptr;
-    for (Value* frame = task->frame; frame != nullptr;) {
-      const auto* function = reinterpret_cast<const Function*>(frame[kSlotFunction]);
+  scheduler.ForEach([&](Task& task) {
+    if (gone(task.me)) task.me = nullptr;
+    if (gone(task.you)) task.you = nullptr;
+    CallStack calls(program, task, false);
+    for (Call call; calls.Next(&call);) {
+      const Function& function = *call.function;
       // What a local array holds are numbers, whatever they look like.
       uint32_t array = 0;
-      for (uint32_t i = kFirstParameter; i < function->registers; ++i) {
-        while (array < function->local_count && function->locals[array].array_slot < i) ++array;
-        if (array < function->local_count && function->locals[array].array_slot == i) {
-          const uint32_t cells = std::max<uint32_t>(function->locals[array].array_size, 3);
+      for (uint32_t i = kFirstParameter; i < function.registers; ++i) {
+        while (array < function.local_count && function.locals[array].array_slot < i) ++array;
+        if (array < function.local_count && function.locals[array].array_slot == i) {
+          const uint32_t cells = std::max<uint32_t>(function.locals[array].array_size, 3);
           i += (cells + 1) / 2;
           continue;
         }
-        if (IsObject(frame[i]) && gone(reinterpret_cast<void*>(frame[i]))) frame[i] = kNull;
+        Value& value = call.frame[i];
+        if (IsObject(value) && gone(reinterpret_cast<void*>(value))) value = kNull;
       }
-      if (frame[kSlotReturn] == 0) break;
-      frame = reinterpret_cast<Value*>(frame[kSlotFrame]);
     }
-  }
+  });
   SetMe(nullptr, nullptr);
   scene.marks.Drop(gone);
   sounds.Drop(gone);
@@ -448,11 +479,11 @@ void Session::LoadLevel() {
     const std::string_view function = word();
     const Name* found = function.empty() ? nullptr : names.Find(function);
     if (found != nullptr && found->symbol != nullptr && found->symbol->kind == SymbolKind::kFunction) {
-      // It begins in the next frame, with the others that wait.
+      // It begins when the level is there as a whole, before the frame is shown.
       Task* task = scheduler.Begin(*static_cast<Function*>(found->symbol->object), &entity->head, nullptr);
       if (task != nullptr) {
         task->state = Task::kWaiting;
-        task->wake = frames_ + 1;
+        scheduler.SetWake(*task, WakeTime::AtFrame(frames_));
       }
     }
   }
@@ -460,28 +491,26 @@ void Session::LoadLevel() {
 }
 
 // A host writes the lower half of a register that holds a number; the upper half follows.
-void Session::TakeWrittenLocals(Task& task) {
-  const auto* function = reinterpret_cast<const Function*>(task.frame[kSlotFunction]);
-  for (uint32_t i = 0; i < function->local_count; ++i) {
-    Value& value = task.frame[function->locals[i].reg];
-    if (HoldsNumber(value)) value = static_cast<Fixed>(value);
-  }
+void Session::TakeWrittenLocals() {
+  scheduler.ForEach([this](Task& task) {
+    CallStack calls(program, task, false);
+    for (Call call; calls.Next(&call);) {
+      for (uint32_t i = 0; i < call.function->local_count; ++i) {
+        Value& value = call.frame[call.function->locals[i].reg];
+        if (HoldsNumber(value)) value = static_cast<Fixed>(value);
+      }
+    }
+  });
 }
 
 void* Session::FindLocal(const Name& name) {
-  if (!debugger.stopped()) return nullptr;
-  const Task* task = debugger.stopped_task();
+  const Task* task = debugger.stopped() ? debugger.stopped_task() : nullptr;
   if (task == nullptr) return nullptr;
-  auto* frame = task->frame;
-  const auto* function = reinterpret_cast<const Function*>(frame[kSlotFunction]);
-  for (uint32_t i = 0; i < function->local_count; ++i) {
-    const Local& local = function->locals[i];
-    if (local.name != &name) continue;
-    Value* value = frame + local.reg;
-    if (HoldsNumber(*value)) return value;
-    if (!IsObject(*value)) return nullptr;
-    auto* object = reinterpret_cast<KorvelHead*>(*value);
-    return object->kind == kTypeArray ? static_cast<void*>(reinterpret_cast<Array*>(object)->cells) : object;
+  Call call;
+  CallStack(program, *task, true).Next(&call);
+  for (uint32_t i = 0; i < call.function->local_count; ++i) {
+    const Local& local = call.function->locals[i];
+    if (local.name == &name) return FindValue(call, local);
   }
   return nullptr;
 }

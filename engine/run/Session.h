@@ -8,6 +8,7 @@
 #include "engine/files/GameFolder.h"
 #include "engine/objects/Members.h"
 #include "engine/objects/World.h"
+#include "engine/run/CallStack.h"
 #include "engine/run/Debugger.h"
 #include "engine/run/Input.h"
 #include "engine/run/Machine.h"
@@ -108,10 +109,13 @@ class Session {
     kStarters,
     kMain,
     kBegun,
+    kFirstLevel,
     kInput,
     kKeys,
     kWaiting,
     kFinish,
+    kLevel,
+    kShow,
     kExit,
     kLastFrame,
     kEnded
@@ -126,11 +130,13 @@ class Session {
   void BeginFrame();
   void TakeEvents();
   void WakeWaiters();
-  void FinishFrame();
+  bool RunDue();
+  bool FinishFrame();
+  void ShowFrame();
   void Sweep();
   void LoadLevel();
   void MoveViews();
-  void TakeWrittenLocals(Task& task);
+  void TakeWrittenLocals();
   void* FindLocal(const Name& name);
 
   const Command** commands_ = nullptr;

@@ -1,16 +1,18 @@
 #include "engine/run/Task.h"
 
+#include <bit>
+
 namespace korvel {
 namespace {
 
-constexpr uint32_t kSpare = 16;
+// Slots for the frames of functions that a copy calls: at least these in its first piece.
+constexpr uint32_t kSpare = 12;
 constexpr uint32_t kLaterSlots = 512;
 
 }  // namespace
 
 Segment* Scheduler::Grow(Task& task, uint32_t slots) {
-  const size_t bytes =
-      sizeof(Segment) + sizeof(Value) * (slots + (task.segment == nullptr ? kSpare : kLaterSlots));
+  const size_t bytes = sizeof(Segment) + sizeof(Value) * (slots + kLaterSlots);
   auto* segment = static_cast<Segment*>(arena_.TryAllocate(bytes));
   if (segment == nullptr) return nullptr;
   segment->previous = task.segment;
@@ -27,59 +29,69 @@ void Scheduler::Shrink(Task& task) {
 }
 
 Task* Scheduler::Begin(Function& function, KorvelHead* me, KorvelHead* you) {
-  auto* task = static_cast<Task*>(arena_.TryAllocate(sizeof(Task)));
+  // The arena gives powers of two, so all of one is used.
+  const size_t bytes = std::bit_ceil(sizeof(Task) + sizeof(Value) * (function.registers + kSpare));
+  auto* task = static_cast<Task*>(arena_.TryAllocate(bytes));
   if (task == nullptr) return nullptr;
-  if (Grow(*task, function.registers) == nullptr) {
-    arena_.Free(task, sizeof(Task));
-    return nullptr;
-  }
+  task->segment = &task->first;
+  task->first.bytes = bytes;
+  task->first.end = reinterpret_cast<Value*>(reinterpret_cast<char*>(task) + bytes);
   task->root = &function;
-  task->frame = task->segment->slots;
+  task->frame = task->first.slots;
   task->frame[kSlotFunction] = reinterpret_cast<Value>(&function);
   task->me = me;
   task->you = you;
   task->depth = 1;
-  task->previous = last_;
-  (last_ != nullptr ? last_->next : first_) = task;
-  last_ = task;
+  task->slot = order_.size();
+  order_.Add({WakeTime::Never(), task});
   ++count_;
   ++function.copies;
   return task;
 }
 
 void Scheduler::End(Task& task) {
-  if (cursor_ == &task) cursor_ = task.next;
-  (task.previous != nullptr ? task.previous->next : first_) = task.next;
-  (task.next != nullptr ? task.next->previous : last_) = task.previous;
+  order_[task.slot] = {WakeTime::Never(), nullptr};
   --count_;
   --task.root->copies;
-  while (task.segment != nullptr) Shrink(task);
-  arena_.Free(&task, sizeof(Task));
+  while (task.segment != &task.first) Shrink(task);
+  arena_.Free(&task, task.first.bytes);
 }
 
 uint32_t Scheduler::Stop(const Function& function) {
   uint32_t stopped = 0;
-  for (Task* task = first_; task != nullptr;) {
-    Task* next = task->next;
-    if (task->root == &function && !task->ends_at_wait) {
-      ++stopped;
-      if (task->state == Task::kRunning) {
-        task->ends_at_wait = true;
-      } else {
-        End(*task);
-      }
+  ForEach([&](Task& task) {
+    if (task.root != &function || task.ends_at_wait) return;
+    ++stopped;
+    if (task.state == Task::kRunning) {
+      task.ends_at_wait = true;
+    } else {
+      End(task);
     }
-    task = next;
-  }
+  });
   return stopped;
 }
 
 void Scheduler::StopAllOf(const KorvelHead* me) {
-  for (Task* task = first_; task != nullptr;) {
-    Task* next = task->next;
-    if (task->me == me) End(*task);
-    task = next;
+  ForEach([&](Task& task) {
+    if (task.me == me) End(task);
+  });
+}
+
+void Scheduler::BeginWalk(int64_t frame, int64_t game_time) {
+  // The places of those that have ended are filled once they are the larger part.
+  if (order_.size() > 2 * count_ + 64) {
+    uint32_t kept = 0;
+    for (uint32_t i = 0; i < order_.size(); ++i) {
+      if (order_[i].task == nullptr) continue;
+      order_[kept] = order_[i];
+      order_[kept].task->slot = kept;
+      ++kept;
+    }
+    order_.Resize(kept);
   }
+  cursor_ = 0;
+  frame_ = frame;
+  game_time_ = game_time;
 }
 
 }  // namespace korvel

@@ -88,6 +88,113 @@ TEST(Debugger, BreaksAnEndlessLoopFromAnotherThread) {
   EXPECT_TRUE(line == 4 || line == 6) << line;
 }
 
+// The results that debug_result tells at each stop, then the lines printed.
+std::string ResultsAt(uint32_t line, const std::string& script) {
+  GameInFolder game;
+  Session& session = game.Open(script);
+  EXPECT_TRUE(session.debugger.SetBreakpoint("main.vsl", line, true));
+  std::string results;
+  while (LineOfStop(session, 3) != 0 && results.size() < 200) {
+    EXPECT_EQ(session.debugger.position().line, line);
+    char number[40];
+    results += std::string(number, WriteShort(number, Number(session, "debug_result"))) + " ";
+    Number(session, "debug_mode") = 0;
+  }
+  return results + game.host.output;
+}
+
+// The script runs freely between the stops: what was assigned or tested last is known there all the same.
+TEST(Debugger, TellsTheLastResultAtABreakpoint) {
+  const std::string loop =
+      "var total;\n"                      // 1
+      "function add(a)\n"                 // 2
+      "{\n"                               // 3
+      "  total = total + a * 2;\n"        // 4
+      "}\n"                               // 5
+      "function main()\n"                 // 6
+      "{\n"                               // 7
+      "  var i;\n"                        // 8
+      "  var both;\n"                     // 9
+      "  while (i < 3)\n"                 // 10
+      "  {\n"                             // 11
+      "    both = i > 0 && i != 2;\n"     // 12
+      "    add(i);\n"                     // 13
+      "    i = i + 1;\n"                  // 14
+      "  }\n"                             // 15
+      "  print_num(\"total\", total);\n"  // 16
+      "}\n";
+  EXPECT_EQ(ResultsAt(4, loop), "0 1 0 total: 6.000\n") << "of the line that calls";
+  EXPECT_EQ(ResultsAt(10, loop), "0 1 2 3 total: 6.000\n") << "of the line before, in the middle of a loop";
+  EXPECT_EQ(ResultsAt(12, loop), "1 1 1 total: 6.000\n") << "of the condition";
+  EXPECT_EQ(ResultsAt(13, loop), "0 1 0 total: 6.000\n") << "of && on both of its ways";
+  EXPECT_EQ(ResultsAt(14, loop), "0 2 6 total: 6.000\n") << "of the function that was called";
+  EXPECT_EQ(ResultsAt(16, loop), "0 total: 6.000\n") << "of the condition that no longer holds";
+}
+
+// Calls of all copies as a debugger's view would show them, innermost first, with the numbers that they hold.
+std::string CallsOf(Session& session) {
+  std::string text;
+  session.scheduler.ForEach([&](Task& task) {
+    CallStack calls(session.program, task, &task == session.debugger.stopped_task());
+    for (Call call; calls.Next(&call);) {
+      text += std::string(call.function->name->text) + ":" + std::to_string(call.place.line);
+      for (uint32_t i = 0; i < call.function->local_count; ++i) {
+        const Local& local = call.function->locals[i];
+        text += std::string(" ") + local.name->text + "=";
+        text += std::to_string(*static_cast<Fixed*>(FindValue(call, local)) / kOne);
+      }
+      text += "; ";
+    }
+    text += "\n";
+  });
+  return text;
+}
+
+TEST(Debugger, ReachesTheCallsOfAllCopiesAndTheirVariables) {
+  GameInFolder game;
+  Session& session = game.Open(
+      "function inner(a)\n"        // 1
+      "{\n"                        // 2
+      "  var twice[3];\n"          // 3
+      "  twice[0] = a * 2;\n"      // 4
+      "  wait(1);\n"               // 5
+      "  return twice[0];\n"       // 6
+      "}\n"                        // 7
+      "function other()\n"         // 8
+      "{\n"                        // 9
+      "  var n;\n"                 // 10
+      "  n = 5;\n"                 // 11
+      "  n = n + inner(n + 2);\n"  // 12
+      "  print_num(\"n\", n);\n"   // 13
+      "}\n"                        // 14
+      "function main()\n"          // 15
+      "{\n"                        // 16
+      "  fn_start(other);\n"       // 17
+      "  inner(1);\n"              // 18
+      "}\n");
+  EXPECT_TRUE(session.debugger.SetBreakpoint("main.vsl", 6, true));
+  EXPECT_EQ(LineOfStop(session), 6u);
+  EXPECT_EQ(CallsOf(session),
+            "inner:6 a=1 twice=2; main:18; \n"
+            "inner:5 a=7 twice=14; other:12 n=5; \n");
+}
+
+// Nothing in this game jumps back or calls: it is when a function begins, and behind a command, that somebody
+// who breaks is seen.
+TEST(Debugger, BreaksWhatRunsStraightOn) {
+  GameInFolder game;
+  Session& session = game.Open(
+      "var n;\nfunction each()\n{\n  n = n + 1;\n  print(\"x\");\n  n = n + 1;\n}\n"
+      "function main()\n{\n  fn_each_frame(each);\n}\n");
+  EXPECT_TRUE(session.Frame());
+  Number(session, "debug_mode") = kOne;
+  EXPECT_EQ(LineOfStop(session), 4u);
+  Number(session, "debug_mode") = 0;
+  game.host.on_line = [&] { Number(session, "debug_mode") = kOne; };
+  EXPECT_EQ(LineOfStop(session), 6u);
+  EXPECT_EQ(Number(session, "debug_result"), kOne) << "line 4 assigned it last";
+}
+
 TEST(Debugger, FindsWhatAWatchAsksFor) {
   GameInFolder game;
   game.Write("ship.dat", "x");

@@ -57,7 +57,7 @@ TEST(Entities, ComeFromLevelFiles) {
   EXPECT_EQ(Play("print_num(\"found\", level_load(\"one.lev\") + 2 * level_load(\"two.lev\")); wait(1);\n"
                  "print_num(\"count\", ent_count()); e = ent_find(\"rock\"); print_vec(\"rock\", e.x);\n"
                  "print_num(\"scale\", e.scale_y); if (a == null) print(\"old ones are gone\");"),
-            "found: 1.000\ncount: 2.000\nrock: 1.000 2.000 3.000\nscale: 2.000\nold ones are gone\nbegun\n");
+            "found: 1.000\nbegun\ncount: 2.000\nrock: 1.000 2.000 3.000\nscale: 2.000\nold ones are gone\n");
 }
 
 TEST(Entities, DoNotFillTheMemoryWhenTheyComeAndGo) {

@@ -115,5 +115,21 @@ TEST(Errors, AreWhatAnyNonsenseEndsIn) {
   }
 }
 
+TEST(Errors, EndFunctionsThatStartThemselvesWithoutAWait) {
+  GameInFolder game;
+  EXPECT_EQ(game.Run("var n;\nvar waits;\n"
+                     "function again()\n{\n  n = n + 1;\n  fn_start(again);\n}\n"
+                     "function later()\n{\n  waits = waits + 1;\n  wait(1);\n  fn_start(later);\n}\n"
+                     "function main()\n{\n  fn_start(again);\n  print_num(\"copies\", n);\n  wait(1);\n"
+                     "  print_num(\"left\", fn_running(again));\n  fn_start(later);\n  wait(500);\n"
+                     "  print_num(\"waits\", waits);\n  game_exit();\n}\n",
+                     1000),
+            "copies: 200.000\nleft: 0.000\nwaits: 500.000\n");
+  EXPECT_EQ(
+      game.Errors(),
+      "main.vsl(6): Error: Functions start one another more than 200 deep without a wait; this one ends "
+      "here.\n");
+}
+
 }  // namespace
 }  // namespace korvel

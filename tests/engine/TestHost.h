@@ -8,6 +8,7 @@
 #include <deque>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -27,11 +28,15 @@ class TestHost : public Host {
     events.pop_front();
     return true;
   }
-  void Line(std::string_view line) override { output += std::string(line) + "\n"; }
+  void Line(std::string_view line) override {
+    output += std::string(line) + "\n";
+    if (on_line) on_line();
+  }
   void Present(Session&, bool stopped) override { (stopped ? stopped_frames : frames) += 1; }
 
   std::deque<InputEvent> events;
   std::string output;
+  std::function<void()> on_line;  ///< behind each line
   int frames = 0;
   int stopped_frames = 0;
 
