@@ -105,7 +105,7 @@ void NoteMeeting(Session& s, const Meeting& meeting, const Triple& from, const T
 }
 
 Value Move(Session& s, Entity& e, const Triple& step) {
-  const Meeting meeting = FirstMeeting(s, &e, BoxOf(e), step);
+  const Meeting meeting = FirstMeeting(s.world, &e, BoxOf(e), step);
   const Triple from = PlaceOf(e);
   SetPlace(
       e, {from.x + step.x * meeting.share, from.y + step.y * meeting.share, from.z + step.z * meeting.share});
@@ -217,7 +217,7 @@ Value TraceLine(Session& s, const Value* a) {
   const Triple to = ReadVector(a[1]);
   const Triple way{to.x - from.x, to.y - from.y, to.z - from.z};
   // A line is a box without extent; one that begins inside of a box is let out of it.
-  const Meeting meeting = FirstMeeting(s, reinterpret_cast<Entity*>(s.machine.task->me), {from, from}, way);
+  const Meeting meeting = FirstMeeting(s.world, reinterpret_cast<Entity*>(s.machine.task->me), {from, from}, way);
   NoteMeeting(s, meeting, from, way);
   if (meeting.entity == nullptr) return 0;
   return std::max(Value{1}, GiveReal(Length(way) * meeting.share));

@@ -1,5 +1,7 @@
 #include "engine/scene/Boxes.h"
 
+#include <algorithm>
+
 namespace korvel {
 namespace {
 
@@ -42,9 +44,9 @@ bool Overlap(const Box& a, const Box& b) {
          a.low.z < b.high.z && b.low.z < a.high.z;
 }
 
-Meeting FirstMeeting(Session& session, const Entity* mover, const Box& box, const Triple& way) {
+Meeting FirstMeeting(const World& world, const Entity* mover, const Box& box, const Triple& way) {
   Meeting first;
-  for (Entity* other = session.world.first_entity(); other != nullptr; other = other->next) {
+  for (Entity* other = world.first_entity(); other != nullptr; other = other->next) {
     if (other == mover || !IsShown(other->head) || !other->solid) continue;
     const Box target = BoxOf(*other);
     if (Overlap(box, target)) continue;

@@ -1,7 +1,8 @@
 // The boxes around entities, and what meets them.
 #pragma once
 
-#include "engine/commands/Arguments.h"
+#include "engine/objects/World.h"
+#include "engine/scene/Space.h"
 
 namespace korvel {
 
@@ -23,6 +24,6 @@ struct Meeting {
 
 /// Moves a box, of an entity or a point, along a way to the first obstacle: a shown, solid entity that is not
 /// `mover` and that the box does not touch already.
-Meeting FirstMeeting(Session& session, const Entity* mover, const Box& box, const Triple& way);
+Meeting FirstMeeting(const World& world, const Entity* mover, const Box& box, const Triple& way);
 
 }  // namespace korvel
