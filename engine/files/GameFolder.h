@@ -1,7 +1,7 @@
 // The files of a game. Names ignore the case of A to Z, and "\" is "/".
 #pragma once
 
-#include "engine/compile/Compiler.h"
+#include "engine/language/Preprocessor.h"
 
 namespace korvel {
 

@@ -1,8 +1,8 @@
 // All objects of a session: those that the script defines and those that it makes while it runs.
 #pragma once
 
-#include "engine/compile/Compiler.h"
 #include "engine/files/GameFolder.h"
+#include "engine/objects/ObjectMaker.h"
 #include "engine/objects/Objects.h"
 
 namespace korvel {

@@ -1,5 +1,5 @@
 // Commands: what a script can call beside its own functions. Each theme has a table of rows; a new theme is
-// one more table in the list of Commands.cpp.
+// one more table in the list of commands/Command.cpp.
 #pragma once
 
 #include <cstdint>
@@ -20,7 +20,7 @@ struct Command {
   /// What it gives, ":", and its parameters, a letter each, see LetterType. "v" is a vector that is read, "V"
   /// one that is written, "s" a string that is read (a text in quotes will do), "S" one that is written. "?"
   /// behind a letter: null is taken silently. "-" gives nothing; "*" in front means that another function may
-  /// have to run now.
+  /// have to run now, "~" that it waits for a number of frames, which the machine can do by itself.
   const char* signature;
   CommandFunction function;
 };
@@ -41,6 +41,7 @@ struct Signature {
   static constexpr uint32_t kMost = 12;
   int8_t result;
   bool switches;
+  bool waits;
   uint32_t count;
   Parameter parameters[kMost];
 };
