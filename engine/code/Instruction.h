@@ -56,6 +56,7 @@ namespace korvel {
   X(Command)        /* command b with the arguments from R[a] on; R[a] = its value */              \
   X(CommandChecked) /* the same, but the arguments have to be looked at first */                   \
   X(CommandSwitch)  /* the same, and another function may have to run now; looked at first unless c is 0 */ \
+  X(Wait)           /* the same, of a command that waits for frames, whose number is known to be one */ \
   X(Poll)           /* looks whether debug_mode has changed */
 
 // Instructions that do the work of two or three that follow one another often. One stands in the place of the

@@ -1,4 +1,4 @@
-#include "engine/commands/Command.h"
+#include "engine/code/Command.h"
 
 #include "engine/commands/Tables.h"
 
@@ -62,8 +62,9 @@ int LetterType(char letter) {
 
 Signature ReadSignature(const char* text) {
   Signature signature{};
-  if (*text == '*') {
+  if (*text == '*' || *text == '~') {
     signature.switches = true;
+    signature.waits = *text == '~';
     ++text;
   }
   signature.result = static_cast<int8_t>(LetterType(*text));

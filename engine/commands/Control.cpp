@@ -107,7 +107,7 @@ Value GameExit(Session& s, const Value*) {
 }
 
 constexpr Command kRows[] = {
-    {"wait", "*-:n", Wait},
+    {"wait", "~-:n", Wait},
     {"sleep", "*-:n", Sleep},
     {"fn_start", "*n:f?", FnStart},
     {"fn_start_with", "*n:f?n", FnStartWith},

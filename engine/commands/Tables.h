@@ -1,7 +1,7 @@
 // The tables of commands, a file each.
 #pragma once
 
-#include "engine/commands/Command.h"
+#include "engine/code/Command.h"
 
 namespace korvel {
 

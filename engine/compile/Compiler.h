@@ -2,34 +2,13 @@
 // over all definitions.
 #pragma once
 
-#include "engine/commands/Command.h"
+#include "engine/code/Command.h"
 #include "engine/compile/CodeBuilder.h"
 #include "engine/language/Preprocessor.h"
 #include "engine/objects/Members.h"
+#include "engine/objects/ObjectMaker.h"
 
 namespace korvel {
-
-/// Who makes the objects that a script defines.
-class ObjectMaker {
- public:
-  /// A new object of a kind with its usual values, defined by the script.
-  virtual void* MakeObject(int kind, Name* name) = 0;
-  /// A string that nobody may change, for a text in quotes.
-  virtual void* MakeLiteral(std::string_view text) = 0;
-  virtual void SetString(void* string, std::string_view text) = 0;
-  /// A member that holds an object, or a file or text that becomes one.
-  virtual void SetObjectMember(void* object, const KorvelMember& member, void* value) = 0;
-  /// The file of a bitmap, sound or entity. A missing one is told by false; the object then stays empty.
-  virtual bool SetFile(void* object, std::string_view file, const char* folder) = 0;
-  virtual void SetFont(void* font, std::string_view face, int height) = 0;
-  virtual void SetTextLines(void* text, uint32_t count) = 0;
-  virtual void SetTextLine(void* text, uint32_t line, std::string_view content) = 0;
-  /// The view that is there without a definition.
-  virtual void* camera() = 0;
-
- protected:
-  ~ObjectMaker() = default;
-};
 
 /// An expression that may not have been written as instructions yet.
 struct Expression {
@@ -102,6 +81,12 @@ class Compiler {
     bool takes_continue;
     Loop* outer;
   };
+  struct LoopHead {
+    uint32_t line;
+    uint32_t mark;       ///< the first register that the loop may use
+    uint32_t condition;  ///< where it begins
+    uint32_t step;       ///< where the last part of a for begins, 0 for a while
+  };
   struct Label {
     Name* name;
     uint32_t pc;
@@ -133,6 +118,7 @@ class Compiler {
   void ReadMember(Symbol* symbol, const Token& name);
   void ReadSkillMember(Symbol* symbol, const Token& name);
   void ReadFileOf(Symbol* symbol);
+  bool ReadConstant(Expression& e);
   bool ReadConstantNumber(Fixed* value);
   bool ReadConstantObject(int type, Value* value);
   uint32_t ReadArraySize();
@@ -156,7 +142,9 @@ class Compiler {
   void ResolveGotos(const SourceFile* file);
 
   // Loops.cpp
+  void ParseTest(Expression& e);
   void ParseCondition(Expression& e);
+  void RestOfLoop(const LoopHead& head);
   void If();
   void While();
   void DoWhile();
@@ -173,6 +161,7 @@ class Compiler {
   void ParsePrimary(Expression& e);
   void ParseName(Expression& e);
   void ParseMember(Expression& e);
+  void NoMember(const Token& at, int type);
   void ParseIndex(Expression& e);
   void ParseCall(Expression& e, const Token& name);
   void ParseCommand(Expression& e, const Token& name);

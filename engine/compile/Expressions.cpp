@@ -284,6 +284,19 @@ void Compiler::ParsePostfix(Expression& e) {
   }
 }
 
+// `type` may be kTypeAny: what is in front could be any object.
+void Compiler::NoMember(const Token& at, int type) {
+  const bool any = type == kTypeAny;
+  Suggestion near(at.name->view());
+  for (int i = 0; i < members_.name_count(); ++i) {
+    if (any || members_.Find(type, i) >= 0) near.Consider(members_.name(i));
+  }
+  const char* kind = any ? "an object" : TypeName(type);
+  Complain(at, "%c%s has no member \"%s\"%s%s%s", UpperOf(kind[0]), kind + 1, at.name->text,
+           near.best() != nullptr ? "; did you mean " : "", near.best() != nullptr ? near.best() : "",
+           near.best() != nullptr ? "?" : ".");
+}
+
 void Compiler::ParseMember(Expression& e) {
   Advance();
   const Token at = token();
@@ -317,14 +330,7 @@ void Compiler::ParseMember(Expression& e) {
   const bool any = e.type == kTypeAny;
   const int index = any ? -1 : members_.Find(e.type, at.name->member);
   if (any ? at.name->member < 0 : index < 0) {
-    Suggestion near(text);
-    for (int i = 0; i < members_.name_count(); ++i) {
-      if (any || members_.Find(e.type, i) >= 0) near.Consider(members_.name(i));
-    }
-    const char* kind = any ? "an object" : TypeName(e.type);
-    Complain(at, "%c%s has no member \"%s\"%s%s%s", UpperOf(kind[0]), kind + 1, at.name->text,
-             near.best() != nullptr ? "; did you mean " : "", near.best() != nullptr ? near.best() : "",
-             near.best() != nullptr ? "?" : ".");
+    NoMember(at, e.type);
     return;
   }
   const uint32_t object = ToAnyRegister(e);
@@ -494,9 +500,10 @@ void Compiler::ParseCommand(Expression& e, const Token& name) {
     kept = code_.TakeRegister();
     code_.Emit(Op::kMove, kept, base, 0);
   }
-  code_.Emit(signature.switches ? Op::kCommandSwitch
-             : checked          ? Op::kCommandChecked
-                                : Op::kCommand,
+  code_.Emit(signature.waits && !checked ? Op::kWait
+             : signature.switches        ? Op::kCommandSwitch
+             : checked                   ? Op::kCommandChecked
+                                         : Op::kCommand,
              base, number, checked ? 1 : 0);
   if (cut_member != UINT32_MAX) code_.Emit(Op::kCutVector, kept, 0, cut_member);
   code_.SetFree(base + 1);

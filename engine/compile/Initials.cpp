@@ -1,16 +1,19 @@
 // Values in definitions, and members in their bodies.
 #include "engine/compile/Compiler.h"
-#include "engine/language/Suggest.h"
 
 namespace korvel {
 
-bool Compiler::ReadConstantNumber(Fixed* value) {
-  const Token at = token();
+bool Compiler::ReadConstant(Expression& e) {
   constants_only_ = true;
-  Expression e;
   ParseExpression(e);
   constants_only_ = false;
-  if (complained_) return false;
+  return !complained_;
+}
+
+bool Compiler::ReadConstantNumber(Fixed* value) {
+  const Token at = token();
+  Expression e;
+  if (!ReadConstant(e)) return false;
   if (e.where != Expression::kNumberConstant) {
     Complain(at, "A number is expected that is known before the game begins; here is %s.",
              e.type == kTypeNumber ? "one that is not" : TypeName(e.type));
@@ -22,11 +25,8 @@ bool Compiler::ReadConstantNumber(Fixed* value) {
 
 bool Compiler::ReadConstantObject(int type, Value* value) {
   const Token at = token();
-  constants_only_ = true;
   Expression e;
-  ParseExpression(e);
-  constants_only_ = false;
-  if (complained_) return false;
+  if (!ReadConstant(e)) return false;
   if (e.where != Expression::kObjectConstant || e.literal ||
       (e.type != kTypeNull && !FitsKind(e.type, type))) {
     Complain(at, "The name of %s is expected, or null.", TypeName(type));
@@ -190,13 +190,7 @@ void Compiler::ReadMember(Symbol* symbol, const Token& name) {
   if (symbol->type == kKorvelEntity && SameWord(name.name->view(), "model")) return ReadFileOf(symbol);
   const int index = members_.Find(symbol->type, name.name->member);
   if (index < 0) {
-    Suggestion near(name.name->view());
-    for (int i = 0; i < members_.name_count(); ++i) {
-      if (members_.Find(symbol->type, i) >= 0) near.Consider(members_.name(i));
-    }
-    Complain(name, "%c%s has no member \"%s\"%s%s%s", UpperOf(TypeName(symbol->type)[0]),
-             TypeName(symbol->type) + 1, name.name->text, near.best() != nullptr ? "; did you mean " : "",
-             near.best() != nullptr ? near.best() : "", near.best() != nullptr ? "?" : ".");
+    NoMember(name, symbol->type);
     return;
   }
   const KorvelMember& member = members_.row(index);

@@ -12,21 +12,22 @@ bool IsVar(const Token& token) {
 
 }  // namespace
 
-// "(" expression ")": what follows decides on it.
-void Compiler::ParseCondition(Expression& e) {
-  if (!Expect('(', "in front of the condition")) return;
+// An expression that something is decided by.
+void Compiler::ParseTest(Expression& e) {
   const Token at = token();
   ParseExpression(e);
   if (complained_) return;
   if (token().Is('=')) {
     Complain(token(), "An assignment is not a value; did you mean \"==\"?");
-    return;
-  }
-  if (e.where == Expression::kNothing) {
+  } else if (e.where == Expression::kNothing) {
     Complain(at, "This command gives no value.");
-    return;
   }
-  Expect(')', "behind the condition");
+}
+
+void Compiler::ParseCondition(Expression& e) {
+  if (!Expect('(', "in front of the condition")) return;
+  ParseTest(e);
+  if (!complained_) Expect(')', "behind the condition");
 }
 
 void Compiler::If() {
@@ -79,13 +80,9 @@ void Compiler::BodyOfLoop(Loop& loop) {
   complained_ = false;
 }
 
-// The condition is written behind the body, where it costs one jump a round.
-void Compiler::While() {
-  const uint32_t line = token().line;
-  const uint32_t mark = code_.free_register();
-  Advance();
-  const uint32_t condition_at = at_;
-  if (!Expect('(', "in front of the condition") || !SkipBrackets()) return;
+// The body of a loop, then its last part and its condition, although they stand in front of it: there the
+// condition costs one jump a round. Goes on behind the body.
+void Compiler::RestOfLoop(const LoopHead& head) {
   code_.ClearMark();
   JumpList to_condition = kNoJumps;
   code_.AddJump(to_condition, code_.EmitWide(Op::kJump, 0, 0));
@@ -93,20 +90,40 @@ void Compiler::While() {
   Loop loop;
   BodyOfLoop(loop);
   const uint32_t behind = at_;
-  code_.PatchHere(to_condition);
   code_.PatchHere(loop.continues);
-  at_ = condition_at;
-  code_.BeginStatement(line, true);
+  code_.BeginStatement(head.line, true);
   Expression condition;
-  ParseCondition(condition);
+  if (head.step != 0) {
+    at_ = head.step;
+    if (!token().Is(')')) SimpleStatement();
+    if (!complained_) Expect(')', "behind the last part of this for");
+    code_.SetFree(head.mark);
+  }
+  code_.PatchHere(to_condition);
+  at_ = head.condition;
+  if (head.step == 0) {
+    ParseCondition(condition);
+  } else if (token().Is(';')) {
+    SetNumber(condition, kOne);
+  } else if (!complained_) {
+    ParseTest(condition);
+    if (!complained_) Expect(';', "behind the condition of this for");
+  }
   if (!complained_) {
     JumpWhen(condition);
     code_.Patch(condition.when_true, body);
   }
-  code_.SetFree(mark);
+  code_.SetFree(head.mark);
   code_.PatchHere(loop.breaks);
   at_ = behind;
   complained_ = false;
+}
+
+void Compiler::While() {
+  LoopHead head{token().line, code_.free_register(), at_ + 1, 0};
+  Advance();
+  if (!Expect('(', "in front of the condition") || !SkipBrackets()) return;
+  RestOfLoop(head);
 }
 
 void Compiler::DoWhile() {
@@ -134,8 +151,7 @@ void Compiler::DoWhile() {
 }
 
 void Compiler::For() {
-  const uint32_t line = token().line;
-  const uint32_t mark = code_.free_register();
+  LoopHead head{token().line, code_.free_register(), 0, 0};
   Advance();
   if (!Expect('(', "behind \"for\"")) return;
   if (IsVar(token())) {
@@ -144,46 +160,12 @@ void Compiler::For() {
   }
   if (!token().Is(';')) SimpleStatement();
   if (complained_ || !Expect(';', "behind the first part of this for")) return;
-  code_.SetFree(mark);
-  const uint32_t condition_at = at_;
+  code_.SetFree(head.mark);
+  head.condition = at_;
   while (!token().Is(';') && !token().Is('{') && !token().Is('}') && !token().Is(kEndToken)) Advance();
   if (!Expect(';', "behind the condition of this for")) return;
-  const uint32_t step_at = at_;
-  if (!SkipBrackets()) return;
-  code_.ClearMark();
-  JumpList to_condition = kNoJumps;
-  code_.AddJump(to_condition, code_.EmitWide(Op::kJump, 0, 0));
-  const uint32_t body = code_.here();
-  Loop loop;
-  BodyOfLoop(loop);
-  const uint32_t behind = at_;
-  code_.PatchHere(loop.continues);
-  code_.BeginStatement(line, true);
-  at_ = step_at;
-  if (!token().Is(')')) SimpleStatement();
-  if (!complained_) Expect(')', "behind the last part of this for");
-  code_.SetFree(mark);
-  code_.PatchHere(to_condition);
-  at_ = condition_at;
-  if (!complained_ && !token().Is(';')) {
-    Expression condition;
-    const Token at = token();
-    ParseExpression(condition);
-    if (!complained_ && token().Is('='))
-      Complain(token(), "An assignment is not a value; did you mean \"==\"?");
-    if (!complained_ && condition.where == Expression::kNothing) Complain(at, "This command gives no value.");
-    if (!complained_) Expect(';', "behind the condition of this for");
-    if (!complained_) {
-      JumpWhen(condition);
-      code_.Patch(condition.when_true, body);
-    }
-  } else {
-    code_.PatchOne(code_.EmitWide(Op::kJump, 0, 0), body);
-  }
-  code_.SetFree(mark);
-  code_.PatchHere(loop.breaks);
-  at_ = behind;
-  complained_ = false;
+  head.step = at_;
+  if (SkipBrackets()) RestOfLoop(head);
 }
 
 void Compiler::Switch() {

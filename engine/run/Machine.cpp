@@ -523,6 +523,18 @@ label_CommandSwitch : {
   now = caller;
   goto next_task;
 }
+label_Wait : {
+  if (__builtin_expect(now->may_not_wait || now->ends_at_wait, 0)) goto label_CommandSwitch;
+  const Value frames = A >> kFractionBits;
+  scheduler.Wait(*now, session.frame_count() + (frames > 1 ? frames : 1));
+  A = 0;
+  now->pc = at;
+  now->frame = R;
+  Task* caller = now->caller;
+  now->caller = nullptr;
+  now = caller;
+  goto next_task;
+}
 label_Poll:
   LOOK(nullptr);
   NEXT;

@@ -1,8 +1,8 @@
 // Runs the code of one function copy after the other.
 #pragma once
 
+#include "engine/code/Command.h"
 #include "engine/code/Program.h"
-#include "engine/commands/Command.h"
 #include "engine/run/Task.h"
 
 namespace korvel {

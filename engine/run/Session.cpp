@@ -493,7 +493,7 @@ void Session::LoadLevel() {
 // A host writes the lower half of a register that holds a number; the upper half follows.
 void Session::TakeWrittenLocals() {
   scheduler.ForEach([this](Task& task) {
-    CallStack calls(program, task, false);
+    CallStack calls(program, task, &task == machine.stopped);
     for (Call call; calls.Next(&call);) {
       for (uint32_t i = 0; i < call.function->local_count; ++i) {
         Value& value = call.frame[call.function->locals[i].reg];

@@ -3,7 +3,7 @@
 
 #include <csetjmp>
 
-#include "engine/commands/Command.h"
+#include "engine/code/Command.h"
 #include "engine/compile/Compiler.h"
 #include "engine/files/GameFolder.h"
 #include "engine/objects/Members.h"

@@ -68,6 +68,13 @@ class Scheduler {
 
   void SetWake(const Task& task, WakeTime wake) { order_[task.slot].wake = wake; }
 
+  /// Lets a copy wait for a frame.
+  void Wait(Task& task, int64_t frame) {
+    task.state = Task::kWaiting;
+    task.chain = 0;
+    SetWake(task, WakeTime::AtFrame(frame));
+  }
+
   /// Room for a frame behind the one of `from`; null without memory.
   Segment* Grow(Task& task, uint32_t slots);
   void Shrink(Task& task);
