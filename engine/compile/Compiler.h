@@ -170,6 +170,7 @@ class Compiler {
   void ParseVector(const Command& command, const Parameter& parameter, uint32_t reg, bool* checked);
   void ParseSizeof(Expression& e);
   void UnknownName(const Token& token, bool as_function);
+  bool MaySuggest(uint32_t candidates);
 
   // Values.cpp: from expressions to registers and jumps.
   uint32_t ToAnyRegister(Expression& e);
@@ -228,6 +229,7 @@ class Compiler {
   Loop* loop_ = nullptr;
   uint32_t stamp_ = 0;  ///< number of the function whose locals are known
   bool constants_only_ = false;
+  uint32_t patience_ = 1'000'000;  ///< names that may still be looked at for "did you mean"
   char text_[80];
 };
 

@@ -247,6 +247,13 @@ void Compiler::ParseName(Expression& e) {
   }
 }
 
+// A script may have very many names and as many that are wrong.
+bool Compiler::MaySuggest(uint32_t candidates) {
+  if (candidates > patience_) return false;
+  patience_ -= candidates;
+  return true;
+}
+
 void Compiler::UnknownName(const Token& at, bool as_function) {
   complained_ = complained_ || at.name->reported;
   at.name->reported = true;
@@ -255,7 +262,7 @@ void Compiler::UnknownName(const Token& at, bool as_function) {
     return;
   }
   Suggestion near(at.name->view());
-  if (errors_.count() < 100) {
+  if (MaySuggest(program_.symbols.size() + source_.macros().size())) {
     for (uint32_t i = 0; i < CommandCount(); ++i) near.Consider(CommandAt(i).name);
     for (const Symbol* symbol : program_.symbols) near.Consider(symbol->name->text);
     for (const Local& local : locals_) near.Consider(local.name->text);
@@ -288,7 +295,8 @@ void Compiler::ParsePostfix(Expression& e) {
 void Compiler::NoMember(const Token& at, int type) {
   const bool any = type == kTypeAny;
   Suggestion near(at.name->view());
-  for (int i = 0; i < members_.name_count(); ++i) {
+  const int count = members_.name_count();
+  for (int i = MaySuggest(static_cast<uint32_t>(count)) ? 0 : count; i < count; ++i) {
     if (any || members_.Find(type, i) >= 0) near.Consider(members_.name(i));
   }
   const char* kind = any ? "an object" : TypeName(type);

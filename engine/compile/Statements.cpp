@@ -486,7 +486,9 @@ void Compiler::ResolveGotos(const SourceFile* file) {
       continue;
     }
     Suggestion near(jump.name->view());
-    for (const Label& label : labels_) near.Consider(label.name->text);
+    if (MaySuggest(labels_.size())) {
+      for (const Label& label : labels_) near.Consider(label.name->text);
+    }
     complained_ = false;
     const Place place{file, jump.line};
     errors_.Add(place, "There is no label \"%s\" in this function%s%s%s", jump.name->text,

@@ -15,7 +15,8 @@ bool Errors::IsNew(Place place, std::string_view sentence) {
   uint64_t hash = 14695981039346656037u;
   const auto mix = [&hash](uint64_t value) { hash = (hash ^ value) * 1099511628211u; };
   mix(place.line);
-  mix(place.file != nullptr ? place.file->index + 1 : 0);
+  // A file that is included twice is one place.
+  for (char c : std::string_view(place.file != nullptr ? place.file->name : "")) mix(static_cast<uint8_t>(c));
   for (char c : sentence) mix(static_cast<uint8_t>(c));
   uint32_t& first = first_[(hash >> 32) & 255];
   for (uint32_t i = first; i != 0; i = seen_[i - 1].next) {

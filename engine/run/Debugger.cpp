@@ -33,12 +33,15 @@ void Debugger::Begin() {
     joined_[i] = JoinedAt(code + i, code + count, &length);
     lengths_[i] = static_cast<uint8_t>(length);
   }
+  for (uint32_t i = 0; i < count; ++i) {
+    if (TargetOf(i) >= 0) marks_[TargetOf(i)] |= kTarget;
+  }
   mode_ = program_.cells + program_.debug_mode->cell;
   Patch();
 }
 
 bool Debugger::Traps(uint32_t pc) const {
-  return stepping_ || (seen_ != kIgnore && (MarksAt(pc) & (kBreaks | kNotes)) != 0);
+  return stepping_ || (seen_ != kIgnore && (MarksAt(pc) & kTraps) != 0);
 }
 
 // A joined instruction would step over the traps on those that it stands for. What another thread changes
@@ -58,11 +61,10 @@ void Debugger::Patch() {
 // Sets the traps of marks, on any thread.
 void Debugger::PatchTraps() {
   for (uint32_t i = 0; i < program_.code.size(); ++i) {
-    if ((MarksAt(i) & (kBreaks | kNotes)) == 0) continue;
+    if ((MarksAt(i) & kTraps) == 0) continue;
     SetOp(program_.code[i], Op::kTrap);
     for (uint32_t k = 1; k < kMostJoined && k <= i; ++k) {
-      if (lengths_[i - k] > k && (MarksAt(i - k) & (kBreaks | kNotes)) == 0)
-        SetOp(program_.code[i - k], plain_[i - k]);
+      if (lengths_[i - k] > k && (MarksAt(i - k) & kTraps) == 0) SetOp(program_.code[i - k], plain_[i - k]);
     }
   }
 }
@@ -107,9 +109,9 @@ bool Debugger::Mark(uint32_t pc, uint8_t mark) {
 // Finds what may give the last result before a breakpoint: only there is a result noted while the script runs
 // freely, so that the rest of it costs nothing.
 void Debugger::FindResults() {
-  constexpr uint8_t kOnlyBreaks = kBreaks;
+  constexpr uint8_t kKept = kBreaks | kTarget;
   for (uint32_t pc = 0; pc < program_.code.size(); ++pc)
-    __atomic_fetch_and(&marks_[pc], kOnlyBreaks, __ATOMIC_RELAXED);
+    __atomic_fetch_and(&marks_[pc], kKept, __ATOMIC_RELAXED);
   for (uint32_t i = 0; i < program_.functions.size(); ++i)
     __atomic_store_n(&returns_[i], uint8_t{0}, __ATOMIC_RELAXED);
   while (FindResultsOnce()) {
@@ -132,6 +134,12 @@ bool Debugger::FindResultsOnce() {
       found |= __atomic_exchange_n(&returns_[callee.index], uint8_t{kNeeds}, __ATOMIC_RELAXED) == 0;
       continue;
     }
+    const int64_t target = TargetOf(pc);
+    if (target >= 0 && !IsNeeded(target) && (MarksAt(pc + 1) & kTarget) == 0) {
+      // Nobody comes behind this test but by it: a loop in front of a breakpoint is left at full speed.
+      found |= Mark(pc + 1, kFalls);
+      continue;
+    }
     found |= Mark(pc, kNotes);
     // A result that the instruction leaves in its register is taken in front of the next one.
     if ((program_.notes[pc] & kGivesResult) != 0) found |= Mark(pc + 1, kNotes);
@@ -144,31 +152,28 @@ bool Debugger::FindResultsOnce() {
   return found;
 }
 
-bool Debugger::IsNeededBehind(uint32_t pc) {
+bool Debugger::IsNeeded(int64_t pc) const {
+  return (MarksAt(static_cast<uint32_t>(pc)) & kNeeds) != 0;
+}
+
+// Where an instruction jumps to, -1 when it is no jump.
+int64_t Debugger::TargetOf(uint32_t pc) const {
   const Instruction& at = program_.code[pc];
-  const auto needed = [this](int64_t target) {
-    return (MarksAt(static_cast<uint32_t>(target)) & kNeeds) != 0;
-  };
-  const Op op = plain_[pc];
   const int64_t next = int64_t{pc} + 1;
-  if (IsCompareJump(op)) return needed(next) || needed(next + static_cast<int16_t>(at.c));
-  switch (op) {
-    case Op::kReturn:
-    case Op::kReturnZero: {
-      const Function* function = program_.FunctionAt(pc);
-      return function != nullptr && __atomic_load_n(&returns_[function->index], __ATOMIC_RELAXED) != 0;
-    }
-    case Op::kJump:
-    case Op::kJumpLoop:
-      return needed(next + at.wide());
-    case Op::kJumpTrue:
-    case Op::kJumpFalse:
-    case Op::kJumpTrueLoop:
-    case Op::kJumpFalseLoop:
-      return needed(next) || needed(next + at.wide());
-    default:
-      return needed(next);
+  const Op op = plain_[pc];
+  if (IsCompareJump(op)) return next + static_cast<int16_t>(at.c);
+  return op >= Op::kJump && op <= Op::kJumpFalseLoop ? next + at.wide() : -1;
+}
+
+bool Debugger::IsNeededBehind(uint32_t pc) {
+  const Op op = plain_[pc];
+  if (op == Op::kReturn || op == Op::kReturnZero) {
+    const Function* function = program_.FunctionAt(pc);
+    return function != nullptr && __atomic_load_n(&returns_[function->index], __ATOMIC_RELAXED) != 0;
   }
+  const int64_t target = TargetOf(pc);
+  const bool always_jumps = op == Op::kJump || op == Op::kJumpLoop;
+  return (target >= 0 && IsNeeded(target)) || (!always_jumps && IsNeeded(int64_t{pc} + 1));
 }
 
 bool Debugger::GivesResult(uint32_t pc) const {
@@ -204,10 +209,19 @@ void Debugger::TakeResult(const Task& task) {
   result_ = nullptr;
 }
 
+// The test in front of an instruction that is come to by no other way.
+void Debugger::TakeFall(const Instruction* pc, const Value* frame) {
+  const auto at = static_cast<uint32_t>(pc - program_.code.data());
+  if ((MarksAt(at) & kFalls) == 0) return;
+  const uint32_t notes = program_.notes[at - 1];
+  SetResult((notes & kStoresResult) != 0 ? frame[pc[-1].a] : (notes & kJumpsUnless) != 0 ? kOne : 0);
+}
+
 // The last value that was assigned or tested: of the instruction before when it gives one in its register, of
 // this one when it takes one from there.
 void Debugger::NoteResult(const Task& task, const Instruction* pc, const Value* frame) {
   TakeResult(task);
+  TakeFall(pc, frame);
   const auto at = static_cast<uint32_t>(pc - program_.code.data());
   const uint32_t notes = program_.notes[at];
   result_task_ = &task;
@@ -236,6 +250,7 @@ bool Debugger::AtTrap(Task& task, const Instruction* pc, const Value* frame) {
     return false;
   }
   TakeResult(task);
+  TakeFall(pc, frame);
   const Function* function = program_.FunctionAt(at);
   file_ = function->place.file;
   __atomic_store_n(&line_, program_.LineOf(at), __ATOMIC_RELAXED);

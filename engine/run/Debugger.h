@@ -61,9 +61,12 @@ class Debugger {
  private:
   /// Marks of an instruction.
   enum : uint8_t {
-    kBreaks = 1,  ///< a breakpoint stands there
-    kNotes = 2,   ///< it may give the last result before a breakpoint
-    kNeeds = 4,   ///< a breakpoint can be reached from here before there is another result
+    kBreaks = 1,   ///< a breakpoint stands there
+    kNotes = 2,    ///< it may give the last result before a breakpoint
+    kNeeds = 4,    ///< a breakpoint can be reached from here before there is another result
+    kFalls = 8,    ///< the test in front of it did not jump, which is the last result before a breakpoint
+    kTarget = 16,  ///< a jump goes here
+    kTraps = kBreaks | kNotes | kFalls,
   };
 
   uint8_t MarksAt(uint32_t pc) const { return __atomic_load_n(&marks_[pc], __ATOMIC_RELAXED); }
@@ -75,6 +78,9 @@ class Debugger {
   bool FindResultsOnce();
   bool IsNeededBehind(uint32_t pc);
   bool GivesResult(uint32_t pc) const;
+  int64_t TargetOf(uint32_t pc) const;
+  bool IsNeeded(int64_t pc) const;
+  void TakeFall(const Instruction* pc, const Value* frame);
   void TakeResult(const Task& task);
   void SetResult(Value value);
   bool Decide(const Task& task, uint32_t pc) const;

@@ -50,7 +50,9 @@ TEST(Errors, SayWhatHelps) {
        "main.vsl(1): Error: There is no function \"main\", with which a game begins.\n"},
       {"include <missing.vsl>;\nfunction main() { }",
        "main.vsl(1): Error: The file <missing.vsl> was not found.\n"},
-      {"include <main.vsl>;\nfunction main() { }", ""},
+      {"include <main.vsl>;\nfunction main() { }",
+       "main.vsl(1): Error: Files include one another more than 32 deep; does <main.vsl> include itself?\n"
+       "main.vsl(2): Error: \"main\" is defined twice: here and in main.vsl, line 2.\n"},
       {"function a() {\n  if (1) {\n}\nfunction main() { }",
        "main.vsl(1): Error: A \"}\" is missing at the end of \"a\".\n"},
       {"var a = 2097152;\nfunction main() { }",
@@ -108,8 +110,15 @@ TEST(Errors, AreWhatAnyNonsenseEndsIn) {
         "#define A" + std::to_string(i) + " A" + std::to_string(i - 1) + " A" + std::to_string(i - 1) + "\n";
   }
   laughs += "A59";
+  std::string wrong;
+  std::string jumps = "function main() {\n";
+  for (int i = 0; i < 20'000; ++i) {
+    const std::string number = std::to_string(i);
+    wrong += "var v" + number + " = nothing" + number + ";\n";
+    jumps += "l" + number + ": goto k" + number + ";\n";
+  }
   for (const std::string& script :
-       {deep, nested, many, laughs, std::string(5'000'000, '@'), std::string(1 << 20, '"'),
+       {deep, nested, many, laughs, wrong, jumps, std::string(5'000'000, '@'), std::string(1 << 20, '"'),
         std::string(1 << 20, '{'), std::string("\0\0\0", 3), std::string("#")}) {
     EXPECT_NE(ErrorsOf(script), "") << script.substr(0, 40);
   }
