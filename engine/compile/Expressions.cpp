@@ -249,7 +249,7 @@ void Compiler::ParseName(Expression& e) {
 
 // A script may have very many names and as many that are wrong.
 bool Compiler::MaySuggest(uint32_t candidates) {
-  if (candidates > patience_) return false;
+  if (candidates > patience_ || errors_.count() >= Errors::kMostErrors) return false;
   patience_ -= candidates;
   return true;
 }
@@ -262,7 +262,7 @@ void Compiler::UnknownName(const Token& at, bool as_function) {
     return;
   }
   Suggestion near(at.name->view());
-  if (MaySuggest(program_.symbols.size() + source_.macros().size())) {
+  if (MaySuggest(program_.symbols.size() + source_.macros().size() + CommandCount())) {
     for (uint32_t i = 0; i < CommandCount(); ++i) near.Consider(CommandAt(i).name);
     for (const Symbol* symbol : program_.symbols) near.Consider(symbol->name->text);
     for (const Local& local : locals_) near.Consider(local.name->text);

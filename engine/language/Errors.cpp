@@ -5,7 +5,6 @@
 namespace korvel {
 namespace {
 
-constexpr uint32_t kMostErrors = 100;
 constexpr uint32_t kMostFaults = 1000;
 constexpr size_t kLongest = 1000;
 
@@ -42,13 +41,18 @@ void Errors::Write(Place place, std::string_view sentence) {
 }
 
 void Errors::Add(Place place, const char* format, ...) {
+  if (count_ >= kMostErrors) {
+    ++count_;
+    return;
+  }
   char sentence[kLongest];
   va_list values;
   va_start(values, format);
   std::vsnprintf(sentence, sizeof sentence, format, values);
   va_end(values);
   if (!IsNew(place, sentence)) return;
-  if (++count_ <= kMostErrors) Write(place, sentence);
+  ++count_;
+  Write(place, sentence);
 }
 
 void Errors::Fault(Place place, std::string_view sentence) {

@@ -37,7 +37,9 @@ class Errors {
  public:
   Errors(Arena& arena, ErrorSink& sink) : seen_(arena), sink_(sink) {}
 
-  /// Adds an error of reading, with printf's formats. After a hundred of them the rest is counted only.
+  static constexpr uint32_t kMostErrors = 100;
+
+  /// Adds an error of reading, with printf's formats. After kMostErrors the rest is counted only.
   void Add(Place place, const char* format, ...) __attribute__((format(printf, 3, 4)));
 
   /// Adds a fault of the running script. After a thousand of them the rest is dropped.
