@@ -301,6 +301,9 @@ void Compiler::Statement() {
     const uint32_t before = at_;
     SkipStatement();
     if (at_ == before && !token().Is('}')) Advance();
+    // The other half of an if that was skipped is a statement like any other.
+    const bool is_else = token().Is(kNameToken) && token().name->keyword == Keyword::kElse;
+    if (keyword == Keyword::kIf && is_else) Advance();
   }
 }
 

@@ -69,6 +69,18 @@ TEST(Errors, SayWhatHelps) {
   }
 }
 
+TEST(Errors, OfAConditionLeaveItsOtherHalfAlone) {
+  const std::string unknown = "Error: The function or command ";
+  for (const char* body :
+       {"if (nope()) { wait(1); }\nelse { wait(2); }", "if (1) { nope(); }\nelse { wait(2); }",
+        "if (nope()) wait(1);\nelse if (0) wait(2); else { wait(3); }"}) {
+    const std::string seen = ErrorsOf("function main() {\n" + std::string(body) + "\nalso();\n}");
+    EXPECT_EQ(seen, "main.vsl(2): " + unknown + "\"nope\" is unknown.\nmain.vsl(4): " + unknown +
+                        "\"also\" is unknown.\n")
+        << body;
+  }
+}
+
 TEST(Errors, AreAllFoundInOnePass) {
   const std::string seen = ErrorsOf(
       "var a = ;\n"
