@@ -56,7 +56,7 @@ TEST(GoldenOutline, LooksAsItDidWhenAPersonLastLooked) {
     if (!file.is_regular_file()) continue;
     scripts[file.path()] = kGolden / "lander" / (file.path().filename().string() + ".outline");
   }
-  EXPECT_EQ(scripts.size(), 6u);
+  EXPECT_EQ(scripts.size(), 13u);
   for (const auto& [script, form] : scripts) {
     CCrystalTextBuffer buffer;
     ASSERT_TRUE(buffer.LoadFile(script.string())) << script;

@@ -1,4 +1,4 @@
-// The sample game and the examples in the command help use only what the language has.
+// The samples and the examples in the command help use only what the language has.
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@
 namespace quill {
 namespace {
 
-const std::filesystem::path kSampleFolder = std::filesystem::path(QUILL_SOURCE_DIR) / "samples/lander";
+const std::filesystem::path kSampleFolder = std::filesystem::path(QUILL_SOURCE_DIR) / "samples";
 
 std::string ReadAll(const std::filesystem::path& path) {
   std::ifstream in(path, std::ios::binary);
@@ -84,52 +84,107 @@ std::vector<Call> CallsIn(std::string_view code) {
   return calls;
 }
 
+using Arity = std::map<std::string, size_t>;         ///< number of arguments of what can be called
+using Scripts = std::map<std::string, std::string>;  ///< texts by file name
+
+/// Adds the functions that the scripts define; each has one definition.
+void AddFunctions(const Scripts& scripts, Arity& arity) {
+  for (const auto& [name, text] : scripts) {
+    std::istringstream lines(CodeOnly(text));
+    for (std::string line; std::getline(lines, line);) {
+      if (!line.starts_with("function ") && !line.starts_with("starter ")) continue;
+      const Call definition = CallsIn(line).at(0);
+      EXPECT_TRUE(arity.emplace(definition.name, definition.arguments).second) << name << ": " << line;
+    }
+  }
+}
+
 class Samples : public testing::Test {
  protected:
   void SetUp() override {
     ASSERT_TRUE(m_keywords.LoadKeywordSets(QUILL_BIN_DIR));
     ASSERT_TRUE(m_commands.LoadCommandDatabase(QUILL_BIN_DIR));
     for (int32_t i = 0; i < m_commands.Count(); ++i) {
-      m_arity[m_commands.GetCommandName(i)] = CallsIn(m_commands.GetCommandParameters(i)).at(0).arguments;
+      m_commands_arity[m_commands.GetCommandName(i)] =
+          CallsIn(m_commands.GetCommandParameters(i)).at(0).arguments;
     }
+    m_arity = m_commands_arity;
     for (const auto& file : std::filesystem::recursive_directory_iterator(kSampleFolder)) {
       const std::string extension = file.path().extension().string();
       if (extension == ".vsl" || extension == ".h") {
-        m_scripts[file.path().filename().string()] = ReadAll(file.path());
+        m_samples[file.path().parent_path()][file.path().filename().string()] = ReadAll(file.path());
       }
     }
-    ASSERT_GE(m_scripts.size(), 4u);
+    ASSERT_EQ(m_samples.size(), 3u);
+    AddFunctions(m_samples.at(kSampleFolder / "lander"), m_arity);
   }
 
   KeywordDatabase m_keywords;
   CommandDatabase m_commands;
-  std::map<std::string, size_t> m_arity;  ///< number of arguments of everything that can be called
-  std::map<std::string, std::string> m_scripts;
+  Arity m_commands_arity;
+  Arity m_arity;  ///< of the commands and the functions of the sample game, from which the manual takes
+                  ///< examples
+  std::map<std::filesystem::path, Scripts> m_samples;  ///< by folder
 };
 
 TEST_F(Samples, CallOnlyCommandsAndTheirOwnFunctions) {
-  for (const auto& [name, text] : m_scripts) {
-    std::istringstream lines(CodeOnly(text));
-    for (std::string line; std::getline(lines, line);) {
-      if (line.starts_with("function ") || line.starts_with("starter ")) {
-        const Call definition = CallsIn(line).at(0);
-        EXPECT_TRUE(m_arity.emplace(definition.name, definition.arguments).second) << line;
+  for (const auto& [folder, scripts] : m_samples) {
+    Arity arity = m_commands_arity;
+    AddFunctions(scripts, arity);
+    for (const auto& [name, text] : scripts) {
+      for (const Call& call : CallsIn(CodeOnly(text))) {
+        if (m_keywords.IsKeyword(name, call.name)) continue;
+        const auto known = arity.find(call.name);
+        ASSERT_NE(known, arity.end()) << name << ":" << call.line << ": " << call.name;
+        EXPECT_EQ(call.arguments, known->second) << name << ":" << call.line << ": " << call.name;
       }
     }
   }
-  for (const auto& [name, text] : m_scripts) {
-    for (const Call& call : CallsIn(CodeOnly(text))) {
-      if (m_keywords.IsKeyword(name, call.name)) continue;
-      const auto known = m_arity.find(call.name);
-      ASSERT_NE(known, m_arity.end()) << name << ":" << call.line << ": " << call.name;
-      EXPECT_EQ(call.arguments, known->second) << name << ":" << call.line << ": " << call.name;
+}
+
+/// The first word of a line and the one behind it, in small letters.
+std::pair<std::string, std::string> FirstWords(const std::string& line) {
+  std::istringstream words(line);
+  std::string first, second;
+  words >> first >> second;
+  second = second.substr(0, second.find_first_of("[(;=,"));
+  return {cp1252::ToLower(first), cp1252::ToLower(second)};
+}
+
+const std::set<std::string> kDefining = {
+    "var",   "var_nsave", "var_info", "string",   "bmap", "sound",  "font",     "skill",  "text",
+    "panel", "view",      "entity",   "material", "sky",  "window", "function", "action", "starter"};
+
+TEST_F(Samples, NoDefineIsAnotherNameInOtherLetters) {
+  for (const auto& [folder, scripts] : m_samples) {
+    std::map<std::string, std::string> defines;
+    std::set<std::string> names;
+    for (const auto& [command, arguments] : m_commands_arity) names.insert(cp1252::ToLower(command));
+    for (const auto& [name, text] : scripts) {
+      std::istringstream lines(CodeOnly(text));
+      for (std::string line; std::getline(lines, line);) {
+        const auto [first, second] = FirstWords(line);
+        if (first == "define" || first == "#define") {
+          EXPECT_TRUE(defines.emplace(second, name).second) << name << ": " << second << " is defined twice";
+        } else if (kDefining.contains(first.substr(0, first.find('*')))) {
+          names.insert(second);
+        }
+        // Parameters as well.
+        if (first != "function") continue;
+        for (size_t at = line.find('('); at != std::string::npos && at + 1 < line.size();
+             at = line.find_first_of(" ,", at + 1)) {
+          names.insert(cp1252::ToLower(line.substr(at + 1, line.find_first_of(" ,)", at + 1) - at - 1)));
+        }
+      }
     }
+    for (const auto& [define, file] : defines) EXPECT_FALSE(names.contains(define)) << file << ": " << define;
+    EXPECT_FALSE(defines.empty()) << folder;
   }
 }
 
 TEST_F(Samples, ShowEveryKindOfDefinitionAndCloseEveryBrace) {
   std::set<std::string> firstWords;
-  for (const auto& [name, text] : m_scripts) {
+  for (const auto& [name, text] : m_samples.at(kSampleFolder / "lander")) {
     const std::string code = CodeOnly(text);
     EXPECT_EQ(std::count(code.begin(), code.end(), '{'), std::count(code.begin(), code.end(), '}')) << name;
     std::istringstream lines(code);
@@ -143,15 +198,17 @@ TEST_F(Samples, ShowEveryKindOfDefinitionAndCloseEveryBrace) {
 }
 
 TEST_F(Samples, NameOnlyFilesThatExist) {
-  for (const auto& [name, text] : m_scripts) {
-    const std::string code = CodeOnly(text);
-    for (size_t open = code.find('<'); open != std::string::npos; open = code.find('<', open + 1)) {
-      const size_t end = code.find_first_of(">;)\n", open);
-      const std::string file = code.substr(open + 1, end - open - 1);
-      if (code[end] != '>' || file.find('.') == std::string::npos) continue;
-      EXPECT_TRUE(std::filesystem::exists(kSampleFolder / file) ||
-                  std::filesystem::exists(kSampleFolder / "media" / file))
-          << name << ": " << file;
+  for (const auto& [folder, scripts] : m_samples) {
+    for (const auto& [name, text] : scripts) {
+      const std::string code = CodeOnly(text);
+      for (size_t open = code.find('<'); open != std::string::npos; open = code.find('<', open + 1)) {
+        const size_t end = code.find_first_of(">;)\n", open);
+        const std::string file = code.substr(open + 1, end - open - 1);
+        if (code[end] != '>' || file.find('.') == std::string::npos) continue;
+        EXPECT_TRUE(std::filesystem::exists(folder / file) ||
+                    std::filesystem::exists(folder / "media" / file))
+            << name << ": " << file;
+      }
     }
   }
 }
