@@ -66,7 +66,9 @@ void CGrep::Build() {
   m_close->setAutoDefault(false);
   m_search->setDefault(true);
   m_browse->setToolTip(UiText(StringId::kBrowseForDirectory));
+  m_browse->setAccessibleName(UiText(StringId::kBrowseForDirectory));
   m_results->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  m_results->setAccessibleName(UiText(StringId::kGrepResults));
   m_results->setUniformItemSizes(true);
   m_results->setModel(m_model);
   m_results->setItemDelegate(new GrepResultDelegate(*m_model, m_results));

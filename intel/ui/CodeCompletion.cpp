@@ -11,6 +11,7 @@
 #include <algorithm>
 
 #include "intel/ui/Popup.h"
+#include "res/ui/UiText.h"
 #include "widgets/CodePageText.h"
 
 namespace quill {
@@ -56,6 +57,17 @@ class RowDelegate : public QStyledItemDelegate {
   }
 };
 
+/// The toolkit tells screen readers of each row that becomes the current one as if it had the focus.
+class NameList : public QListView {
+ public:
+  using QListView::QListView;
+
+ protected:
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override {
+    QAbstractItemView::currentChanged(current, previous);
+  }
+};
+
 QLabel* NewPanelLabel(QWidget* parent) {
   auto* label = new QLabel(parent);
   label->setTextFormat(Qt::PlainText);
@@ -67,11 +79,13 @@ QLabel* NewPanelLabel(QWidget* parent) {
 
 CCodeCompletion::CCodeCompletion(QWidget* owner)
     : QWidget(owner),
-      m_view(new QListView(this)),
+      m_view(new NameList(this)),
       m_panel(new QWidget(this)),
       m_heading(NewPanelLabel(m_panel)),
-      m_text(NewPanelLabel(m_panel)) {
+      m_text(NewPanelLabel(m_panel)),
+      m_announcer(*m_view) {
   MakePopup(*this);
+  m_view->setAccessibleName(UiText(StringId::kCompletionList));
   m_view->setModel(&m_model);
   m_view->setItemDelegate(new RowDelegate(m_view));
   m_view->setUniformItemSizes(true);
@@ -100,7 +114,6 @@ CCodeCompletion::CCodeCompletion(QWidget* owner)
 }
 
 void CCodeCompletion::Open(CompletionList list, DetailSource detail, const QFont& font, const QRect& word) {
-  m_detail = std::move(detail);
   m_word = word;
   m_side = PopupSide::kBelow;
   m_view->setFont(font);
@@ -108,7 +121,7 @@ void CCodeCompletion::Open(CompletionList list, DetailSource detail, const QFont
   heading.setBold(true);
   m_heading->setFont(heading);
   SetChosen(false);
-  m_model.SetList(std::move(list));
+  m_model.SetList(std::move(list), std::move(detail));
   SelectRow(0);
   Arrange();
   show();
@@ -161,6 +174,7 @@ void CCodeCompletion::MoveSelection(Move move) {
 void CCodeCompletion::SetChosen(bool chosen) {
   static_cast<RowDelegate*>(m_view->itemDelegate())->chosen = chosen;
   m_view->viewport()->update();
+  m_announcer.SetChosen(chosen);
 }
 
 std::optional<CompletionEntry> CCodeCompletion::Selected() const {
@@ -176,7 +190,7 @@ std::optional<CompletionEntry> CCodeCompletion::OnlyEntry() const {
 void CCodeCompletion::ShowDetail() {
   const int row = m_view->currentIndex().row();
   if (row < 0 || row >= m_model.rowCount()) return;
-  const CompletionDetail detail = m_detail(*m_model.List(), static_cast<size_t>(row));
+  const CompletionDetail detail = m_model.Detail(row);
   m_heading->setText(FromCodePage(detail.heading));
   m_text->setText(FromCodePage(detail.text));
   m_text->setVisible(!detail.text.empty());
@@ -215,6 +229,7 @@ void CCodeCompletion::paintEvent(QPaintEvent*) {
 
 void CCodeCompletion::hideEvent(QHideEvent* event) {
   QWidget::hideEvent(event);
+  m_announcer.SetChosen(false);
   Q_EMIT EntryChanged();
 }
 

@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "intel/ui/CompletionModel.h"
-#include "intel/writing/CompletionDetail.h"
+#include "intel/ui/ListAnnouncer.h"
 #include "intel/writing/PopupPlace.h"
 
 class QLabel;
@@ -18,7 +18,7 @@ class CCodeCompletion : public QWidget {
   Q_OBJECT
 
  public:
-  using DetailSource = std::function<CompletionDetail(const CompletionList&, size_t row)>;
+  using DetailSource = CompletionModel::DetailSource;
 
   explicit CCodeCompletion(QWidget* owner);
 
@@ -62,7 +62,7 @@ class CCodeCompletion : public QWidget {
   QWidget* m_panel;
   QLabel* m_heading;
   QLabel* m_text;
-  DetailSource m_detail;
+  ListAnnouncer m_announcer;
   QRect m_word;
   PopupSide m_side = PopupSide::kBelow;  ///< of the word; kept until the list is opened anew
 };

@@ -41,7 +41,9 @@ CodeJumperPane::CodeJumperPane(QWidget* parent)
       m_variables(AddList(StringId::kPaneVariables, StringId::kEmptyVariables)),
       m_elements(AddList(StringId::kPaneElements, StringId::kEmptyElements)) {
   m_filter->setPlaceholderText(UiText(StringId::kOutlineFilter));
+  m_filter->setAccessibleName(UiText(StringId::kOutlineFilter));
   m_filter->setClearButtonEnabled(true);
+  m_tree->setAccessibleName(UiText(StringId::kBarCodeJumper));
   m_lists->setDocumentMode(true);
   m_splitter->setCollapsible(0, false);
   m_splitter->setStretchFactor(0, kTreeShare);
@@ -64,6 +66,7 @@ CodeJumperPane::CodeJumperPane(QWidget* parent)
 OutlineList* CodeJumperPane::AddList(StringId title, StringId emptyText) {
   auto* list = new OutlineList(emptyText, m_lists);
   m_lists->addTab(list, UiText(title));
+  list->setAccessibleName(UiText(title));
   connect(list, &OutlineList::Jump, this, &CodeJumperPane::Jump);
   connect(list, &OutlineList::FileChosen, this, &CodeJumperPane::FileChosen);
   list->installEventFilter(this);

@@ -2,6 +2,7 @@
 
 #include "intel/ui/ActiveScript.h"
 #include "intel/vocabulary/CommandDatabase.h"
+#include "res/ui/UiText.h"
 #include "shell/ui/ActiveView.h"
 #include "shell/ui/DockBars.h"
 
@@ -16,6 +17,7 @@ void CommandHelp::AddBars(DockBars& bars) {
   DockBar& bar = bars.AddBar(CommandId::kViewCommandHelp, StringId::kBarCommandHelp,
                              StringId::kEmptyCommandHelp, Qt::BottomDockWidgetArea);
   m_pane = new CHTMLCtrl(m_commands, &bar);
+  m_pane->setAccessibleName(UiText(StringId::kBarCommandHelp));
   bar.SetContents(m_pane);
   connect(m_pane, &CHTMLCtrl::ManualWanted, this, &CommandHelp::ManualWanted);
 }

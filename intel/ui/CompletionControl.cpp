@@ -274,8 +274,8 @@ bool CompletionControl::OnKey(const QKeyEvent& event) {
       m_list->SetChosen(true);
       return true;
     case CompletionStep::kMove:
-      m_list->SetChosen(true);
       m_list->MoveSelection(MoveOf(event.key()));
+      m_list->SetChosen(true);
       return true;
     case CompletionStep::kTake:
       Take();

@@ -5,9 +5,10 @@
 
 namespace quill {
 
-void CompletionModel::SetList(CompletionList list) {
+void CompletionModel::SetList(CompletionList list, DetailSource detail) {
   beginResetModel();
   m_list = std::move(list);
+  m_detail = std::move(detail);
   endResetModel();
 }
 
@@ -32,6 +33,10 @@ QVariant CompletionModel::data(const QModelIndex& index, int role) const {
   if (!m_list || row >= m_list->Count()) return {};
   if (role == Qt::DisplayRole) return FromCodePage(m_list->Name(row));
   if (role == Qt::DecorationRole) return IconOf(m_list->Kind(row));
+  if (role == Qt::AccessibleDescriptionRole) {
+    const CompletionDetail detail = Detail(index.row());
+    return FromCodePage(detail.text.empty() ? detail.heading : detail.heading + '\n' + detail.text);
+  }
   return {};
 }
 

@@ -23,6 +23,7 @@ ManualFindBar::ManualFindBar(ManualPage& page, QWidget* parent)
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   m_text->setPlaceholderText(UiText(StringId::kManualFindPrompt));
+  m_text->setAccessibleName(UiText(StringId::kManualFindPrompt));
   m_text->setClearButtonEnabled(true);
   m_text->setMaximumWidth(kFieldWidth);
   row->addWidget(m_text, 1);
@@ -48,6 +49,7 @@ QToolButton* ManualFindBar::AddButton(const char* icon, const QString& tip) {
   auto* button = new QToolButton(this);
   button->setIcon(LoadIcon(icon));
   button->setToolTip(tip);
+  button->setAccessibleName(tip);
   button->setAutoRaise(true);
   button->setFocusPolicy(Qt::TabFocus);
   layout()->addWidget(button);

@@ -8,6 +8,7 @@
 
 #include "intel/ui/ListSteering.h"
 #include "intel/ui/RoomyDelegate.h"
+#include "res/Commands.h"
 #include "res/ui/UiText.h"
 
 namespace quill {
@@ -15,7 +16,9 @@ namespace quill {
 ManualIndexPane::ManualIndexPane(QHelpEngine& engine, QWidget* parent)
     : QWidget(parent), m_field(new QLineEdit(this)), m_list(engine.indexWidget()) {
   m_field->setPlaceholderText(UiText(StringId::kManualIndexPrompt));
+  m_field->setAccessibleName(UiText(StringId::kManualIndexPrompt));
   m_field->setClearButtonEnabled(true);
+  m_list->setAccessibleName(UiText(PlainLabel(Text(StringId::kManualIndex))));
   m_list->setFrameShape(QFrame::NoFrame);
   m_list->setUniformItemSizes(true);
   m_list->setItemDelegate(new RoomyDelegate(m_list));

@@ -8,6 +8,7 @@
 #include "intel/ui/ListSteering.h"
 #include "intel/ui/ManualBook.h"
 #include "intel/ui/ManualResultDelegate.h"
+#include "res/Commands.h"
 #include "res/ui/UiText.h"
 
 namespace quill {
@@ -45,7 +46,9 @@ ManualSearchPane::ManualSearchPane(const ManualBook& book, QWidget* parent)
       m_status(new QLabel(this)),
       m_results(new QListWidget(this)) {
   m_field->setPlaceholderText(UiText(StringId::kManualSearchPrompt));
+  m_field->setAccessibleName(UiText(StringId::kManualSearchPrompt));
   m_field->setClearButtonEnabled(true);
+  m_results->setAccessibleName(UiText(PlainLabel(Text(StringId::kManualSearch))));
   m_results->setFrameShape(QFrame::NoFrame);
   m_results->setUniformItemSizes(true);
   m_results->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

@@ -16,6 +16,7 @@
 #include "intel/ui/ManualPage.h"
 #include "intel/ui/ManualSearchPane.h"
 #include "intel/ui/RoomyDelegate.h"
+#include "res/Commands.h"
 #include "res/ui/IconSet.h"
 #include "res/ui/UiText.h"
 #include "settings/Settings.h"
@@ -49,6 +50,8 @@ ManualWindow::ManualWindow(std::unique_ptr<ManualBook> book, const AppProfile& p
   setWindowIcon(LoadIcon("help"));
   // The program ends with its main window.
   setAttribute(Qt::WA_QuitOnClose, false);
+  m_contents->setAccessibleName(UiText(PlainLabel(Text(StringId::kManualContents))));
+  m_page->setAccessibleName(UiText(StringId::kManualTitle));
   BuildSide();
   BuildPage();
   BuildToolBar();

@@ -25,6 +25,7 @@ std::string PlaceSection() {
 ToDoDialog::ToDoDialog(const std::string& programFolder, AppProfile profile, QWidget* parent)
     : QDialog(parent), m_list(programFolder), m_profile(profile), m_field(new PlainTextField(this)) {
   setWindowTitle(UiText(StringId::kToDoTitle));
+  m_field->setAccessibleName(UiText(StringId::kToDoTitle));
   setSizeGripEnabled(true);
   Build();
   const auto kept = frame_geometry::Kept(m_profile, PlaceSection());

@@ -45,9 +45,12 @@ void CChildFrame::UpdateTitle() {
   if (!m_folder.isEmpty()) title = UiText(StringId::kNameInFolder, {title, m_folder});
   if (file.Disk() == DocumentFile::DiskState::kGone) title = UiText(StringId::kDeletedFileTitle, {title});
   m_shownTitle = title;
+  m_view->setAccessibleName(title);
+  m_view->setAccessibleDescription(FromBytes(m_document.File().Path()));
   setWindowTitle(plain_names::ForTitle(title) + "[*]");
   setWindowModified(file.IsModified() || file.Disk() != DocumentFile::DiskState::kAsKnown);
   setToolTip(plain_names::ForTip(FromBytes(m_document.File().Path())));
+  Q_EMIT TitleUpdated();
 }
 
 QString CChildFrame::ShownTitle() const {

@@ -47,6 +47,8 @@ class CChildFrame : public QMdiSubWindow {
  Q_SIGNALS:
   /// The view is detached and the window about to go.
   void Closed(CChildFrame* frame);
+  /// `UpdateTitle` was called.
+  void TitleUpdated();
 
  protected:
   bool event(QEvent* event) override;

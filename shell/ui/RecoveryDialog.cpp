@@ -51,6 +51,7 @@ RecoveryDialog::RecoveryDialog(const std::vector<RecoverableDocument>& found, QW
   setWindowTitle(UiText(StringId::kRecoverTitle));
   auto* question = new QLabel(UiText(StringId::kRecoverQuestion), this);
   question->setWordWrap(true);
+  m_list->setAccessibleName(question->text());
   m_list->setRootIsDecorated(false);
   m_list->setHeaderLabels({UiText(StringId::kRecoverColumnName), UiText(StringId::kRecoverColumnTime),
                            UiText(StringId::kRecoverColumnFolder), UiText(StringId::kRecoverColumnRemark)});

@@ -37,6 +37,7 @@ SaveListDialog::SaveListDialog(const std::vector<std::string>& names, QWidget* p
                                   UiText(StringId::kSaveTickedHint),
                               this);
   question->setWordWrap(true);
+  m_list->setAccessibleName(question->text());
   m_list->setRootIsDecorated(false);
   m_list->setTextElideMode(Qt::ElideMiddle);  // both ends tell alike folders apart
   m_list->setHeaderLabels({UiText(StringId::kRecoverColumnName), UiText(StringId::kRecoverColumnFolder)});

@@ -1,5 +1,6 @@
 #include "shell/ui/StatusPanes.h"
 
+#include <QAccessibleWidget>
 #include <QEvent>
 #include <QFontMetrics>
 #include <QHelpEvent>
@@ -29,9 +30,41 @@ QString LineEndName(int style) {
   return style >= 0 && style < 3 ? UiText(kNames[style]) : QString();
 }
 
+/// A pane as assistive technology sees it: its text, and a button where a click does something.
+class AccessiblePane : public QAccessibleWidget {
+ public:
+  explicit AccessiblePane(StatusPane& pane) : QAccessibleWidget(&pane) {}
+
+  static QAccessibleInterface* Make(const QString&, QObject* object) {
+    auto* pane = dynamic_cast<StatusPane*>(object);
+    return pane == nullptr ? nullptr : new AccessiblePane(*pane);
+  }
+
+  QAccessible::Role role() const override {
+    return Pane().Answers() ? QAccessible::Button : QAccessible::StaticText;
+  }
+  QString text(QAccessible::Text what) const override {
+    if (what == QAccessible::Name) return Pane().Text();
+    return what == QAccessible::Description ? Pane().Tip() : QAccessibleWidget::text(what);
+  }
+  QStringList actionNames() const override {
+    return Pane().Answers() ? QStringList{pressAction()} : QStringList();
+  }
+  void doAction(const QString& name) override {
+    if (name == pressAction() && Pane().Answers()) Pane().Answer();
+  }
+
+ private:
+  StatusPane& Pane() const { return *static_cast<StatusPane*>(widget()); }
+};
+
 }  // namespace
 
 StatusPane::StatusPane(const QString& widest, QWidget* parent) : QWidget(parent), m_widest(widest) {
+  [[maybe_unused]] static const bool once = [] {
+    QAccessible::installFactory(AccessiblePane::Make);
+    return true;
+  }();
   FitTo(widest);
 }
 
@@ -49,6 +82,8 @@ void StatusPane::SetText(const QString& text) {
   m_text = text;
   FitTo(text);
   update();
+  QAccessibleEvent event(this, QAccessible::NameChanged);
+  QAccessible::updateAccessibility(&event);
 }
 
 void StatusPane::SetAnswer(std::function<QString()> tip, std::function<void(QPoint)> run) {
@@ -73,7 +108,7 @@ void StatusPane::mouseReleaseEvent(QMouseEvent* event) {
       m_pressed && event->button() == Qt::LeftButton && rect().contains(event->position().toPoint());
   m_pressed = false;
   update();
-  if (clicked && Answers()) m_run(mapToGlobal(QPoint(0, 0)));
+  if (clicked && Answers()) Answer();
 }
 
 void StatusPane::paintEvent(QPaintEvent*) {

@@ -20,6 +20,11 @@ class StatusPane : public QWidget {
   /// What a click does while the pane has a text, and what is said of it before. `run` gets the place on the
   /// screen above which a menu may stand.
   void SetAnswer(std::function<QString()> tip, std::function<void(QPoint)> run);
+  /// Whether a click does something at this moment; `Answer` does it.
+  bool Answers() const { return m_run && isEnabled() && !m_text.isEmpty(); }
+  void Answer() { m_run(mapToGlobal(QPoint(0, 0))); }
+  /// Of what a click does; empty when it does nothing.
+  QString Tip() const { return Answers() ? m_tip() : QString(); }
   QSize sizeHint() const override;
 
  protected:
@@ -31,7 +36,6 @@ class StatusPane : public QWidget {
 
  private:
   void FitTo(const QString& text);
-  bool Answers() const { return m_run && isEnabled() && !m_text.isEmpty(); }
 
   std::function<QString()> m_tip;
   std::function<void(QPoint)> m_run;

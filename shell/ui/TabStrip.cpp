@@ -8,6 +8,7 @@
 #include <QTabBar>
 #include <QToolButton>
 #include <QToolTip>
+#include <algorithm>
 
 #include "res/ui/UiText.h"
 #include "shell/ui/ChildFrame.h"
@@ -62,6 +63,10 @@ TabStrip::TabStrip(Workspace& workspace, CommandRouter& router)
   m_button->setFocusPolicy(Qt::TabFocus);
   connect(m_button, &QToolButton::clicked, this, &TabStrip::ShowList);
   connect(&workspace, &Workspace::TabbedChanged, this, &TabStrip::Attach);
+  connect(&workspace, &Workspace::WindowAdded, this, [this](CChildFrame* frame) {
+    connect(frame, &CChildFrame::TitleUpdated, this, &TabStrip::NameTabs);
+    NameTabs();
+  });
   Attach();
 }
 
@@ -72,6 +77,18 @@ void TabStrip::Attach() {
     connect(m_tabs, &QObject::destroyed, this, [this] { m_tabs = nullptr; });
   }
   PlaceButton();
+  NameTabs();
+}
+
+void TabStrip::NameTabs() {
+  if (m_tabs == nullptr) return;
+  const std::vector<CChildFrame*> frames = m_workspace.Frames();
+  const int count = std::min(m_tabs->count(), static_cast<int>(frames.size()));
+  for (int i = 0; i < count; ++i) {
+    const CChildFrame& frame = *frames[static_cast<size_t>(i)];
+    const QString name = frame.View().accessibleName();
+    m_tabs->setAccessibleTabName(i, frame.isWindowModified() ? UiText(StringId::kModifiedTab, {name}) : name);
+  }
 }
 
 /// At the end of the tabs, which get so much less room.

@@ -27,6 +27,8 @@ class TabStrip : public QObject {
  private:
   void Attach();
   void PlaceButton();
+  /// Tells screen readers which tabs are modified: the star is for the eye.
+  void NameTabs();
   /// Null for an index without a tab.
   CChildFrame* FrameOf(int index) const;
   void ShowList();

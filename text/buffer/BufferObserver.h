@@ -28,6 +28,8 @@ struct TextChange {
 class BufferObserver {
  public:
   virtual ~BufferObserver() = default;
+  /// The text of `range` is about to go, and can be read for the last time; the update follows.
+  virtual void OnDeleting(TextRange) {}
   /// `source` made the change (null when no observer did) and serves to be compared only; `change` is null
   /// unless text changed; `line` is the first affected line, -1 with a reset or a range flag change.
   virtual void OnBufferUpdate(const BufferObserver* source, const TextChange* change, uint32_t hints,

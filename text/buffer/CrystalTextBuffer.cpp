@@ -169,9 +169,8 @@ void CCrystalTextBuffer::RemoveView(BufferObserver* view) {
   }
 }
 
-void CCrystalTextBuffer::NotifyViews(const BufferObserver* source, const TextChange* change, uint32_t hints,
-                                     int32_t line) {
-  AssertUiThread();
+template <class Tell>
+void CCrystalTextBuffer::TellEach(Tell tell) {
   struct Telling {
     explicit Telling(CCrystalTextBuffer& teller) : buffer(teller) { ++buffer.m_notifyDepth; }
     ~Telling() {
@@ -181,8 +180,14 @@ void CCrystalTextBuffer::NotifyViews(const BufferObserver* source, const TextCha
   } telling(*this);
   const size_t count = m_views.size();
   for (size_t i = 0; i < count; ++i) {
-    if (BufferObserver* view = m_views[i]; view != nullptr) view->OnBufferUpdate(source, change, hints, line);
+    if (BufferObserver* view = m_views[i]; view != nullptr) tell(*view);
   }
+}
+
+void CCrystalTextBuffer::NotifyViews(const BufferObserver* source, const TextChange* change, uint32_t hints,
+                                     int32_t line) {
+  AssertUiThread();
+  TellEach([&](BufferObserver& view) { view.OnBufferUpdate(source, change, hints, line); });
 }
 
 // Line records
@@ -425,6 +430,7 @@ bool CCrystalTextBuffer::ApplyInsert(const BufferObserver* source, TextPosition 
 
 bool CCrystalTextBuffer::ApplyDelete(const BufferObserver* source, TextRange range) {
   if (m_readOnly) return false;
+  TellEach([range](BufferObserver& view) { view.OnDeleting(range); });
   LineRecord& first = Record(range.start.line);
   if (range.start.line == range.end.line) {
     const auto tail = static_cast<size_t>(first.length - range.end.character);

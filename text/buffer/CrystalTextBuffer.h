@@ -202,6 +202,9 @@ class CCrystalTextBuffer {
   bool ApplyInsert(const BufferObserver* source, TextPosition at, std::span<const std::string_view> pieces,
                    TextPosition& end);
   bool ApplyDelete(const BufferObserver* source, TextRange range);
+  /// Calls `tell` for each observer that was there when it began and has not left since.
+  template <class Tell>
+  void TellEach(Tell tell);
   /// Deletes and returns the flag words of the lines that went.
   std::vector<LineWord> TakeOut(const BufferObserver* source, TextRange range, bool wholeLines);
   /// Gives their flag words to the lines that an insertion brought.

@@ -7,6 +7,8 @@
 
 #include "text/parse/BraceMatch.h"
 #include "text/parse/Folding.h"
+#include "text/ui/AccessibleText.h"
+#include "text/ui/TextAnnouncer.h"
 
 namespace quill {
 namespace {
@@ -21,7 +23,10 @@ constexpr int64_t kUnits = ColumnMetrics::kUnitsPerPixel;
 }  // namespace
 
 CCrystalTextView::CCrystalTextView(QWidget* parent)
-    : QAbstractScrollArea(parent), m_input(new InputChain(*this)) {
+    : QAbstractScrollArea(parent),
+      m_input(new InputChain(*this)),
+      m_announcer(std::make_unique<TextAnnouncer>(*this)) {
+  AccessibleText::Register();
   setFrameShape(QFrame::NoFrame);
   setFocusPolicy(Qt::StrongFocus);
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent);

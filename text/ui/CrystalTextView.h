@@ -27,6 +27,7 @@ namespace quill {
 
 class CCrystalTextBuffer;
 class LineDecoration;
+class TextAnnouncer;
 
 /// The window that shows one text: paints it, keeps caret and selection, scrolls, folds, and handles
 /// the keys and mouse that move about. Knows no editing and no language: a derived view supplies the
@@ -45,6 +46,8 @@ class CCrystalTextView : public QAbstractScrollArea {
   InputChain& Input() { return *m_input; }
   virtual void ApplySettings(const ViewSettings& settings);
   const ViewSettings& Settings() const { return m_settings; }
+  /// Who tells assistive technology of text, caret and selection.
+  TextAnnouncer& Announcer() { return *m_announcer; }
   TextViewModel& Model() { return m_model; }
   const TextViewModel& Model() const { return m_model; }
 
@@ -101,6 +104,10 @@ class CCrystalTextView : public QAbstractScrollArea {
 
   /// Parses one line for painting, see the function of the same name.
   uint32_t ColourLine(uint32_t state, int32_t line, TextBlock* blocks, int32_t* count);
+  /// The coloured blocks of a line around the columns that are wanted; the first begins at or before these.
+  /// Valid until the next call.
+  std::span<const TextBlock> BlocksOf(int32_t line, ColumnRange columns);
+  const ViewPalette& Palette() const { return m_palette; }
   /// The names that painting looks words up in.
   virtual const WordClasses& Words() const;
   /// Of the language, for brace matching and comment commands. The plain view has none.
@@ -141,7 +148,6 @@ class CCrystalTextView : public QAbstractScrollArea {
   virtual void EndMouse();
   /// A press on selected text may begin a drag; the plain view selects anew.
   virtual bool BeginsDrag(QMouseEvent*) { return false; }
-  const ViewPalette& Palette() const { return m_palette; }
   /// Scrolls a step when the point is at an edge of the text area.
   void ScrollAtEdge(QPoint point);
   /// Where a drop would go, marked like a caret.
@@ -169,7 +175,6 @@ class CCrystalTextView : public QAbstractScrollArea {
   LinePicture PictureOf(int32_t line);
   /// Returns the open blocks after the line when there are `depth` before it.
   int32_t PaintMarginRow(MarginPainter& painter, int32_t line, int top, int32_t depth);
-  std::span<const TextBlock> BlocksOf(int32_t line, ColumnRange visible);
   void AddSelection(int32_t line, LinePicture& picture);
   void AddColumnSelection(int32_t line, LinePicture& picture);
   void PaintCaret(QPainter& painter);
@@ -191,6 +196,7 @@ class CCrystalTextView : public QAbstractScrollArea {
   int64_t CaretX() const;
 
   InputChain* m_input;
+  std::unique_ptr<TextAnnouncer> m_announcer;
   TextViewModel m_model;
   ViewSettings m_settings;
   ViewPalette m_palette;

@@ -128,11 +128,11 @@ LinePicture CCrystalTextView::PictureOf(int32_t line) {
   return picture;
 }
 
-std::span<const TextBlock> CCrystalTextView::BlocksOf(int32_t line, ColumnRange visible) {
+std::span<const TextBlock> CCrystalTextView::BlocksOf(int32_t line, ColumnRange columns) {
   const uint32_t state = m_model.States().StateAt(line);
   const int32_t length = Buffer()->LineLength(line);
   if (length >= LongLine::kWorthwhile) {
-    return m_model.LongLines().Blocks(Words(), line, state, visible.start, visible.end);
+    return m_model.LongLines().Blocks(Words(), line, state, columns.start, columns.end);
   }
   m_blocks.resize(static_cast<size_t>(MostBlocks(length)));
   int32_t count = 0;

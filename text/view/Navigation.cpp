@@ -27,8 +27,13 @@ WordRange WordAt(std::string_view line, int32_t column) {
   int32_t inside = std::clamp(column, 0, length);
   const bool behindWord = inside > 0 && KindAt(line, inside - 1) == Kind::kWord;
   if (inside == length || (behindWord && KindAt(line, inside) != Kind::kWord)) --inside;
-  const Kind kind = KindAt(line, inside);
-  WordRange range{inside, inside + 1};
+  return RunAt(line, inside);
+}
+
+WordRange RunAt(std::string_view line, int32_t column) {
+  const auto length = static_cast<int32_t>(line.size());
+  const Kind kind = KindAt(line, column);
+  WordRange range{column, column + 1};
   while (range.start > 0 && KindAt(line, range.start - 1) == kind) --range.start;
   while (range.end < length && KindAt(line, range.end) == kind) ++range.end;
   return range;

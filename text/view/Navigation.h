@@ -53,6 +53,8 @@ struct WordRange {
   int32_t end = 0;
 };
 WordRange WordAt(std::string_view line, int32_t column);
+/// The run of equal characters that the one at `column` belongs to; there is one.
+WordRange RunAt(std::string_view line, int32_t column);
 /// The start of the next word in this line, or its length.
 int32_t NextWordStart(std::string_view line, int32_t column);
 /// The start of the word before `column` in this line, or 0.
