@@ -266,6 +266,10 @@ void CMainFrame::dropEvent(QDropEvent* event) {
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event) {
+  if (!std::ranges::all_of(m_features.list, [](const auto& feature) { return feature->MayClose(); })) {
+    event->ignore();
+    return;
+  }
   ShutDown();
   if (m_parts->files.CloseAll()) {
     event->accept();

@@ -4,8 +4,11 @@
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPrintDialog>
+#include <QProgressDialog>
 #include <QPushButton>
+#include <utility>
 
 #include "res/ui/UiText.h"
 #include "shell/ui/AboutBox.h"
@@ -18,6 +21,7 @@ namespace quill {
 namespace {
 
 constexpr int kLineBoxWidth = 460;
+constexpr int kProgressDelayMs = 700;
 
 QString ScriptFilters() {
   return UiText(StringId::kScriptFilter) + ";;" + UiText(StringId::kAllFilesFilter);
@@ -55,6 +59,37 @@ Prompts::Answer AskToSave(QMessageBox& box) {
   if (box.clickedButton() == save) return Prompts::Answer::kSave;
   return box.clickedButton() == discard ? Prompts::Answer::kDiscard : Prompts::Answer::kCancel;
 }
+
+/// Comes up only when the work takes its time.
+class ProgressBox : public Prompts::Progress {
+ public:
+  ProgressBox(const QString& caption, std::function<void()> cancel, QWidget* parent)
+      : m_box(new QProgressDialog(parent)) {
+    m_box->setWindowTitle(caption);
+    m_box->setCancelButtonText(UiText(StringId::kCancelButton));
+    m_box->setMinimumDuration(kProgressDelayMs);
+    m_box->setMinimumWidth(kLineBoxWidth);
+    m_box->setAutoClose(false);
+    m_box->setAutoReset(false);
+    QObject::connect(m_box, &QProgressDialog::canceled, m_box, std::move(cancel));
+  }
+  /// Perhaps in the middle of what the box's own button does.
+  ~ProgressBox() override {
+    if (m_box == nullptr) return;
+    m_box->disconnect();
+    m_box->cancel();  // it does not come up late either
+    m_box->deleteLater();
+  }
+  void Show(const std::string& text, int done, int all) override {
+    if (m_box == nullptr) return;
+    m_box->setLabelText(FromBytes(text));
+    m_box->setMaximum(all);
+    m_box->setValue(done);
+  }
+
+ private:
+  QPointer<QProgressDialog> m_box;  ///< goes with its parent
+};
 
 }  // namespace
 
@@ -153,6 +188,11 @@ Prompts::RecoveryChoice DialogPrompts::ChooseRecovery(const std::vector<Recovera
 
 void DialogPrompts::ShowAbout() {
   AboutBox(m_parent).exec();
+}
+
+std::unique_ptr<Prompts::Progress> DialogPrompts::ShowProgress(StringId caption,
+                                                               std::function<void()> cancel) {
+  return std::make_unique<ProgressBox>(UiText(caption), std::move(cancel), m_parent);
 }
 
 }  // namespace quill

@@ -24,6 +24,7 @@ class DialogPrompts : public Prompts {
   std::optional<PageMargins> ChooseMargins(const PageMargins& current) override;
   RecoveryChoice ChooseRecovery(const std::vector<RecoverableDocument>& found) override;
   void ShowAbout() override;
+  std::unique_ptr<Progress> ShowProgress(StringId caption, std::function<void()> cancel) override;
 
  private:
   QWidget* m_parent = nullptr;

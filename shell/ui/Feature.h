@@ -28,6 +28,9 @@ class Feature {
   /// The user wants to close the window, and may still change his mind when asked about documents. The
   /// last feature of the list is told first.
   virtual void AboutToClose() {}
+  /// Whether the window may close at all; asks the user when something would be lost by it. Called before
+  /// anything else is done for closing.
+  virtual bool MayClose() { return true; }
   /// Something of it runs on that cannot be stopped: the process ends at once, without asking.
   virtual bool CannotBeStopped() const { return false; }
 };

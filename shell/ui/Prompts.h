@@ -1,5 +1,7 @@
 #pragma once
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -25,6 +27,15 @@ class Prompts {
     std::vector<size_t> chosen;  ///< what the action is for; the others are offered again
   };
 
+  /// How far a long work has come, told in a window beside the others, which stay usable. The window goes
+  /// with the object.
+  class Progress {
+   public:
+    virtual ~Progress() = default;
+    /// `done` of `all` parts, at least one.
+    virtual void Show(const std::string& text, int done, int all) = 0;
+  };
+
   virtual ~Prompts() = default;
 
   /// One of the answers that the prompt's buttons allow; closing the box is kNo or kCancel.
@@ -47,6 +58,8 @@ class Prompts {
   virtual std::optional<PageMargins> ChooseMargins(const PageMargins& current) = 0;
   virtual RecoveryChoice ChooseRecovery(const std::vector<RecoverableDocument>& found) = 0;
   virtual void ShowAbout() = 0;
+  /// `cancel` is called when the user does not want the work any more; it may let the progress go.
+  virtual std::unique_ptr<Progress> ShowProgress(StringId caption, std::function<void()> cancel) = 0;
 
   /// A plain message.
   void Tell(const std::string& text, const std::string& detail = {},

@@ -6,8 +6,10 @@
 
 #include "base/CodePage1252.h"
 #include "support/ScriptText.h"
+#include "text/buffer/TextCopy.h"
 #include "text/parse/ColourTable.h"
 #include "text/parse/LongLine.h"
+#include "text/parse/RowColours.h"
 
 namespace quill {
 namespace {
@@ -246,6 +248,40 @@ TEST(LongLine, ColoursAPartAsTheWholeLineWould) {
     const std::string seen = Letters(line, part.Blocks(words.classes, 0, state, from, to));
     const auto first = static_cast<size_t>(from), length = static_cast<size_t>(to - from);
     ASSERT_EQ(seen.substr(first, length), whole.substr(first, length)) << from << " in round " << round;
+  }
+}
+
+TEST(RowColours, PiecesOfACopyLookLikeTheLinesThatWereCopied) {
+  std::mt19937 random(9);
+  for (int round = 0; round < 60; ++round) {
+    TestWords words;
+    ScriptText script(RandomScript(random, 500, true) + "\n" + std::string(300, round % 2 == 0 ? '1' : 'x') +
+                      ";" + RandomScript(random, 300, false));
+    const std::vector<uint32_t> states = script.ParseFromTop();
+    std::vector<std::string> whole;
+    for (int32_t line = 0; line < script.LineCount(); ++line) {
+      const auto at = static_cast<size_t>(line);
+      whole.push_back(Letters(script.Line(line), script.Blocks(line, states[at], words.classes)));
+    }
+    const TextCopy copy(script);
+    const WordClassesCopy known(words.classes);
+    RowColours colours(copy, known.Get());
+    script.NewBuffer();
+    words.variables.Clear();
+    words.classes.Refresh();
+    for (int32_t line = 0; line < copy.LineCount(); ++line) {
+      if (random() % 6 == 0) continue;
+      const std::string_view text = copy.Line(line);
+      int32_t end = 0;
+      for (int32_t start = 0; start < copy.LineLength(line); start = end) {
+        end = std::min(start + 1 + static_cast<int32_t>(random() % 40), copy.LineLength(line));
+        const auto blocks = colours.Blocks(line, start, end);
+        const std::string seen = Letters(text, {blocks.begin(), blocks.end()});
+        const auto first = static_cast<size_t>(start), length = static_cast<size_t>(end - start);
+        ASSERT_EQ(seen.substr(first, length), whole[static_cast<size_t>(line)].substr(first, length))
+            << "line " << line << " from " << start << " in round " << round;
+      }
+    }
   }
 }
 

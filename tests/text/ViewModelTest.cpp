@@ -244,7 +244,10 @@ TEST(PrintLayout, EveryCharacterIsPrintedOnceAndNoRowIsTooWide) {
   ColumnMetrics metrics;
   metrics.Set(Fixed(), 4);
   const int64_t width = 20 * kCell;
-  const PrintLayout layout(buffer, metrics, width, 10);
+  const TextCopy copy(buffer);
+  PrintLayout layout(copy, metrics, width, 10);
+  while (layout.Continue(70)) {
+  }
   std::vector<std::string> lines(static_cast<size_t>(buffer.LineCount()));
   for (int32_t page = 0; page < layout.PageCount(); ++page) {
     const auto rows = layout.Rows(page);
@@ -262,7 +265,10 @@ TEST(PrintLayout, EveryCharacterIsPrintedOnceAndNoRowIsTooWide) {
   }
   CCrystalTextBuffer empty;
   empty.NewBuffer();
-  EXPECT_EQ(PrintLayout(empty, metrics, 0, 0).PageCount(), 1);
+  const TextCopy none(empty);
+  PrintLayout nothing(none, metrics, 0, 0);
+  EXPECT_FALSE(nothing.Continue(1000));
+  EXPECT_EQ(nothing.PageCount(), 1);
 }
 
 }  // namespace

@@ -2,11 +2,9 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QPrinter>
 #include <QScreen>
 #include <QScrollBar>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QWheelEvent>
 #include <QWindow>
@@ -17,7 +15,6 @@
 #include "shell/ui/QuillView.h"
 #include "text/ui/BookmarkCommands.h"
 #include "text/ui/FoldCommands.h"
-#include "text/ui/PrintJob.h"
 
 namespace quill {
 namespace {
@@ -207,25 +204,6 @@ TEST_F(ScriptView, BookmarksAreSetVisitedAndCleared) {
   bookmark_command::ClearAll(m_view);
   bookmark_command::GoToNumbered(m_view, 4);
   EXPECT_EQ(m_view.CaretPos().line, 3) << "a numbered bookmark is not cleared with the plain ones";
-}
-
-TEST_F(ScriptView, PrintsToAFile) {
-  std::string text;
-  for (int i = 0; i < 200; ++i) text += "vec_set(me.x, 12); // line " + std::to_string(i) + "\r\n";
-  SetText(text);
-  QTemporaryDir folder;
-  QPrinter printer;
-  printer.setOutputFormat(QPrinter::PdfFormat);
-  printer.setOutputFileName(folder.filePath("out.pdf"));
-  int pages = 0;
-  EXPECT_TRUE(PrintJob(m_view, {}, "main.vsl").Print(printer, [&](int page, int count) {
-    pages = count;
-    return page <= count;
-  }));
-  EXPECT_GT(pages, 1);
-  QFile file(folder.filePath("out.pdf"));
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  EXPECT_TRUE(file.readAll().startsWith("%PDF"));
 }
 
 /// What is on the screen after partial repaints must be what a repaint of everything draws.

@@ -124,6 +124,27 @@ class ScriptedPrompts : public Prompts {
   }
   void ShowAbout() override { Next("about"); }
 
+  /// Called with what the window of a long work tells, each time that it changes.
+  void OnProgress(std::function<void(const std::string& text)> run) { m_onProgress = std::move(run); }
+  bool ShowsProgress() const { return m_cancel != nullptr; }
+  /// As the button of that window does.
+  void CancelProgress() {
+    const std::function<void()> cancel = m_cancel;  // the window goes in the call
+    cancel();
+  }
+  std::unique_ptr<Progress> ShowProgress(StringId, std::function<void()> cancel) override {
+    struct Window : Progress {
+      explicit Window(ScriptedPrompts& prompts) : owner(prompts) {}
+      ~Window() override { owner.m_cancel = nullptr; }
+      void Show(const std::string& text, int, int) override {
+        if (owner.m_onProgress) owner.m_onProgress(text);
+      }
+      ScriptedPrompts& owner;
+    };
+    m_cancel = std::move(cancel);
+    return std::make_unique<Window>(*this);
+  }
+
  private:
   struct Expected {
     std::string text = {};
@@ -148,6 +169,8 @@ class ScriptedPrompts : public Prompts {
 
   std::deque<Expected> m_expected;
   std::function<void()> m_whileOpen;
+  std::function<void()> m_cancel;
+  std::function<void(const std::string&)> m_onProgress;
   std::string m_suggestion;
   std::string m_detail;
   PageMargins m_margins;

@@ -27,6 +27,16 @@ void WordClasses::Use(const WordSets& sets) {
   Fill();
 }
 
+WordSets WordClasses::Sets() const {
+  return {m_classes[0].names, m_classes[1].names, m_classes[2].names, m_classes[3].names};
+}
+
+WordClassesCopy::WordClassesCopy(const WordClasses& original) {
+  const WordSets sets = original.Sets();
+  m_names = {*sets.keywords, *sets.commands, *sets.functions, *sets.variables};
+  m_classes.Use({&m_names[0], &m_names[1], &m_names[2], &m_names[3]});
+}
+
 void WordClasses::Fill() {
   size_t names = 0;
   for (Class& c : m_classes) {

@@ -61,6 +61,8 @@ class WordClasses {
 
   /// Other sets; they must outlive it.
   void Use(const WordSets& sets);
+  /// Those in use; an empty one where there was none.
+  WordSets Sets() const;
   /// To be called before words are asked for when the sets may have changed; costs little when none has.
   void Refresh() {
     for (const Class& c : m_classes) {
@@ -97,6 +99,20 @@ class WordClasses {
   std::array<Class, 4> m_classes;
   HashFilter m_filter;        ///< for the short names
   std::vector<Slot> m_slots;  ///< these; size a power of two
+};
+
+/// Word classes with names of their own, which stay when others' change or go.
+class WordClassesCopy {
+ public:
+  explicit WordClassesCopy(const WordClasses& original);
+  WordClassesCopy(const WordClassesCopy&) = delete;
+  WordClassesCopy& operator=(const WordClassesCopy&) = delete;
+
+  const WordClasses& Get() const { return m_classes; }
+
+ private:
+  std::array<NameSet, 4> m_names;
+  WordClasses m_classes;
 };
 
 }  // namespace quill

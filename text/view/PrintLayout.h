@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "settings/ProfileTable.h"
-#include "text/buffer/CrystalTextBuffer.h"
+#include "text/buffer/TextCopy.h"
 #include "text/view/ColumnMetrics.h"
 
 namespace quill {
@@ -16,12 +16,13 @@ struct PageMargins {
   int32_t bottom = profile::kBottomMargin.fallback;
 };
 
-/// How a text is cut into printed pages. A line that is wider than the page goes on in the next row.
+/// How a text is cut into printed pages, in as many steps as one likes. A line that is wider than the page
+/// goes on in the next row.
 class PrintLayout {
  public:
-  /// `width` in 1/64 of the metrics' pixel; at least one row a page and one character a row are printed.
-  PrintLayout(const CCrystalTextBuffer& buffer, const ColumnMetrics& metrics, int64_t width,
-              int32_t rowsPerPage);
+  /// Text and metrics outlive it. `width` in 1/64 of the metrics' pixel; at least one row a page and one
+  /// character a row are printed.
+  PrintLayout(const TextCopy& text, const ColumnMetrics& metrics, int64_t width, int32_t rowsPerPage);
 
   struct Row {
     int32_t line;
@@ -29,8 +30,12 @@ class PrintLayout {
     int32_t end;
     int64_t x;  ///< place of `start` in the line, 1/64 pixel
   };
-  /// At least 1.
+  /// Cuts on through about `budget` characters. False when nothing is left to be cut.
+  bool Continue(int64_t budget);
+  /// Of the pages that were cut so far; at least 1.
   int32_t PageCount() const { return static_cast<int32_t>(m_pages.size()); }
+  /// Lines that were cut so far.
+  int32_t LinesDone() const { return m_next.line; }
   /// `page` from 0.
   std::vector<Row> Rows(int32_t page) const;
 
@@ -39,10 +44,12 @@ class PrintLayout {
   /// The first row after `row`.
   Row Next(const Row& row) const;
 
-  const CCrystalTextBuffer& m_buffer;
+  const TextCopy& m_text;
   const ColumnMetrics& m_metrics;
   int64_t m_width;
   int32_t m_rowsPerPage;
+  Row m_next;                ///< the first row that was not looked at
+  int32_t m_rowOfPage = 0;   ///< its place on its page
   std::vector<Row> m_pages;  ///< the first row of each
 };
 
