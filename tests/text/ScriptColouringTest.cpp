@@ -251,6 +251,30 @@ TEST(LongLine, ColoursAPartAsTheWholeLineWould) {
   }
 }
 
+TEST(LongLine, AWordBeyondTheLongestIsPlainWhereverThePartBegins) {
+  const TestWords words;
+  for (const int32_t length : {kLongestWord - 1, kLongestWord, kLongestWord + 1, 3 * kLongestWord}) {
+    for (const char* behind : {";12", "\"12", " if", ""}) {
+      ScriptText script("if " + std::string(static_cast<size_t>(length), '1') + behind);
+      const std::string_view line = script.Line(0);
+      const std::string whole = Letters(line, script.Blocks(0, 0, words.classes));
+      const char expected = length <= kLongestWord && *behind != '"' ? 'N' : '.';
+      EXPECT_EQ(whole.substr(3, static_cast<size_t>(length)),
+                std::string(static_cast<size_t>(length), expected));
+      LongLine part(script);
+      const int32_t wordEnd = length + 3;
+      for (const int32_t from :
+           {0, 3, 4, 100, wordEnd / 2, wordEnd - 70, wordEnd - 3, wordEnd - 1, wordEnd}) {
+        const int32_t to = std::min(from + 40, static_cast<int32_t>(line.size()));
+        const std::string seen = Letters(line, part.Blocks(words.classes, 0, 0, from, to));
+        const auto first = static_cast<size_t>(from), count = static_cast<size_t>(to - from);
+        EXPECT_EQ(seen.substr(first, count), whole.substr(first, count))
+            << length << behind << " from " << from;
+      }
+    }
+  }
+}
+
 TEST(RowColours, PiecesOfACopyLookLikeTheLinesThatWereCopied) {
   std::mt19937 random(9);
   for (int round = 0; round < 60; ++round) {

@@ -171,6 +171,7 @@ class BlockScanner {
     if (IsCode()) StepBack();
     const uint32_t state = m_point.state;
     m_blocks.Append(i, ColourOfState(IsInQuietComment() ? state & kPreprocessor : state));
+    if (m_inLongWord) SkipLongWord();
     if (IsCode() && i > 0 && i < m_to && m_text[i - 1] == '/') OpenComment(i);
   }
 
@@ -180,7 +181,11 @@ class BlockScanner {
     if (m_text[i - 1] == '/' && m_point.commentEnd != i) {
       --i;
     } else if ((m_point.state & kPreprocessor) == 0) {
-      while (i > 0 && cp1252::IsWordChar(m_text[i - 1])) --i;
+      const int32_t from = i;
+      const int32_t nearest = std::max(from - kLongestWord, 0);
+      while (i > nearest && cp1252::IsWordChar(m_text[i - 1])) --i;
+      m_inLongWord = i > 0 && i == nearest && cp1252::IsWordChar(m_text[i - 1]);
+      if (m_inLongWord) i = from;
     }
     if (i > m_point.firstFrom && !IsFirstText(i)) m_point.firstFrom = -1;
   }
@@ -338,11 +343,21 @@ class BlockScanner {
   void ScanLongWord() {
     const int32_t start = m_point.column;
     int32_t& end = m_point.column;
-    while (end < m_length && cp1252::IsWordChar(m_text[end])) ++end;
+    const int32_t farthest = std::min(m_length - start, kLongestWord) + start;
+    while (end < farthest && cp1252::IsWordChar(m_text[end])) ++end;
+    if (end == farthest && end < m_length && cp1252::IsWordChar(m_text[end])) return SkipLongWord();
     if (IsQuote(end)) return;  // as in `AppendBlocks`
     const int32_t colour = ColourOfWord(m_words, {m_text + start, static_cast<size_t>(end - start)});
     if (colour != kColourText) m_blocks.Append(start, colour);
     if (end != m_length) m_blocks.Append(end, kColourText);
+  }
+
+  /// Goes on in a word that is too long for a colour.
+  void SkipLongWord() {
+    int32_t& i = m_point.column;
+    while (i < m_to && cp1252::IsWordChar(m_text[i])) ++i;
+    m_inLongWord = false;
+    if (i < m_to && !IsQuote(i)) m_blocks.Append(i, kColourText);
   }
 
   bool IsQuote(int32_t at) const { return at < m_length && (m_text[at] == '"' || m_text[at] == '\''); }
@@ -353,6 +368,7 @@ class BlockScanner {
   const WordClasses& m_words;
   ScanPoint& m_point;
   BlockWriter m_blocks;
+  bool m_inLongWord = false;  ///< the point lies far behind the beginning of a word
 };
 
 }  // namespace

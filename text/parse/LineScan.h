@@ -27,6 +27,10 @@ inline ScanPoint StartOfLine(uint32_t state) {
   return point;
 }
 
+/// Characters of the longest word that is looked up or taken for a number. Longer ones are plain text, so
+/// that colouring a part of one does not walk over all of it.
+inline constexpr int32_t kLongestWord = 1 << 16;
+
 /// Walks from `from` to column `to` and returns the point there. 16 bytes after the text must be readable,
 /// as they are after the lines of a buffer.
 ScanPoint Skim(const char* text, const ScanPoint& from, int32_t to);
