@@ -14,7 +14,7 @@ namespace quill {
 namespace {
 
 constexpr int kLongMs = 30'000;
-constexpr int kManyLines = 5000;
+constexpr int kManyLines = 1500;
 
 class Print : public ScreenFixture {
  protected:
