@@ -112,7 +112,7 @@ int main(int argc, char** argv) {
   CCrystalTextBuffer buffer;
   MakeBuffer(buffer, text);
   size_t found = 0;
-  Report("outline_scan", MedianMilliseconds([&] { found += ScanOutline(buffer).elements.size(); }));
+  Report("outline_scan", MedianMilliseconds([&] { found += ScanOutline(buffer).Elements().size(); }));
   Report("count_lines", MedianMilliseconds([&] {
            found += static_cast<size_t>(std::count(text.begin(), text.end(), '\n'));
          }));

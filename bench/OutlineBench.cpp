@@ -14,7 +14,7 @@ void BM_ScanOutline(benchmark::State& state) {
   size_t elements = 0;
   for (auto _ : state) {
     const Outline outline = ScanOutline(buffer);
-    elements = outline.elements.size();
+    elements = outline.Elements().size();
     benchmark::DoNotOptimize(elements);
   }
   state.counters["elements"] = static_cast<double>(elements);
@@ -32,7 +32,7 @@ BENCHMARK(BM_CountLines)->ArgName("MB")->Arg(10)->Unit(benchmark::kMillisecond);
 
 void BM_ScanOutlineOf5000Lines(benchmark::State& state) {
   const std::string text = bench::GenerateScript({.lines = 5000});
-  for (auto _ : state) benchmark::DoNotOptimize(ScanOutlineText(text).elements.size());
+  for (auto _ : state) benchmark::DoNotOptimize(ScanOutlineText(text).Elements().size());
   state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(text.size()));
 }
 BENCHMARK(BM_ScanOutlineOf5000Lines)->Unit(benchmark::kMillisecond);

@@ -122,6 +122,55 @@ def start_time(programs, program, env):
     return run_lines([program], env).get("start")
 
 
+def large_script(data):
+    """A script of 100 MB made of the sample's text, some million definitions; written once."""
+    path = data / "lander100.vsl"
+    if not path.exists():
+        sample = pathlib.Path(__file__).parent.parent / "samples" / "lander"
+        text = b"".join(p.read_bytes() for p in sorted(sample.iterdir()) if p.suffix in (".vsl", ".h"))
+        path.write_bytes(text * (100_000_000 // len(text) + 1))
+    return path
+
+
+def large_times(programs, command, env):
+    """What the watch in a program says that opens a large script."""
+    env = dict(env, LD_PRELOAD=str(programs / "liblarge_script.so"), STARTED_AT_NS=str(time.monotonic_ns()))
+    return run_lines(command, env)
+
+
+def print_large(programs, data, env, repeats):
+    """The rows of the outline of a large script, measured in the program's window on a virtual display."""
+    quill, bare = programs.parent / "bin" / "quill", programs / "bare_script"
+    if not quill.exists() or not bare.exists():
+        return
+    script = large_script(data)
+    samples = {quill: {}, bare: {}}
+    with display(env) as shown:
+        for _ in range(repeats):
+            for program, named in samples.items():
+                for name, value in large_times(programs, [program, script], shown).items():
+                    named.setdefault(name, []).append(value)
+    ours, beside = ({name: statistics.median(v) for name, v in named.items()} for named in samples.values())
+    first, alone = ours.get("large_first_paint"), beside.get("large_first_paint")
+    ratio = first / alone if first and alone else None
+    met = "" if ratio is None else ("yes" if ratio <= 1.5 else "no")
+    print(f"| start with a script of 100 MB, to its first paint (ms) | {figure(first)} | {figure(alone)} "
+          f"(a window with the text alone) | {figure(ratio)} | at most 1.5 times | {met} |")
+    for name, text, most in (
+            ("large_first_memory", "memory then (MB)", 300),
+            ("large_outline", "from there to its outline of a million names (ms)", None),
+            ("large_outline_held", "the longest that this holds the window's thread (ms)", 5),
+            ("large_outline_memory", "memory then (MB)", 300),
+            ("large_again", "from a line that is typed to the next outline (ms)", None),
+            ("large_again_held", "the longest that this holds the window's thread (ms)", 5),
+            ("large_again_memory", "memory then (MB)", 300)):
+        value = ours.get(name)
+        met = "" if value is None or most is None else ("yes" if value <= most else "no")
+        wanted = "" if most is None else f"at most {most}"
+        print(f"| {text} | {figure(value)} | {figure(beside.get(name)) if name == 'large_first_memory' else ''} "
+              f"| | {wanted} | {met} |")
+
+
 def timed(command):
     start = time.monotonic()
     subprocess.run(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
@@ -225,6 +274,7 @@ def print_others(programs, data, tree, medians, repeats, env):
         value = jumper.get(name)
         met = "" if value is None else ("yes" if value <= limit else "no")
         print(f"| {text} | {figure(value)} | | | at most {limit} ms | {met} |")
+    print_large(programs, data, env, max(repeats, 3))
 
 
 def main():

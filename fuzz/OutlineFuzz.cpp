@@ -32,7 +32,7 @@ bool IsIn(const CCrystalTextBuffer& buffer, TextPosition at, size_t length) {
 
 void CheckOutline(const CCrystalTextBuffer& buffer, const Outline& outline) {
   for (size_t r = 0; r < kOutlineRootCount; ++r) {
-    for (const OutlineItem& item : outline.roots[r]) {
+    for (const OutlineItem& item : outline.Items(static_cast<OutlineRoot>(r))) {
       Check(IsIn(buffer, item.at, item.text.size()));
       const auto start = static_cast<size_t>(item.at.character);
       Check(buffer.Line(item.at.line).substr(start, item.text.size()) == item.text);
@@ -40,7 +40,7 @@ void CheckOutline(const CCrystalTextBuffer& buffer, const Outline& outline) {
       Check(name.size() <= item.text.size());
     }
   }
-  for (const NamedFile& file : outline.namedFiles) Check(IsIn(buffer, file.at, file.name.size()));
+  for (const NamedFile& file : outline.NamedFiles()) Check(IsIn(buffer, file.at, file.name.size()));
   for (const RowOrder order : {RowOrder::kAlphabetical, RowOrder::kOfText}) {
     Check(VariableRows(outline, order).size() <= outline.Items(OutlineRoot::kVariables).size());
     for (const OutlineRow& row : ElementRows(outline, order)) {
@@ -69,11 +69,11 @@ void CheckPlace(const CCrystalTextBuffer& buffer, TextPosition caret, uint32_t s
   Check(hint.Argument().start <= hint.Argument().end && hint.Argument().end <= hint.Text().size());
   Check(IsCaretInArgumentList(buffer, caret) == IsCaretInArgumentList(line, caret.character));
   const EnclosingFunction functions(outline);
-  const EnclosingFunction::Entry* around = functions.Around(buffer, caret.line);
-  Check(around == nullptr || around->at.line <= caret.line);
+  const auto around = functions.Around(buffer, caret.line);
+  Check(!around || around->at.line <= caret.line);
   const Definitions definitions(outline);
   const Identifier name = IdentifierAt(line, caret.character);
-  definitions.Find(name.In(line), caret.line, around == nullptr ? -1 : around->at.line);
+  definitions.Find(name.In(line), caret.line, around ? around->at.line : -1);
 }
 
 }  // namespace

@@ -30,10 +30,10 @@ std::array<std::vector<uint32_t>, kOutlineRootCount> FilterOutline(const Outline
                                                                    const OutlineFilter& filter) {
   std::array<std::vector<uint32_t>, kOutlineRootCount> shown;
   for (size_t root = 0; root < kOutlineRootCount; ++root) {
-    const std::vector<OutlineItem>& items = outline.roots[root];
+    const std::vector<OutlineRef>& items = outline.Order(static_cast<OutlineRoot>(root));
     const bool all = filter.Fits(OutlineRootName(static_cast<OutlineRoot>(root)));
     for (uint32_t i = 0; i < items.size(); ++i) {
-      if (all || filter.Fits(items[i].text)) shown[root].push_back(i);
+      if (all || filter.Fits(outline.TextOf(items[i]))) shown[root].push_back(i);
     }
   }
   return shown;

@@ -1,44 +1,33 @@
 #include "intel/outline/Definitions.h"
 
 #include <algorithm>
+#include <span>
 #include <stdexcept>
 
 #include "base/CodePage1252.h"
 
 namespace quill {
 
-Definitions::Definitions(const Outline& outline) {
-  for (size_t r = 0; r < kOutlineRootCount; ++r) {
-    const auto root = static_cast<OutlineRoot>(r);
-    if (root == OutlineRoot::kPaths) continue;
-    for (const OutlineItem& item : outline.roots[r]) {
-      const std::string_view word = DefinedWord(item.text);
-      if (word.empty()) continue;
-      const auto offset = static_cast<int32_t>(word.data() - item.text.data());
-      const TextPosition at{item.at.line, item.at.character + offset};
-      m_places[cp1252::ToLower(word)].push_back({item.file, at, root, item.indented});
-    }
+std::optional<DefinitionPlace> Definitions::Find(std::string_view name, int32_t line,
+                                                 int32_t functionStart) const {
+  const std::span<const OutlineRef> all = m_outline.Defining(name);
+  if (name.empty() || all.empty()) return std::nullopt;
+  std::optional<OutlineRef> first;
+  std::optional<OutlineRef> global;
+  std::optional<OutlineRef> local;
+  for (const OutlineRef ref : all) {
+    const int32_t at = m_outline.PlaceOf(ref).line;
+    const bool isLocal =
+        m_outline.FileOf(ref) == 0 && functionStart >= 0 && at >= functionStart && at <= line;
+    if (isLocal && (!local || m_outline.IsBefore(*local, ref))) local = ref;
+    if (!m_outline.IsIndented(ref) && (!global || m_outline.IsBefore(ref, *global))) global = ref;
+    if (!first || m_outline.IsBefore(ref, *first)) first = ref;
   }
-  for (auto& [name, places] : m_places) {
-    std::stable_sort(places.begin(), places.end(), [](const DefinitionPlace& a, const DefinitionPlace& b) {
-      return a.file != b.file ? a.file < b.file : a.at < b.at;
-    });
-  }
-}
-
-const DefinitionPlace* Definitions::Find(std::string_view name, int32_t line, int32_t functionStart) const {
-  const auto found = m_places.find(cp1252::ToLower(name));
-  if (found == m_places.end()) return nullptr;
-  const DefinitionPlace* local = nullptr;
-  const DefinitionPlace* global = nullptr;
-  for (const DefinitionPlace& place : found->second) {
-    if (place.file == 0 && functionStart >= 0 && place.at.line >= functionStart && place.at.line <= line) {
-      local = &place;
-    }
-    if (global == nullptr && !place.indented) global = &place;
-  }
-  if (local != nullptr) return local;
-  return global != nullptr ? global : &found->second.front();
+  const OutlineRef found = local ? *local : global ? *global : *first;
+  const std::string_view text = m_outline.TextOf(found);
+  TextPosition at = m_outline.PlaceOf(found);
+  at.character += static_cast<int32_t>(DefinedWord(text).data() - text.data());
+  return DefinitionPlace{m_outline.FileOf(found), at, m_outline.RootOf(found), m_outline.IsIndented(found)};
 }
 
 void JumpHistory::Push(JumpPlace place) {

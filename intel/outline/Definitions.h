@@ -1,8 +1,9 @@
 #pragma once
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "intel/outline/Outline.h"
@@ -21,15 +22,15 @@ struct DefinitionPlace {
 class Definitions {
  public:
   Definitions() = default;
-  explicit Definitions(const Outline& outline);
+  explicit Definitions(Outline outline) : m_outline(std::move(outline)) {}
 
   /// The definition that a name in `line` of the script means: the nearest one above within the function
   /// that begins at line `functionStart` (-1 for none), else the first that is not indented, the script's
-  /// before those of its includes, else the first of all. Null when there is none.
-  const DefinitionPlace* Find(std::string_view name, int32_t line, int32_t functionStart) const;
+  /// before those of its includes, else the first of all. Nothing when there is none.
+  std::optional<DefinitionPlace> Find(std::string_view name, int32_t line, int32_t functionStart) const;
 
  private:
-  std::unordered_map<std::string, std::vector<DefinitionPlace>> m_places;  ///< by lower-case name
+  Outline m_outline;
 };
 
 /// A place in a document, which is told by its path or title.

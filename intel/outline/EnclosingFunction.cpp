@@ -12,6 +12,10 @@ namespace {
 /// lost its last brace.
 constexpr int64_t kMostCharacters = int64_t{1} << 20;
 
+bool IsCalled(OutlineRoot root) {
+  return root == OutlineRoot::kFunctions || root == OutlineRoot::kActions || root == OutlineRoot::kStarters;
+}
+
 /// Whether the braces that the lines from `first` on open are closed again before line `line`.
 bool IsClosedBefore(const CCrystalTextBuffer& buffer, int32_t first, int32_t line) {
   int64_t depth = 0;
@@ -31,23 +35,30 @@ bool IsClosedBefore(const CCrystalTextBuffer& buffer, int32_t first, int32_t lin
 
 }  // namespace
 
-EnclosingFunction::EnclosingFunction(const Outline& outline) {
-  for (const OutlineRoot root : {OutlineRoot::kFunctions, OutlineRoot::kActions, OutlineRoot::kStarters}) {
-    const std::vector<OutlineItem>& items = outline.Items(root);
-    for (size_t i = 0; i < items.size(); ++i) {
-      if (items[i].file == 0) m_entries.push_back({root, i, items[i].at});
+std::optional<OutlineRef> EnclosingFunction::LastFrom(int32_t line) const {
+  const OutlineParts& parts = m_outline.Parts();
+  const auto isFrom = [&parts, line](uint32_t slot) {
+    return parts.bySlot[slot].file == 0 && parts.bySlot[slot].firstLine <= line;
+  };
+  auto group = std::partition_point(parts.sequence.begin(), parts.sequence.end(), isFrom);
+  while (group != parts.sequence.begin()) {
+    const uint32_t slot = *--group;
+    for (size_t i = parts.bySlot[slot].group->items.size(); i > 0; --i) {
+      const OutlineRef ref = Outline::RefOf(slot, i - 1);
+      if (IsCalled(m_outline.RootOf(ref)) && m_outline.PlaceOf(ref).line <= line) return ref;
     }
   }
-  std::sort(m_entries.begin(), m_entries.end(), [](const Entry& a, const Entry& b) { return a.at < b.at; });
+  return std::nullopt;
 }
 
-const EnclosingFunction::Entry* EnclosingFunction::Around(const CCrystalTextBuffer& buffer,
-                                                          int32_t line) const {
-  const auto after = std::upper_bound(m_entries.begin(), m_entries.end(), line,
-                                      [](int32_t l, const Entry& entry) { return l < entry.at.line; });
-  if (after == m_entries.begin() || line >= buffer.LineCount()) return nullptr;
-  const Entry& entry = *(after - 1);
-  return IsClosedBefore(buffer, entry.at.line, line) ? nullptr : &entry;
+std::optional<EnclosingFunction::Entry> EnclosingFunction::Around(const CCrystalTextBuffer& buffer,
+                                                                  int32_t line) const {
+  if (line >= buffer.LineCount()) return std::nullopt;
+  const std::optional<OutlineRef> last = LastFrom(line);
+  if (!last) return std::nullopt;
+  const TextPosition at = m_outline.PlaceOf(*last);
+  if (IsClosedBefore(buffer, at.line, line)) return std::nullopt;
+  return Entry{m_outline.RootOf(*last), m_outline.IndexOf(*last), at};
 }
 
 }  // namespace quill

@@ -1,7 +1,8 @@
 #pragma once
 #include <cstddef>
 #include <cstdint>
-#include <vector>
+#include <optional>
+#include <utility>
 
 #include "intel/outline/Outline.h"
 
@@ -21,15 +22,18 @@ class EnclosingFunction {
 
   EnclosingFunction() = default;
   /// Those of included files are left out.
-  explicit EnclosingFunction(const Outline& outline);
+  explicit EnclosingFunction(Outline outline) : m_outline(std::move(outline)) {}
 
-  /// The function whose definition or body has a part in `line`; null between functions, and where the end
-  /// of a function is not found within a megabyte. Valid as long as this object. Lines that moved since the
-  /// outline was read give an answer that is off by as much.
-  const Entry* Around(const CCrystalTextBuffer& buffer, int32_t line) const;
+  /// The function whose definition or body has a part in `line`; none between functions, and where the end
+  /// of a function is not found within a megabyte. Lines that moved since the outline was read give an
+  /// answer that is off by as much.
+  std::optional<Entry> Around(const CCrystalTextBuffer& buffer, int32_t line) const;
 
  private:
-  std::vector<Entry> m_entries;
+  /// The last one that begins in the line or above it.
+  std::optional<OutlineRef> LastFrom(int32_t line) const;
+
+  Outline m_outline;
 };
 
 }  // namespace quill

@@ -7,7 +7,7 @@
 
 #include "base/CodePage1252.h"
 #include "base/InputFile.h"
-#include "base/NameSet.h"
+#include "intel/outline/OutlineOrders.h"
 #include "intel/outline/OutlineScanner.h"
 
 namespace quill {
@@ -37,8 +37,8 @@ class Follower {
   }
 
   void Follow(const Outline& outline, const std::string& path, int32_t depth) {
-    m_folders.insert(m_folders.end(), outline.paths.begin(), outline.paths.end());
-    for (const NamedFile& include : outline.includes) {
+    for (std::string& folder : outline.Paths()) m_folders.push_back(std::move(folder));
+    for (const NamedFile& include : outline.Includes()) {
       if (m_result.limitReached) return;
       FollowOne(include, path, depth);
     }
@@ -131,26 +131,21 @@ IncludedFiles FollowIncludes(const Outline& script, const std::string& scriptPat
 }
 
 void MergeIncluded(Outline& outline, const IncludedFiles& included) {
-  NameSet names;
-  for (const OutlineElement& element : outline.elements) names.Insert(element.name);
+  if (included.files.empty()) return;
+  OutlineParts parts = outline.Parts();
+  AppendIncluded(parts, included);
+  outline = MakeOutline(std::move(parts), outline);
+}
+
+void AppendIncluded(OutlineParts& parts, const IncludedFiles& included) {
   int32_t number = 0;
   for (const IncludedFiles::File& file : included.files) {
     ++number;
-    for (size_t root = 0; root < kOutlineRootCount; ++root) {
-      for (const OutlineItem& item : file.outline.roots[root]) {
-        outline.roots[root].push_back(item);
-        outline.roots[root].back().file = number;
-      }
+    const OutlineParts& more = file.outline.Parts();
+    for (const uint32_t slot : more.sequence) {
+      parts.Append(more.bySlot[slot].group, more.bySlot[slot].firstLine, number);
     }
-    for (const OutlineElement& element : file.outline.elements) {
-      if (!names.Insert(element.name)) continue;
-      outline.elements.push_back(element);
-      outline.elements.back().file = number;
-    }
-    outline.paths.insert(outline.paths.end(), file.outline.paths.begin(), file.outline.paths.end());
   }
-  if (number == 0) return;
-  for (std::vector<OutlineItem>& items : outline.roots) SortItems(items);
 }
 
 }  // namespace quill

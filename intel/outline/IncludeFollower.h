@@ -63,5 +63,7 @@ bool IsScriptName(std::string_view name);
 /// Adds what the files define to the script's outline: roots, elements and paths. Item file n is
 /// `included.files[n - 1]`.
 void MergeIncluded(Outline& outline, const IncludedFiles& included);
+/// The same for groups of which no outline was made yet.
+void AppendIncluded(OutlineParts& parts, const IncludedFiles& included);
 
 }  // namespace quill

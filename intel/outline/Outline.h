@@ -2,10 +2,15 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
+#include <memory>
+#include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "intel/outline/OutlineGroup.h"
 #include "text/buffer/TextPosition.h"
 
 namespace quill {
@@ -71,21 +76,150 @@ struct NamedFile {
   std::string_view Extension() const;
 };
 
-/// What a script defines.
-struct Outline {
-  /// By `OutlineRoot`; each in alphabetical order, ignoring case.
-  std::array<std::vector<OutlineItem>, kOutlineRootCount> roots;
-  /// In the order of the text.
-  std::vector<OutlineElement> elements;
-  /// Folders of "path" lines, as written.
-  std::vector<std::string> paths;
-  /// Those whose extension was asked for.
-  std::vector<NamedFile> namedFiles;
-  /// Files of "include" lines, whatever their extension.
-  std::vector<NamedFile> includes;
+/// A definition or a named file within an outline: the group's slot and behind it, in the bits that number a
+/// group's lines, the entry.
+using OutlineRef = uint32_t;
 
-  std::vector<OutlineItem>& Items(OutlineRoot root) { return roots[static_cast<size_t>(root)]; }
-  const std::vector<OutlineItem>& Items(OutlineRoot root) const { return roots[static_cast<size_t>(root)]; }
+/// The groups of a script and of its included files. A group keeps its slot from one outline of the text to
+/// the next, so that what was sorted stays sorted.
+struct OutlineParts {
+  struct Part {
+    std::shared_ptr<const OutlineGroup> group;  ///< null for a slot that is not in use
+    int32_t firstLine = 0;
+    int32_t file = 0;   ///< as in `OutlineItem`
+    uint32_t rank = 0;  ///< place in `sequence`
+  };
+  std::vector<Part> bySlot;
+  std::vector<uint32_t> sequence;  ///< the slots in the order of the text, those of the files behind it
+
+  /// Adds a group behind all others.
+  void Append(std::shared_ptr<const OutlineGroup> group, int32_t firstLine, int32_t file = 0);
+};
+
+/// The definitions in the orders that are asked for.
+struct OutlineOrders {
+  /// By `OutlineRoot`; alphabetical, ignoring case, equal ones in the order of the text.
+  std::array<std::vector<OutlineRef>, kOutlineRootCount> roots;
+  /// All that define a word, but for folders, by this word and then by their text in the same way.
+  std::vector<OutlineRef> words;
+  /// The first ones of their names, in the order of the text.
+  std::vector<OutlineRef> elements;
+  std::vector<OutlineRef> paths;       ///< in the order of the text
+  std::vector<OutlineRef> namedFiles;  ///< in the order of the text, without those of included files
+  std::vector<OutlineRef> includes;    ///< likewise
+};
+
+template <typename Value>
+class OutlineRange;
+
+/// What a script defines. Does not change any more; a copy costs little.
+class Outline {
+ public:
+  Outline();
+  Outline(std::shared_ptr<const OutlineParts> parts, std::shared_ptr<const OutlineOrders> orders)
+      : m_parts(std::move(parts)), m_orders(std::move(orders)) {}
+
+  /// In alphabetical order, ignoring case.
+  OutlineRange<OutlineItem> Items(OutlineRoot root) const;
+  /// In the order of the text.
+  OutlineRange<OutlineElement> Elements() const;
+  /// Those whose extension was asked for.
+  OutlineRange<NamedFile> NamedFiles() const;
+  /// Files of "include" lines, whatever their extension.
+  OutlineRange<NamedFile> Includes() const;
+  /// Folders of "path" lines, as written.
+  std::vector<std::string> Paths() const;
+  /// The number of all definitions.
+  size_t Count() const;
+
+  const OutlineParts& Parts() const { return *m_parts; }
+  const OutlineOrders& Orders() const { return *m_orders; }
+  const std::shared_ptr<const OutlineOrders>& SharedOrders() const { return m_orders; }
+  const std::vector<OutlineRef>& Order(OutlineRoot root) const {
+    return m_orders->roots[static_cast<size_t>(root)];
+  }
+
+  // Of a definition. Texts live as long as the outline or a copy of it.
+  std::string_view TextOf(OutlineRef ref) const { return GroupOf(ref).TextOf(EntryOf(ref)); }
+  std::string_view BareNameOf(OutlineRef ref) const;
+  std::string_view WordOf(OutlineRef ref) const;
+  OutlineRoot RootOf(OutlineRef ref) const { return static_cast<OutlineRoot>(EntryOf(ref).root); }
+  bool IsIndented(OutlineRef ref) const { return EntryOf(ref).indented != 0; }
+  TextPosition PlaceOf(OutlineRef ref) const { return PlaceOf(ref, EntryOf(ref)); }
+  int32_t FileOf(OutlineRef ref) const { return PartOf(ref).file; }
+  OutlineItem ItemOf(OutlineRef ref) const;
+
+  // Of a named file.
+  std::string_view NamedFileText(OutlineRef ref) const;
+  TextPosition NamedFilePlace(OutlineRef ref) const;
+
+  /// Whether one stands before another in the text; the script is before its files.
+  bool IsBefore(OutlineRef a, OutlineRef b) const;
+  /// The definitions of a word, ignoring case, by their texts.
+  std::span<const OutlineRef> Defining(std::string_view word) const;
+  /// A root's items with a text, ignoring case, in the order of the text.
+  std::span<const OutlineRef> WithText(OutlineRoot root, std::string_view text) const;
+  /// The place of a definition among its root's items.
+  size_t IndexOf(OutlineRef ref) const;
+
+  static uint32_t SlotOf(OutlineRef ref) { return ref >> OutlineGroup::kLineBits; }
+  static uint32_t NumberOf(OutlineRef ref) { return ref & (OutlineGroup::kMostLines - 1); }
+  static OutlineRef RefOf(uint32_t slot, size_t number) {
+    return slot << OutlineGroup::kLineBits | static_cast<uint32_t>(number);
+  }
+
+ private:
+  const OutlineParts::Part& PartOf(OutlineRef ref) const { return m_parts->bySlot[SlotOf(ref)]; }
+  const OutlineGroup& GroupOf(OutlineRef ref) const { return *PartOf(ref).group; }
+  const OutlineGroup::Entry& EntryOf(OutlineRef ref) const { return GroupOf(ref).items[NumberOf(ref)]; }
+  TextPosition PlaceOf(OutlineRef ref, const OutlineGroup::Entry& entry) const {
+    return {PartOf(ref).firstLine + static_cast<int32_t>(entry.line), static_cast<int32_t>(entry.character)};
+  }
+
+  std::shared_ptr<const OutlineParts> m_parts;
+  std::shared_ptr<const OutlineOrders> m_orders;
+};
+
+/// Some definitions of an outline, each made when it is asked for. Lives without the outline that it is of.
+template <typename Value>
+class OutlineRange {
+ public:
+  using Make = Value (*)(const Outline&, OutlineRef);
+
+  class Iterator {
+   public:
+    using iterator_category = std::random_access_iterator_tag;
+    using value_type = Value;
+    using difference_type = ptrdiff_t;
+    using pointer = const Value*;
+    using reference = Value;
+
+    Iterator(const OutlineRange& range, size_t index) : m_range(&range), m_index(index) {}
+    Value operator*() const { return (*m_range)[m_index]; }
+    Iterator& operator++() {
+      ++m_index;
+      return *this;
+    }
+    bool operator==(const Iterator& other) const { return m_index == other.m_index; }
+
+   private:
+    const OutlineRange* m_range;
+    size_t m_index;
+  };
+
+  OutlineRange(const Outline& outline, const std::vector<OutlineRef>& refs, Make make)
+      : m_outline(outline), m_refs(&refs), m_make(make) {}
+  size_t size() const { return m_refs->size(); }
+  bool empty() const { return m_refs->empty(); }
+  Value operator[](size_t index) const { return m_make(m_outline, (*m_refs)[index]); }
+  Value front() const { return (*this)[0]; }
+  Iterator begin() const { return {*this, 0}; }
+  Iterator end() const { return {*this, size()}; }
+
+ private:
+  Outline m_outline;  ///< keeps what the references are of
+  const std::vector<OutlineRef>* m_refs;
+  Make m_make;
 };
 
 /// The name alone of a child's text: without value, array size, file or parameters. A view into `text`.
@@ -96,8 +230,8 @@ std::string_view BareName(OutlineRoot root, std::string_view text);
 /// of an assignment.
 std::string_view DefinedWord(std::string_view text);
 
-/// Sorts children by their text, ignoring case; equal ones stay in their order.
-void SortItems(std::vector<OutlineItem>& items);
+/// Less than, equal to or greater than zero, ignoring case.
+int CompareNoCase(std::string_view a, std::string_view b);
 
 /// Adds the words that the element list defines, in lower case: functions and actions to one set, the others
 /// to the other.

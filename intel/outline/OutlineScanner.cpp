@@ -6,6 +6,8 @@
 #include <utility>
 
 #include "base/CodePage1252.h"
+#include "intel/outline/LiveOutline.h"
+#include "intel/outline/OutlineOrders.h"
 #include "text/buffer/CrystalTextBuffer.h"
 #include "text/buffer/FileLines.h"
 
@@ -107,10 +109,6 @@ const char* FindByte(const char* from, const char* end, char c) {
                     : nullptr;
 }
 
-TextPosition PlaceIn(std::string_view line, std::string_view part, int32_t number) {
-  return {number, static_cast<int32_t>(part.data() - line.data())};
-}
-
 /// The text between the first "<" that is not the first character and the next ">"; null data when the
 /// line has none.
 std::string_view NamedFileIn(std::string_view text) {
@@ -146,7 +144,7 @@ void OutlineScanner::ScanLine(std::string_view line, int32_t number) {
       break;
     case Rule::kInclude:
       if (const std::string_view name = NamedFileIn(text); !name.empty() && name.size() <= kLongestName) {
-        m_outline.includes.push_back({std::string(name), PlaceIn(line, name, number)});
+        Append(m_group.includes, keyword->root, line, name, number);
       }
       break;
   }
@@ -158,9 +156,7 @@ void OutlineScanner::NotePath(std::string_view line, std::string_view text, int3
   if (close == std::string_view::npos) return;
   const std::string_view folder = text.substr(open + 1, close - open - 1);
   if (folder.size() > kLongestName) return;
-  m_outline.paths.emplace_back(folder);
-  m_outline.Items(OutlineRoot::kPaths)
-      .push_back({std::string(folder), PlaceIn(line, folder, number), 0, text.data() != line.data()});
+  Append(m_group.items, OutlineRoot::kPaths, line, folder, number, text.data() != line.data());
 }
 
 void OutlineScanner::NoteFile(std::string_view line, std::string_view text, int32_t number) {
@@ -173,7 +169,7 @@ void OutlineScanner::NoteFile(std::string_view line, std::string_view text, int3
       dot == std::string_view::npos ? std::string_view() : name.substr(dot + 1);
   // An empty extension occurs in every list.
   if (m_onlyElements.empty() || m_onlyElements.find(extension) != std::string::npos) {
-    m_outline.namedFiles.push_back({std::string(name), PlaceIn(line, name, number)});
+    Append(m_group.namedFiles, OutlineRoot::kPaths, line, name, number);
   }
 }
 
@@ -193,18 +189,33 @@ void OutlineScanner::DefineAction(std::string_view line, std::string_view rest, 
 
 void OutlineScanner::Add(OutlineRoot root, std::string_view line, std::string_view name, int32_t number) {
   if (name.empty() || name.size() > kLongestName) return;
-  const TextPosition at = PlaceIn(line, name, number);
-  m_outline.Items(root).push_back({std::string(name), at, 0, cp1252::IsSpace(line.front())});
+  Append(m_group.items, root, line, name, number, cp1252::IsSpace(line.front()));
   const std::string_view bare = BareName(root, name);
   if (!bare.empty() && m_names.Insert(bare)) {
-    m_outline.elements.push_back({std::string(bare), ElementKindOf(root), root, at});
+    m_group.names.push_back(static_cast<uint16_t>(m_group.items.size() - 1));
   }
 }
 
-Outline OutlineScanner::Finish() {
-  for (std::vector<OutlineItem>& items : m_outline.roots) SortItems(items);
+void OutlineScanner::Append(Entries& entries, OutlineRoot root, std::string_view line, std::string_view text,
+                            int32_t number, bool indented) {
+  OutlineGroup::Entry entry{};
+  entry.start = static_cast<uint32_t>(m_group.text.size());
+  entry.character = static_cast<uint32_t>(text.data() - line.data()) & 0x7FFFFFFFu;
+  entry.indented = indented ? 1 : 0;
+  entry.length = static_cast<uint32_t>(text.size()) & 0x1FFFFu;
+  entry.line = static_cast<uint32_t>(number) & (OutlineGroup::kMostLines - 1);
+  entry.root = static_cast<uint32_t>(root) & 0x1Fu;
+  m_group.text += text;
+  entries.push_back(entry);
+}
+
+std::shared_ptr<const OutlineGroup> OutlineScanner::Finish() {
+  auto group = std::make_shared<const OutlineGroup>(m_group);  // a copy takes no more room than it needs
+  m_group.text.clear();
+  for (Entries* entries : {&m_group.items, &m_group.namedFiles, &m_group.includes}) entries->clear();
+  m_group.names.clear();
   m_names.Clear();
-  return std::exchange(m_outline, {});
+  return group;
 }
 
 std::optional<OutlineRoot> DefinedRoot(std::string_view line) {
@@ -215,22 +226,28 @@ std::optional<OutlineRoot> DefinedRoot(std::string_view line) {
 }
 
 Outline ScanOutline(const CCrystalTextBuffer& buffer, std::string_view onlyElements) {
-  OutlineScanner scanner(onlyElements);
-  const int32_t count = buffer.LineCount();
-  for (int32_t i = 0; i < count; ++i) scanner.ScanLine(buffer.Line(i), i);
-  return scanner.Finish();
+  LiveOutline outline(buffer, onlyElements);
+  while (!outline.IsRead()) outline.ReadSome();
+  return MakeOutline(outline.Parts());
 }
 
 Outline ScanOutlineText(std::string_view text, std::string_view onlyElements) {
   OutlineScanner scanner(onlyElements);
+  OutlineParts parts;
   const std::string_view lineEnd = line_end::Bytes(DetectLineEndStyle(text));
+  int32_t first = 0;
   for (int32_t number = 0;; ++number) {
+    if (number - first == OutlineGroup::kMostLines) {
+      parts.Append(scanner.Finish(), first);
+      first = number;
+    }
     const size_t end = text.find(lineEnd);
-    scanner.ScanLine(text.substr(0, end), number);
+    scanner.ScanLine(text.substr(0, end), number - first);
     if (end == std::string_view::npos) break;
     text.remove_prefix(end + lineEnd.size());
   }
-  return scanner.Finish();
+  parts.Append(scanner.Finish(), first);
+  return MakeOutline(std::move(parts));
 }
 
 }  // namespace quill

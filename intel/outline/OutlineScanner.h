@@ -1,8 +1,10 @@
 #pragma once
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/NameSet.h"
 #include "intel/outline/Outline.h"
@@ -22,22 +24,27 @@ class OutlineScanner {
   /// extension occurs anywhere in it.
   explicit OutlineScanner(std::string_view onlyElements) : m_onlyElements(onlyElements) {}
 
-  /// Lines in any order; `number` counts from 0.
+  const std::string& OnlyElements() const { return m_onlyElements; }
+  /// The lines of a group, from above; `number` counts from 0 and is less than `OutlineGroup::kMostLines`.
   void ScanLine(std::string_view line, int32_t number);
-  /// What was found, sorted. The scanner starts anew.
-  Outline Finish();
+  /// What was found. The scanner starts with another group.
+  std::shared_ptr<const OutlineGroup> Finish();
 
  private:
+  using Entries = std::vector<OutlineGroup::Entry>;
+
   void NoteFile(std::string_view line, std::string_view text, int32_t number);
   void NotePath(std::string_view line, std::string_view text, int32_t number);
   void DefineObject(std::string_view line, std::string_view rest, OutlineRoot root, int32_t number);
   void DefineFunction(std::string_view line, std::string_view rest, int32_t number);
   void DefineAction(std::string_view line, std::string_view rest, int32_t number);
   void Add(OutlineRoot root, std::string_view line, std::string_view name, int32_t number);
+  void Append(Entries& entries, OutlineRoot root, std::string_view line, std::string_view text,
+              int32_t number, bool indented = false);
 
   std::string m_onlyElements;
-  Outline m_outline;
-  NameSet m_names;  ///< of the element list
+  OutlineGroup m_group;  ///< keeps its room from one group to the next
+  NameSet m_names;       ///< that the group has brought
 };
 
 /// What a line defines by its first word; nothing for other lines, and for `include` and `path`.

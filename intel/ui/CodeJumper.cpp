@@ -51,6 +51,9 @@ void CodeJumper::AddBars(DockBars& bars) {
   connect(m_pane, &CodeJumperPane::RefreshRequested, &m.script, &ActiveScript::Refresh);
   connect(m_pane, &CodeJumperPane::FileChosen, this, &CodeJumper::OnFileChosen);
   connect(m_pane, &CodeJumperPane::BackToText, this, &CodeJumper::BackToText);
+  connect(m_pane, &CodeJumperPane::RowsShown, this, &CodeJumper::MarkFunction);
+  connect(&m.script, &ActiveScript::ReadingChanged, m_pane,
+          [this] { m_pane->SetReading(m.script.IsReading()); });
   KeepLayout();
 }
 
@@ -103,7 +106,8 @@ RowOrder CodeJumper::Order() const {
 
 void CodeJumper::MarkFunction() {
   const CQuillView* view = m.active.ViewWithText();
-  if (view == nullptr) return;
+  // A large script's rows come later than what is known of it.
+  if (view == nullptr || m_pane->Tree().Facts() != m.script.Shown()) return;
   m_pane->Tree().Mark(m.script.Shown()->functions.Around(*view->Buffer(), view->CaretPos().line));
 }
 
@@ -112,7 +116,6 @@ void CodeJumper::Show() {
   const bool isSameScript = frame == m_shownFrame;
   m_shownFrame = frame;
   m_pane->Show(m.script.Shown(), Order(), isSameScript);
-  MarkFunction();
 }
 
 // Jumps
@@ -120,7 +123,7 @@ void CodeJumper::Show() {
 std::string CodeJumper::FindFile(const NamedFile& file, const Outline& outline) const {
   std::string found;
   const std::string& path = m.active.View()->FilePath();
-  VisitPlacesOfFile(file.name, path, path, outline.paths, [&found](const std::string& place) {
+  VisitPlacesOfFile(file.name, path, path, outline.Paths(), [&found](const std::string& place) {
     if (PathExists(place)) found = place;
     return !found.empty();
   });
@@ -152,17 +155,18 @@ void CodeJumper::GoToDefinition() {
   if (view == nullptr) return;
   const TextPosition caret = view->CaretPos();
   const std::shared_ptr<const ScriptFacts> facts = m.script.LatestWithIncluded();
-  for (const NamedFile& include : facts->outline.includes) {
+  for (const NamedFile& include : facts->outline.Includes()) {
     if (include.at.line == caret.line) return GoToIncluded(include, facts->outline);
   }
   const std::string_view line = view->Buffer()->Line(caret.line);
   const std::string_view name = IdentifierAt(line, caret.character).In(line);
   if (name.empty()) return TellNothing(*view, UiText(StringId::kNoNameHere));
-  const EnclosingFunction::Entry* function = facts->functions.Around(*view->Buffer(), caret.line);
-  const Definitions definitions(facts->outline);
-  const DefinitionPlace* place =
-      definitions.Find(name, caret.line, function == nullptr ? -1 : function->at.line);
-  if (place == nullptr) return TellNothing(*view, UiText(StringId::kNotDefined, {FromCodePage(name)}));
+  const auto function = facts->functions.Around(*view->Buffer(), caret.line);
+  const auto place = Definitions(facts->outline).Find(name, caret.line, function ? function->at.line : -1);
+  if (!place) {
+    const StringId why = facts->isWhole ? StringId::kNotDefined : StringId::kNotYetDefined;
+    return TellNothing(*view, UiText(why, {FromCodePage(name)}));
+  }
   m_jumps.Go(place->file, place->at, *facts);
 }
 

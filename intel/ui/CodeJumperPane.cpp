@@ -3,10 +3,12 @@
 #include <QCoreApplication>
 #include <QDataStream>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QSplitter>
 #include <QTabWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "intel/ui/CodeJumperTree.h"
 #include "intel/ui/OutlineList.h"
@@ -22,6 +24,9 @@ constexpr int kTreeShare = 2;
 constexpr int kListShare = 1;
 constexpr int kWhole = 1000;  ///< a size of which the splitter keeps only the proportions
 constexpr int kLayoutVersion = 1;
+constexpr int kReadingLong = 500;  ///< milliseconds, after which it is told
+/// Of a script with more definitions the rows are made on another thread.
+constexpr size_t kMostRowsAtOnce = 20000;
 
 /// Whether a key begins or goes on with a word to filter by.
 bool TypesAWord(const QKeyEvent& key) {
@@ -35,6 +40,7 @@ bool TypesAWord(const QKeyEvent& key) {
 CodeJumperPane::CodeJumperPane(QWidget* parent)
     : QWidget(parent),
       m_filter(new QLineEdit(this)),
+      m_reading(new QLabel(UiText(StringId::kReadingScript), this)),
       m_splitter(new QSplitter(Qt::Vertical, this)),
       m_tree(new CCodeJumperTree(m_splitter)),
       m_lists(new QTabWidget(m_splitter)),
@@ -44,6 +50,7 @@ CodeJumperPane::CodeJumperPane(QWidget* parent)
   m_filter->setAccessibleName(UiText(StringId::kOutlineFilter));
   m_filter->setClearButtonEnabled(true);
   m_tree->setAccessibleName(UiText(StringId::kBarCodeJumper));
+  m_reading->hide();
   m_lists->setDocumentMode(true);
   m_splitter->setCollapsible(0, false);
   m_splitter->setStretchFactor(0, kTreeShare);
@@ -53,10 +60,15 @@ CodeJumperPane::CodeJumperPane(QWidget* parent)
   column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   column->setSpacing(kMargin);
   column->addWidget(m_filter);
+  column->addWidget(m_reading);
   column->addWidget(m_splitter, 1);
   connect(m_splitter, &QSplitter::splitterMoved, this, &CodeJumperPane::LayoutChanged);
   connect(m_lists, &QTabWidget::currentChanged, this, &CodeJumperPane::LayoutChanged);
-  connect(m_filter, &QLineEdit::textChanged, this, &CodeJumperPane::ApplyFilter);
+  connect(m_filter, &QLineEdit::textChanged, this, [this] {
+    if (m_facts != nullptr) MakeRows(Keep::kMark);
+  });
+  m_readingLong.setSingleShot(true);
+  connect(&m_readingLong, &QTimer::timeout, m_reading, &QWidget::show);
   connect(m_tree, &CCodeJumperTree::Jump, this, &CodeJumperPane::Jump);
   connect(m_tree, &CCodeJumperTree::RefreshRequested, this, &CodeJumperPane::RefreshRequested);
   m_filter->installEventFilter(this);
@@ -82,27 +94,47 @@ OutlineList* CodeJumperPane::CurrentList() const {
 void CodeJumperPane::Show(std::shared_ptr<const ScriptFacts> facts, RowOrder order, bool keepPlace) {
   m_facts = std::move(facts);
   m_order = order;
-  m_tree->Show(m_facts, keepPlace);
-  ShowRows(keepPlace);
+  MakeRows(keepPlace ? Keep::kPlace : Keep::kNothing);
 }
 
 void CodeJumperPane::SetOrder(RowOrder order) {
   if (order == m_order) return;
   m_order = order;
-  if (m_facts != nullptr) ShowRows(false);
+  if (m_facts != nullptr) MakeRows(Keep::kPlace);
 }
 
-void CodeJumperPane::ShowRows(bool keepPlace) {
-  m_variables->Show(m_facts, VariableRows(m_facts->outline, m_order), keepPlace);
-  m_elements->Show(m_facts, ElementRows(m_facts->outline, m_order), keepPlace);
-}
-
-void CodeJumperPane::ApplyFilter() {
+void CodeJumperPane::MakeRows(Keep keep) {
   int replaced = 0;
   const OutlineFilter filter(clipboard_data::FromUnicode(m_filter->text(), replaced));
-  m_tree->SetFilter(filter);
-  m_variables->SetFilter(filter);
-  m_elements->SetFilter(filter);
+  // Rows that were being made are not shown: what they would not have kept is not kept.
+  if (m_task.IsRunning()) keep = std::min(keep, m_keep);
+  m_task.Cancel();
+  if (m_facts->outline.Count() <= kMostRowsAtOnce) {
+    return ShowRows(m_facts, MakeJumperRows(m_facts->outline, m_order, filter), keep);
+  }
+  m_keep = keep;
+  m_task.Start([this, facts = m_facts, order = m_order, filter, keep](const std::atomic<bool>&) {
+    auto rows = std::make_shared<JumperRows>(MakeJumperRows(facts->outline, order, filter));
+    return [this, facts, rows, keep] { ShowRows(facts, std::move(*rows), keep); };
+  });
+}
+
+void CodeJumperPane::ShowRows(const std::shared_ptr<const ScriptFacts>& facts, JumperRows rows, Keep keep) {
+  const bool isFiltered = rows.isFiltered;
+  const bool keepPlace = keep == Keep::kPlace;
+  m_variables->Show(facts, std::move(rows.variables), isFiltered, keepPlace);
+  m_elements->Show(facts, std::move(rows.elements), isFiltered, keepPlace);
+  m_tree->Show(facts, std::move(rows), keepPlace, keep != Keep::kNothing);
+  Q_EMIT RowsShown();
+}
+
+void CodeJumperPane::SetReading(bool reading) {
+  if (!reading) {
+    m_readingLong.stop();
+    m_reading->hide();
+  } else if (!m_readingLong.isActive() && m_reading->isHidden()) {
+    m_readingLong.start(kReadingLong);
+  }
 }
 
 // Keys
@@ -116,6 +148,7 @@ bool CodeJumperPane::eventFilter(QObject* watched, QEvent* event) {
 }
 
 bool CodeJumperPane::EnterFirstFit() {
+  m_task.Wait();
   if (m_tree->SelectFirst()) {
     m_tree->setFocus();
     return true;

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "intel/jumper/OutlineFilter.h"
+#include "intel/jumper/OutlineLists.h"
 #include "intel/outline/EnclosingFunction.h"
 #include "intel/outline/ScriptFacts.h"
 
@@ -20,14 +20,15 @@ class CCodeJumperTree : public QTreeWidget {
  public:
   explicit CCodeJumperTree(QWidget* parent = nullptr);
 
-  /// Rebuilds the tree; which rows are expanded stays as it was. `keepPlace`: it is the same script as
-  /// before, what is in sight stays there.
-  void Show(std::shared_ptr<const ScriptFacts> facts, bool keepPlace);
-  /// Shows only what fits; an empty filter shows everything.
-  void SetFilter(const OutlineFilter& filter);
-  /// Marks the item of the function around the caret, null for none, and brings it into sight when its
+  /// Shows `rows.fitting`, or without a filter everything; which kinds are expanded stays as it was.
+  /// `keepPlace`: it is the same script as before, what is in sight stays there. `keepMark`: so does the
+  /// function that was brought into sight last.
+  void Show(std::shared_ptr<const ScriptFacts> facts, JumperRows rows, bool keepPlace, bool keepMark);
+  /// What is shown; null until a script was shown.
+  const std::shared_ptr<const ScriptFacts>& Facts() const { return m_facts; }
+  /// Marks the item of the function around the caret, if there is one, and brings it into sight when its
   /// kind is expanded and nobody is at work in the tree.
-  void Mark(const EnclosingFunction::Entry* function);
+  void Mark(const std::optional<EnclosingFunction::Entry>& function);
   void ExpandRoots();
   void CollapseRoots();
   /// The first name, not one of the kinds; false when there is none.
@@ -50,14 +51,33 @@ class CCodeJumperTree : public QTreeWidget {
     OutlineRoot root = OutlineRoot::kActions;
     size_t index = 0;  ///< among the root's items
   };
+  /// Of a kind's names not more than some hundred have rows at a time: those in sight and some around them.
+  /// Above and below stand rows that tell how many more there are, and bring them when they are seen.
+  struct Window {
+    size_t first = 0;  ///< among the names of the kind that are shown
+    size_t last = 0;   ///< behind the last one
+  };
+
   std::optional<Place> PlaceOf(QTreeWidgetItem* item) const;
-  const OutlineItem& ItemOf(Place place) const;
+  OutlineItem ItemOf(Place place) const;
   /// -1 for no item.
   int RootRowOf(QTreeWidgetItem* item) const;
+  /// Null while it has no row.
   QTreeWidgetItem* ItemAt(OutlineRoot root, size_t index) const;
+  /// The names of a kind that are shown, whether or not they have rows.
+  size_t CountOf(size_t root) const;
+  /// The place of an item among them; nothing when it is not shown.
+  std::optional<size_t> PositionOf(OutlineRoot root, size_t index) const;
 
-  void Rebuild();
-  QTreeWidgetItem* MakeRoot(OutlineRoot root);
+  void MakeRoots();
+  /// Gives a kind the rows of its window; those that are there already stay.
+  void FillRoot(size_t root, bool expanded);
+  /// The current name stays the current one.
+  void MoveWindow(size_t root, Window window);
+  void CentreWindow(size_t root, size_t position);
+  /// Makes rows where the user sees that there are more.
+  void ExtendInSight();
+  QTreeWidgetItem* MoreInSight() const;
   /// Makes a name current, or the row of the kind for none.
   void SelectAgain(int root, const std::optional<std::string>& text);
   void MarkItem();
@@ -66,15 +86,15 @@ class CCodeJumperTree : public QTreeWidget {
   void LoadIcons();
 
   std::shared_ptr<const ScriptFacts> m_facts;  ///< null until a script was shown
-  OutlineFilter m_filter;
-  std::array<std::vector<uint32_t>, kOutlineRootCount> m_fitting;  ///< the items that are shown
-  std::array<bool, kOutlineRootCount> m_expanded{};                ///< without a filter
+  JumperRows m_rows;
+  std::array<Window, kOutlineRootCount> m_windows;
+  std::array<bool, kOutlineRootCount> m_expanded{};  ///< without a filter
   std::array<QIcon, kOutlineRootCount> m_icons;
   std::array<QIcon, kOutlineRootCount> m_childIcons;
   std::optional<EnclosingFunction::Entry> m_function;  ///< the one to be marked
   QTreeWidgetItem* m_marked = nullptr;
   std::string m_scrolledTo;  ///< the last one that was brought into sight
-  bool m_showsFiltered = false;
+  bool m_extends = false;    ///< more rows are asked for
 };
 
 }  // namespace quill

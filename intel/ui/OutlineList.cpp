@@ -23,11 +23,12 @@ OutlineList::OutlineList(StringId emptyText, QWidget* parent) : QListView(parent
   });
 }
 
-void OutlineList::Show(std::shared_ptr<const ScriptFacts> facts, std::vector<OutlineRow> rows,
+void OutlineList::Show(std::shared_ptr<const ScriptFacts> facts, OutlineRows rows, bool isFiltered,
                        bool keepPlace) {
   const int place = keepPlace ? verticalScrollBar()->value() : 0;
   m_showsScript = true;
-  m_model.Show(std::move(facts), std::move(rows));
+  m_isFiltered = isFiltered;
+  m_model.Show(std::move(facts), std::move(rows), keepPlace);
   executeDelayedItemsLayout();
   verticalScrollBar()->setValue(place);
 }
@@ -60,7 +61,7 @@ void OutlineList::keyPressEvent(QKeyEvent* event) {
 void OutlineList::contextMenuEvent(QContextMenuEvent* event) {
   const QModelIndex index = currentIndex();
   if (!index.isValid()) return;
-  const OutlineRow& row = m_model.RowAt(index.row());
+  const OutlineRow row = m_model.RowAt(index.row());
   QMenu menu(this);
   if (row.isFile && IsScriptName(row.text)) {
     menu.addAction(UiText(StringId::kOpenNamedFile), this, [this] { ActivateCurrent(); });
@@ -73,7 +74,7 @@ void OutlineList::contextMenuEvent(QContextMenuEvent* event) {
 void OutlineList::paintEvent(QPaintEvent* event) {
   QListView::paintEvent(event);
   if (m_model.rowCount() > 0 || !m_showsScript) return;
-  PaintEmptyText(*this, UiText(m_model.IsFiltered() ? StringId::kNothingFits : m_emptyText));
+  PaintEmptyText(*this, UiText(m_isFiltered ? StringId::kNothingFits : m_emptyText));
 }
 
 }  // namespace quill

@@ -1,7 +1,6 @@
 #pragma once
 #include <QListView>
 #include <memory>
-#include <vector>
 
 #include "intel/ui/OutlineListModel.h"
 #include "res/Strings.h"
@@ -17,8 +16,7 @@ class OutlineList : public QListView {
   explicit OutlineList(StringId emptyText, QWidget* parent = nullptr);
 
   /// `keepPlace`: it is the same script as before, what is in sight stays there.
-  void Show(std::shared_ptr<const ScriptFacts> facts, std::vector<OutlineRow> rows, bool keepPlace);
-  void SetFilter(const OutlineFilter& filter) { m_model.SetFilter(filter); }
+  void Show(std::shared_ptr<const ScriptFacts> facts, OutlineRows rows, bool isFiltered, bool keepPlace);
   /// False when there is none.
   bool SelectFirst();
   void ActivateCurrent() { Activate(currentIndex(), true); }
@@ -39,6 +37,7 @@ class OutlineList : public QListView {
   StringId m_emptyText;
   OutlineListModel m_model;
   bool m_showsScript = false;
+  bool m_isFiltered = false;
 };
 
 }  // namespace quill

@@ -13,44 +13,40 @@ namespace {
 constexpr int kIconSize = 16;
 constexpr int kPadding = 4;  ///< left of the icon, between icon and text, right of the text
 constexpr int kTopPadding = 1;
+constexpr size_t kPage = 1000;  ///< rows that are made at a time
 constexpr float kFaint = 0.65F;
 
 }  // namespace
 
 // Model
 
-void OutlineListModel::Show(std::shared_ptr<const ScriptFacts> facts, std::vector<OutlineRow> rows) {
+void OutlineListModel::Show(std::shared_ptr<const ScriptFacts> facts, OutlineRows rows, bool keepMade) {
   beginResetModel();
   m_facts = std::move(facts);
   m_rows = std::move(rows);
-  ChooseRows();
+  m_made = std::min(std::max(keepMade ? m_made : 0, kPage), m_rows.size());
   endResetModel();
-}
-
-void OutlineListModel::SetFilter(const OutlineFilter& filter) {
-  beginResetModel();
-  m_filter = filter;
-  ChooseRows();
-  endResetModel();
-}
-
-void OutlineListModel::ChooseRows() {
-  m_shown.clear();
-  for (uint32_t i = 0; i < m_rows.size(); ++i) {
-    const OutlineRow& row = m_rows[i];
-    if (m_filter.Fits(row.text) || (!row.isFile && m_filter.Fits(OutlineRootName(row.root)))) {
-      m_shown.push_back(i);
-    }
-  }
 }
 
 int OutlineListModel::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : static_cast<int>(m_shown.size());
+  return parent.isValid() ? 0 : static_cast<int>(m_made);
+}
+
+bool OutlineListModel::canFetchMore(const QModelIndex& parent) const {
+  return !parent.isValid() && m_made < m_rows.size();
+}
+
+void OutlineListModel::fetchMore(const QModelIndex& parent) {
+  if (!canFetchMore(parent)) return;
+  const size_t made = std::min(m_made + kPage, m_rows.size());
+  beginInsertRows({}, static_cast<int>(m_made), static_cast<int>(made) - 1);
+  m_made = made;
+  endInsertRows();
 }
 
 QVariant OutlineListModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
-  const OutlineRow& row = RowAt(index.row());
+  const OutlineRow row = RowAt(index.row());
   if (role == Qt::DisplayRole) return OutlineLabel(row.text);
   if (role == Qt::ToolTipRole) return OutlineTip(row.text, row.at, row.file, *m_facts);
   return {};
@@ -69,7 +65,7 @@ void OutlineListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& o
   const QWidget* view = option.widget;
   (view == nullptr ? QApplication::style() : view->style())
       ->drawPrimitive(QStyle::PE_PanelItemViewItem, &row, painter, view);
-  const OutlineRow& definition = m_model.RowAt(index.row());
+  const OutlineRow definition = m_model.RowAt(index.row());
   const QRect area = option.rect.adjusted(kPadding, 0, -kPadding, 0);
   const QRect icon(area.left(), area.top() + (area.height() - kIconSize) / 2, kIconSize, kIconSize);
   QIcon& picture = m_icons[RowIcon(definition)];

@@ -6,38 +6,33 @@
 #include <map>
 #include <memory>
 #include <string_view>
-#include <vector>
 
-#include "intel/jumper/OutlineFilter.h"
 #include "intel/jumper/OutlineLists.h"
 #include "intel/outline/ScriptFacts.h"
 
 namespace quill {
 
-/// Rows of names, those that fit a filter. Makes the toolkit's texts only for the rows that are painted.
+/// Rows of names, so many at first and more when the user comes to their end. Makes the toolkit's texts only
+/// for the rows that are painted.
 class OutlineListModel : public QAbstractListModel {
   Q_OBJECT
 
  public:
   using QAbstractListModel::QAbstractListModel;
 
-  /// The rows are views into the outline of `facts`.
-  void Show(std::shared_ptr<const ScriptFacts> facts, std::vector<OutlineRow> rows);
-  void SetFilter(const OutlineFilter& filter);
-  bool IsFiltered() const { return !m_filter.IsEmpty(); }
-  /// By the model's row.
-  const OutlineRow& RowAt(int row) const { return m_rows[m_shown[static_cast<size_t>(row)]]; }
+  /// `keepMade`: as many rows are there as before.
+  void Show(std::shared_ptr<const ScriptFacts> facts, OutlineRows rows, bool keepMade);
+  OutlineRow RowAt(int row) const { return m_rows[static_cast<size_t>(row)]; }
 
   int rowCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
+  bool canFetchMore(const QModelIndex& parent) const override;
+  void fetchMore(const QModelIndex& parent) override;
 
  private:
-  void ChooseRows();
-
   std::shared_ptr<const ScriptFacts> m_facts;
-  std::vector<OutlineRow> m_rows;
-  std::vector<uint32_t> m_shown;
-  OutlineFilter m_filter;
+  OutlineRows m_rows;
+  size_t m_made = 0;  ///< rows that the view knows of
 };
 
 /// Paints the name, and more softly what follows it.

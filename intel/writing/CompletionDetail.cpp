@@ -1,6 +1,8 @@
 #include "intel/writing/CompletionDetail.h"
 
-#include "base/CodePage1252.h"
+#include <algorithm>
+#include <span>
+
 #include "intel/vocabulary/CommandDatabase.h"
 #include "intel/vocabulary/HelpText.h"
 #include "intel/writing/CodeTemplates.h"
@@ -24,13 +26,13 @@ std::string TextOfTemplate(const CodeTemplates& templates, const std::string& na
   return text;
 }
 
+/// The first one in the Code Jumper's tree.
 std::string DefinitionOf(std::string_view name, const Outline& outline) {
-  for (const auto& items : outline.roots) {
-    for (const OutlineItem& item : items) {
-      if (cp1252::EqualNoCase(DefinedWord(item.text), name)) return item.text.substr(0, kLongestHeading);
-    }
-  }
-  return std::string(name);
+  const std::span<const OutlineRef> all = outline.Defining(name);
+  const auto first = std::min_element(all.begin(), all.end(), [&outline](OutlineRef a, OutlineRef b) {
+    return outline.RootOf(a) < outline.RootOf(b);
+  });
+  return std::string(first == all.end() ? name : outline.TextOf(*first).substr(0, kLongestHeading));
 }
 
 }  // namespace

@@ -45,8 +45,9 @@ std::string_view CompletionIcon(CompletionKind kind) {
 
 CompletionNames::CompletionNames(const Outline& outline, const CommandDatabase& commands,
                                  const NameSet& keywords, const std::vector<std::string>& templates) {
-  for (const OutlineElement& element : outline.elements)
-    Add(DefinedWord(element.name), KindOfRoot(element.root));
+  for (const OutlineRef ref : outline.Orders().elements) {
+    Add(outline.WordOf(ref), KindOfRoot(outline.RootOf(ref)));
+  }
   for (int32_t i = 0; i < commands.Count(); ++i) {
     Add(commands.GetCommandName(i), CompletionKind::kCommand, i);
   }

@@ -13,15 +13,13 @@ namespace {
 
 /// As the outline has it, "name(a, b)"; empty when the script defines no such function.
 std::string_view FunctionWithParameters(std::string_view name, const Outline& outline) {
-  const std::vector<OutlineItem>& functions = outline.Items(OutlineRoot::kFunctions);
-  const std::string lower = cp1252::ToLower(name);
+  const std::vector<OutlineRef>& functions = outline.Order(OutlineRoot::kFunctions);
   // In order; what follows a name sorts before the letters of a longer one.
-  const auto at = std::lower_bound(
-      functions.begin(), functions.end(), lower,
-      [](const OutlineItem& item, const std::string& wanted) { return cp1252::ToLower(item.text) < wanted; });
-  const bool found =
-      !name.empty() && at != functions.end() && cp1252::EqualNoCase(DefinedWord(at->text), name);
-  return found ? std::string_view(at->text) : std::string_view();
+  const auto at = std::partition_point(functions.begin(), functions.end(), [&](OutlineRef ref) {
+    return CompareNoCase(outline.TextOf(ref), name) < 0;
+  });
+  const bool found = !name.empty() && at != functions.end() && cp1252::EqualNoCase(outline.WordOf(*at), name);
+  return found ? outline.TextOf(*at) : std::string_view();
 }
 
 }  // namespace

@@ -40,10 +40,9 @@ bool IsAt(std::string_view line, int32_t column, std::string_view name) {
 
 std::optional<HoverText> AboutDefinition(const CCrystalTextBuffer& buffer, int32_t line,
                                          std::string_view name, const HoverSource& source) {
-  const EnclosingFunction::Entry* function = source.facts.functions.Around(buffer, line);
-  const DefinitionPlace* place =
-      source.definitions.Find(name, line, function == nullptr ? -1 : function->at.line);
-  if (place == nullptr) return std::nullopt;
+  const auto function = source.facts.functions.Around(buffer, line);
+  const auto place = source.definitions.Find(name, line, function ? function->at.line : -1);
+  if (!place) return std::nullopt;
   const std::string number = std::to_string(place->at.line + 1);
   if (place->file == 0) {
     if (place->at.line >= buffer.LineCount()) return std::nullopt;

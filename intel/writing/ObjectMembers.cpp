@@ -168,9 +168,10 @@ const ObjectKind* FindObjectKind(OutlineRoot root) {
 }
 
 const ObjectKind* FindObjectKind(std::string_view objectName, const Outline& outline) {
-  for (const OutlineElement& element : outline.elements) {
-    if (cp1252::EqualNoCase(DefinedWord(element.name), objectName)) return FindObjectKind(element.root);
-  }
+  const std::span<const OutlineRef> all = outline.Defining(objectName);
+  const auto first = std::min_element(
+      all.begin(), all.end(), [&outline](OutlineRef a, OutlineRef b) { return outline.IsBefore(a, b); });
+  if (first != all.end()) return FindObjectKind(outline.RootOf(*first));
   for (const KnownObject& known : kKnownObjects) {
     if (cp1252::EqualNoCase(known.name, objectName)) return FindObjectKind(known.root);
   }

@@ -1,4 +1,5 @@
 #pragma once
+#include <memory>
 #include <string>
 
 #include "base/NameSet.h"
@@ -25,19 +26,21 @@ class CQuillView : public CCrystalEditView {
 
   /// Those of the file's language.
   const NameSet& Keywords() const;
-  /// Names in lower case; call `VocabularyChanged` afterwards.
-  NameSet& Functions() { return m_functions; }
-  NameSet& Variables() { return m_variables; }
-  void VocabularyChanged() { viewport()->update(); }
+  /// What the script defines, in lower case. The sets do not change any more; the same ones cost nothing.
+  void SetNames(std::shared_ptr<const NameSet> functions, std::shared_ptr<const NameSet> variables);
+  const NameSet& Functions() const { return *m_functions; }
+  const NameSet& Variables() const { return *m_variables; }
 
   const WordClasses& Words() const override;
   CommentMarkers GetCommentMarkers() const override { return kScriptCommentMarkers; }
 
  private:
+  void UseWords();
+
   const KeywordDatabase& m_keywords;
   const CommandDatabase& m_commands;
-  NameSet m_functions;
-  NameSet m_variables;
+  std::shared_ptr<const NameSet> m_functions;
+  std::shared_ptr<const NameSet> m_variables;
   mutable WordClasses m_words;  ///< these and those of the databases; brought up to date when asked for
   std::string m_path;
   std::string m_folder;

@@ -44,19 +44,19 @@ void TypeAtTheEndOf(std::string_view text) {
   EXPECT_LE(hint.Argument().end, hint.Text().size());
   IsCaretInArgumentList(script, end);
   const EnclosingFunction functions(outline);
-  const EnclosingFunction::Entry* around = functions.Around(script, end.line);
-  EXPECT_TRUE(around == nullptr || around->at.line <= end.line);
+  const auto around = functions.Around(script, end.line);
+  EXPECT_TRUE(!around || around->at.line <= end.line);
 }
 
 TEST(BadInput, EveryPrefixOfAScriptIsAScript) {
   for (const char* name : {"tests/golden/outline-odd.vsl", "samples/lander/hud.vsl"}) {
     const std::string script = ReadAll(name);
     ASSERT_FALSE(script.empty());
-    const size_t whole = ScanOutlineText(script).elements.size();
+    const size_t whole = ScanOutlineText(script).Elements().size();
     for (size_t length = 0; length < script.size(); ++length) {
       const std::string_view prefix = std::string_view(script).substr(0, length);
       // Cut inside a line, that line's name may be new and may hide a later one.
-      EXPECT_LE(ScanOutlineText(prefix).elements.size(), whole + 1);
+      EXPECT_LE(ScanOutlineText(prefix).Elements().size(), whole + 1);
       const size_t lastLines = prefix.size() < 600 ? 0 : prefix.size() - 600;
       TypeAtTheEndOf(prefix.substr(lastLines));
     }
@@ -95,7 +95,7 @@ TEST(BadInput, WhatIsLeftOpenEndsWithItsLineOrTheText) {
   const Outline outline = ScanOutlineText("var " + name + " = 1;\nfunction " + name + "()\nvar " +
                                           std::string(70000, 'x') + ";\nvar open = \"a;\nvar next;");
   std::string elements;
-  for (const OutlineElement& element : outline.elements) elements += element.name.substr(0, 5) + " ";
+  for (const OutlineElement& element : outline.Elements()) elements += element.name.substr(0, 5) + " ";
   EXPECT_EQ(elements, "nnnnn open next ") << "a name of more than 65,536 characters is none";
   EXPECT_EQ(outline.Items(OutlineRoot::kFunctions).front().text, name + "()");
 }
@@ -114,7 +114,7 @@ TEST(BadInput, IncludesThatAreNoScripts) {
       std::string(9000, 'x') + ">;\ninclude <good.vsl>;\n");
   const auto facts = ReadScriptFacts(script, folder.Path("main.vsl"), {}, ReadScriptFile);
   EXPECT_EQ(facts->includedPaths, std::vector<std::string>{folder.Path("good.vsl")});
-  EXPECT_EQ(facts->outline.elements.size(), 1u);
+  EXPECT_EQ(facts->outline.Elements().size(), 1u);
 }
 
 TEST(BadInput, TooManyFoldersAndIncludesAreGivenUp) {

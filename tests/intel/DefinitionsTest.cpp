@@ -88,10 +88,10 @@ TEST(Definitions, PreferTheFunctionsOwnThenTheScriptsThenAnInclude) {
   MergeIncluded(outline, files.Follow("/m.vsl"));
   const Definitions definitions(outline);
   const auto find = [&definitions](std::string_view name, int32_t line, int32_t start) {
-    const DefinitionPlace* place = definitions.Find(name, line, start);
-    return place == nullptr ? std::string("none")
-                            : std::to_string(place->file) + ":" + std::to_string(place->at.line) + ":" +
-                                  std::to_string(place->at.character);
+    const auto place = definitions.Find(name, line, start);
+    return !place ? std::string("none")
+                  : std::to_string(place->file) + ":" + std::to_string(place->at.line) + ":" +
+                        std::to_string(place->at.character);
   };
   EXPECT_EQ(find("n", 4, 1), "0:3:5");
   EXPECT_EQ(find("N", 9, 6), "0:8:5");

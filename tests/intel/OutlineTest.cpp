@@ -91,7 +91,7 @@ TEST(OutlineScanner, ListsNamedFilesByTheirExtension) {
   const std::string_view script = "bmap a = <a.bmp>;\nbmap b = <b.tar.gz>;\nif (a < b || b > c)\n";
   const auto named = [script](std::string_view only) {
     std::string names;
-    for (const NamedFile& file : ScanOutlineText(script, only).namedFiles) names += file.name + "|";
+    for (const NamedFile& file : ScanOutlineText(script, only).NamedFiles()) names += file.name + "|";
     return names;
   };
   EXPECT_EQ(named(""), "a.bmp|b.tar.gz| b || b |");
@@ -134,7 +134,7 @@ TEST(OutlineLists, ShowNamesAndLeaveOutWhatDefinesNone) {
   IncludedFiles included;
   included.files.push_back({"/p.vsl", ScanOutlineText("var m;\nvar a;\nsky s = <s.tga>;\n")});
   MergeIncluded(outline, included);
-  const auto rows = [](const std::vector<OutlineRow>& all) {
+  const auto rows = [](const OutlineRows& all) {
     std::string text;
     for (const OutlineRow& row : all) {
       text += std::string(row.Name()) + "(" + std::string(row.text.substr(row.nameLength)) + ")" +
@@ -184,20 +184,20 @@ TEST(EnclosingFunction, IsTheOneWhoseBracesAreStillOpen) {
   const EnclosingFunction functions(ScanOutline(script));
   std::string around;
   for (int32_t line = 0; line < script.LineCount(); ++line) {
-    const EnclosingFunction::Entry* entry = functions.Around(script, line);
-    around += entry == nullptr ? '.'
-                               : "FAS"[entry->root == OutlineRoot::kFunctions ? 0
-                                       : entry->root == OutlineRoot::kActions ? 1
-                                                                              : 2];
+    const auto entry = functions.Around(script, line);
+    around += !entry ? '.'
+                     : "FAS"[entry->root == OutlineRoot::kFunctions ? 0
+                             : entry->root == OutlineRoot::kActions ? 1
+                                                                    : 2];
   }
   EXPECT_EQ(around, ".FFFFF.AAAAS");
-  EXPECT_EQ(functions.Around(script, 99), nullptr);
+  EXPECT_FALSE(functions.Around(script, 99));
 
   ScriptText endless("function f()\n{\n" + std::string(600000, 'x') + "\n" + std::string(600000, 'x') +
                      "\n\n");
   const EnclosingFunction one(ScanOutline(endless));
-  EXPECT_NE(one.Around(endless, 3), nullptr);
-  EXPECT_EQ(one.Around(endless, 4), nullptr) << "nobody writes so much into one function";
+  EXPECT_TRUE(one.Around(endless, 3));
+  EXPECT_FALSE(one.Around(endless, 4)) << "nobody writes so much into one function";
 }
 
 TEST(OutlineFilter, WantsAllTypedWordsInAnyCaseOrTheRootsName) {

@@ -138,13 +138,17 @@ TEST_F(CodeJumper, FindsItsPlacesInATextThatHasChangedSince) {
   EXPECT_TRUE(View().hasFocus());
   Frame().findChild<CodeJumperPane*>()->Filter().clear();
 
+  const auto waitsFor = [this](const char* name) {
+    return QTest::qWaitFor([this, name] { return Shown().find(name) != std::string::npos; }, 30000);
+  };
+  EXPECT_TRUE(waitsFor("part()")) << "included files are read a little later";
   jumpTo("part()");
   EXPECT_TRUE(View().FilePath().ends_with("part.vsl"));
   View().SetCaretPos({0, 0});
   Type("function unsaved() ");
   Press("Alt+Left");
   EXPECT_TRUE(View().FilePath().ends_with("a.vsl"));
-  EXPECT_FALSE(Tree().findItems("unsaved()", Qt::MatchExactly | Qt::MatchRecursive).isEmpty());
+  EXPECT_TRUE(waitsFor("unsaved()")) << "as it is in its window";
 
   View().SetCaretPos({0, 0});
   Type("var typed; ");
