@@ -114,7 +114,8 @@ class OrderMaker {
       m_kept[slot] = 1;
       ++kept;
     }
-    if (!inOrder) {  // equal texts would stand in the order that they had
+    // Equal texts would stand in the order that they had; and few among many are sorted with these.
+    if (!inOrder || kept < m_parts.sequence.size() / 8) {
       kept = 0;
       std::fill(m_kept.begin(), m_kept.end(), uint8_t{0});
     }

@@ -12,7 +12,7 @@
 namespace quill {
 namespace {
 
-constexpr qint64 kSlice = 2;                        ///< milliseconds of reading between two events
+constexpr qint64 kSlice = 1;                        ///< milliseconds of reading between two events
 constexpr int kGroupsInSlice = 8;                   ///< at least
 constexpr int kGroupsAtFirst = 4;                   ///< that are shown before all are read
 constexpr int64_t kMostCopied = int64_t{64} << 20;  ///< bytes of open windows' texts for the other thread

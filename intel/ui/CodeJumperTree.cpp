@@ -7,6 +7,7 @@
 #include <QLocale>
 #include <QMenu>
 #include <QScrollBar>
+#include <QSignalBlocker>
 #include <QTimer>
 #include <QToolTip>
 #include <algorithm>
@@ -171,12 +172,16 @@ void CCodeJumperTree::FillRoot(size_t root, bool expanded) {
       item->setFlags(isMore ? Qt::ItemIsEnabled : Qt::ItemIsEnabled | Qt::ItemIsSelectable);
     }
   };
+  // Each row that is told to have changed costs as much as all of them.
+  QSignalBlocker blocker(model());
   if (window.first > 0) show(MoreText(window.first), {}, true);
   for (size_t i = window.first; i < window.last; ++i) {
     const size_t index = m_rows.isFiltered ? m_rows.fitting[root][i] : i;
     show(OutlineLabel(outline.TextOf(outline.Order(kind)[index])), m_childIcons[root], false);
   }
   if (window.last < count) show(MoreText(count - window.last), {}, true);
+  blocker.unblock();
+  viewport()->update();
   while (row->childCount() > next) {
     const std::unique_ptr<QTreeWidgetItem> gone(row->takeChild(row->childCount() - 1));
     if (gone.get() == m_marked) m_marked = nullptr;
