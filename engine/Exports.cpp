@@ -4,7 +4,7 @@
 
 #include "engine/korvel.h"
 #include "engine/run/Session.h"
-#include "engine/scene/WindowHost_posix.h"
+#include "engine/show/WindowHost_posix.h"
 
 namespace korvel {
 namespace {

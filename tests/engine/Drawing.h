@@ -3,7 +3,7 @@
 
 #include <sys/mman.h>
 
-#include "engine/scene/Recorder.h"
+#include "engine/show/Recorder.h"
 #include "engine/window/Painter.h"
 #include "tests/engine/TestHost.h"
 

@@ -1,4 +1,4 @@
-#include "engine/scene/Recorder.h"
+#include "engine/show/Recorder.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -10,7 +10,7 @@
 
 #include "engine/memory/Arena.h"
 #include "engine/scene/Host.h"
-#include "engine/scene/Recorder.h"
+#include "engine/show/Recorder.h"
 
 namespace korvel {
 

@@ -1,4 +1,4 @@
-#include "engine/scene/WindowHost_posix.h"
+#include "engine/show/WindowHost_posix.h"
 
 #include <dlfcn.h>
 #include <fcntl.h>
