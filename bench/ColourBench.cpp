@@ -4,11 +4,9 @@
 
 #include "ScriptFile.h"
 #include "text/parse/BraceMatch.h"
-#include "text/parse/FoldDepthIndex.h"
-#include "text/parse/FoldMap.h"
 #include "text/parse/Folding.h"
-#include "text/parse/LineStateCache.h"
 #include "text/parse/LongLine.h"
+#include "text/parse/ParsedText.h"
 #include "text/parse/ScriptColouring.h"
 
 namespace quill {
@@ -34,34 +32,30 @@ struct Words {
   WordClasses classes{{&keywords, &commands, &functions, &variables}};
 };
 
-/// What a painting view keeps of a text.
-struct View : BufferObserver {
-  explicit View(CCrystalTextBuffer& text) : buffer(text), states(text), folds(text), depths(text, states) {
-    buffer.AddView(this);
+/// A text all of which was parsed.
+struct View {
+  explicit View(CCrystalTextBuffer& text)
+      : parsed(ParsedText::Of(text)),
+        states(parsed->States()),
+        folds(parsed->Folds()),
+        depths(parsed->Depths()) {
     states.ParseAll();
-    folds.Rebuild();
-  }
-  ~View() override { buffer.RemoveView(this); }
-  void OnBufferUpdate(const BufferObserver*, const TextChange* change, uint32_t hints,
-                      int32_t line) override {
-    states.OnTextChange(change, hints, line);
-    folds.OnTextChange(change, hints, line);
-    depths.OnTextChange(change, hints, line);
+    folds.Refresh();
   }
 
-  CCrystalTextBuffer& buffer;
-  LineStateCache states;
-  FoldMap folds;
-  FoldDepthIndex depths;
+  std::shared_ptr<ParsedText> parsed;
+  LineStateCache& states;
+  const FoldMap& folds;
+  FoldDepthIndex& depths;
 };
 
 void BM_StatesOfAllLines(benchmark::State& state) {
   CCrystalTextBuffer buffer;
   if (!Load(buffer, state)) return;
   for (auto _ : state) {
-    LineStateCache states(buffer);
-    states.ParseAll();
-    benchmark::DoNotOptimize(states.StateAt(buffer.LineCount()));
+    ParsedText parsed(buffer);
+    parsed.States().ParseAll();
+    benchmark::DoNotOptimize(parsed.States().StateAt(buffer.LineCount()));
   }
   state.SetBytesProcessed(state.iterations() * state.range(0) * static_cast<int64_t>(bench::kMegabyte));
 }
@@ -121,7 +115,7 @@ void BM_ReplaceInOneHundredThousandLines(benchmark::State& state) {
   for (auto _ : state) {
     for (int32_t line = 0; line < 100000; ++line) {
       const TextChange change{true, {{line * 2, 0}, {line * 2, 0}}};
-      view.OnBufferUpdate(nullptr, &change, hint::kLineChanged, line * 2);
+      view.parsed->OnBufferUpdate(nullptr, &change, hint::kLineChanged, line * 2);
     }
     benchmark::DoNotOptimize(view.states.StateAt(buffer.LineCount()));
   }
@@ -138,6 +132,34 @@ void BM_CollapseAllAndExpandAll(benchmark::State& state) {
   }
 }
 BENCHMARK(BM_CollapseAllAndExpandAll)->Arg(10)->Arg(100)->Unit(benchmark::kMillisecond);
+
+/// A collapsed block of so many lines, each of which holds a block's start or end: its marks go and come back
+/// with a quote before its head, and lines are inserted after each of its lines and taken out again.
+void BM_EditsOfACollapsedBlock(benchmark::State& state) {
+  const auto lines = static_cast<int32_t>(state.range(0));
+  std::string text = "x;\naction main() {\n";
+  for (int32_t i = 0; i < lines / 2; ++i) text += "\tif (x) {\n\t}\n";
+  CCrystalTextBuffer buffer;
+  buffer.NewBuffer(line_end::kCrLf, text + "}\n");
+  View view(buffer);
+  TextPosition end;
+  for (auto _ : state) {
+    CollapseAll(buffer, view.states);
+    buffer.OpenUndoGroup();
+    for (int32_t line = lines; line > 1; --line) buffer.InsertTextAt(nullptr, {line, 1}, "\r\n", end);
+    buffer.CloseUndoGroup();
+    view.states.ParseAll();
+    if (view.folds.RowCount() != 3) state.SkipWithError("the block was opened");
+    buffer.Undo(end);
+    view.states.ParseAll();
+    buffer.InsertTextAt(nullptr, {0, 0}, "\"", end);
+    view.states.ParseAll();
+    buffer.Undo(end);
+    view.states.ParseAll();
+  }
+  state.SetItemsProcessed(state.iterations() * lines);
+}
+BENCHMARK(BM_EditsOfACollapsedBlock)->Arg(10'000)->Arg(40'000)->Arg(160'000)->Unit(benchmark::kMillisecond);
 
 void BM_OneLineOfTwentyMegabytes(benchmark::State& state) {
   std::string text = bench::GeneratedScript(20 * bench::kMegabyte);

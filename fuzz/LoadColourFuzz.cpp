@@ -12,10 +12,9 @@
 
 #include "text/buffer/CrystalTextBuffer.h"
 #include "text/parse/BraceMatch.h"
-#include "text/parse/FoldMap.h"
 #include "text/parse/Folding.h"
-#include "text/parse/LineStateCache.h"
 #include "text/parse/LongLine.h"
+#include "text/parse/ParsedText.h"
 #include "text/parse/ScriptColouring.h"
 
 namespace {
@@ -40,27 +39,13 @@ void Load(CCrystalTextBuffer& buffer, const uint8_t* data, size_t size) {
   Check(BytesOf(buffer) == std::string(reinterpret_cast<const char*>(data), size));
 }
 
-struct View : BufferObserver {
-  explicit View(CCrystalTextBuffer& text) : buffer(text), states(text), folds(text) { buffer.AddView(this); }
-  ~View() override { buffer.RemoveView(this); }
-  void OnBufferUpdate(const BufferObserver*, const TextChange* change, uint32_t hints,
-                      int32_t line) override {
-    states.OnTextChange(change, hints, line);
-    folds.OnTextChange(change, hints, line);
-  }
-  CCrystalTextBuffer& buffer;
-  LineStateCache states;
-  FoldMap folds;
-};
-
 /// Colours all lines with blocks, and parts of them as parts of long lines.
-void ColourAll(View& view, const WordClasses& words) {
-  CCrystalTextBuffer& buffer = view.buffer;
+void ColourAll(CCrystalTextBuffer& buffer, LineStateCache& states, const WordClasses& words) {
   uint32_t state = 0;
   std::vector<TextBlock> blocks;
   LongLine part(buffer, 7);
   for (int32_t line = 0; line < buffer.LineCount(); ++line) {
-    Check(view.states.StateAt(line) == state);
+    Check(states.StateAt(line) == state);
     const int32_t length = buffer.LineLength(line);
     blocks.resize(static_cast<size_t>(MostBlocks(length)));
     int32_t count = 0;
@@ -76,16 +61,16 @@ void ColourAll(View& view, const WordClasses& words) {
     }
     state = next;
   }
-  Check(view.states.StateAt(buffer.LineCount()) == state);
+  Check(states.StateAt(buffer.LineCount()) == state);
 }
 
-void CheckRows(const View& view) {
+void CheckRows(const CCrystalTextBuffer& buffer, const FoldMap& folds) {
   int32_t line = 0;
-  for (int32_t row = 0; row < view.folds.RowCount(); ++row) {
-    Check(view.folds.LineOfRow(row) == line && view.folds.RowOfLine(line) == row);
-    line = view.folds.NextShown(line);
+  for (int32_t row = 0; row < folds.RowCount(); ++row) {
+    Check(folds.LineOfRow(row) == line && folds.RowOfLine(line) == row);
+    line = folds.NextShown(line);
   }
-  Check(line == view.buffer.LineCount());
+  Check(line == buffer.LineCount());
 }
 
 }  // namespace
@@ -93,27 +78,28 @@ void CheckRows(const View& view) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   CCrystalTextBuffer buffer;
   Load(buffer, data, size);
-  View view(buffer);
+  const std::shared_ptr<ParsedText> parsed = ParsedText::Of(buffer);
+  LineStateCache& states = parsed->States();
   NameSet names;
   names.Insert("if");
   names.Insert("x");
   const WordClasses words({&names, nullptr, nullptr, &names});
-  ColourAll(view, words);
+  ColourAll(buffer, states, words);
   FindOpenBrace(buffer, buffer.EndOfText(), kScriptCommentMarkers, 10000);
 
-  CollapseAll(buffer, view.states);
-  CheckRows(view);
+  CollapseAll(buffer, states);
+  CheckRows(buffer, parsed->Folds());
   const TextPosition middle{buffer.LineCount() / 2, buffer.LineLength(buffer.LineCount() / 2) / 2};
   const std::string text(reinterpret_cast<const char*>(data), size < 20 ? size : 20);
   TextPosition end;
   buffer.InsertTextAt(nullptr, middle, text, end);
-  ColourAll(view, words);
-  CheckRows(view);
+  ColourAll(buffer, states, words);
+  CheckRows(buffer, parsed->Folds());
   buffer.DeleteRange(nullptr, {{middle.line / 2, 0}, middle});
-  ColourAll(view, words);
-  CheckRows(view);
-  while (buffer.Undo(end)) ColourAll(view, words);
-  CheckRows(view);
+  ColourAll(buffer, states, words);
+  CheckRows(buffer, parsed->Folds());
+  while (buffer.Undo(end)) ColourAll(buffer, states, words);
+  CheckRows(buffer, parsed->Folds());
   Check(BytesOf(buffer) == std::string(reinterpret_cast<const char*>(data), size));
   return 0;
 }

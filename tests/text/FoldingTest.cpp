@@ -4,8 +4,8 @@
 
 #include "support/ScriptText.h"
 #include "text/buffer/LineFlagStore.h"
-#include "text/parse/FoldMap.h"
-#include "text/parse/LineStateCache.h"
+#include "text/parse/ParsedText.h"
+#include "text/view/TextViewModel.h"
 
 namespace quill {
 namespace {
@@ -20,18 +20,14 @@ struct CountingStore : LineFlagStore {
   size_t lines = 0;
 };
 
-/// A view that keeps what a painting view keeps, and counts what it is told.
+/// What views show of a text, and how often they are told something.
 struct FoldView : BufferObserver {
-  explicit FoldView(CCrystalTextBuffer& text) : buffer(text), states(text), map(text) {
+  explicit FoldView(CCrystalTextBuffer& text)
+      : buffer(text), parsed(ParsedText::Of(text)), states(parsed->States()), map(parsed->Folds()) {
     buffer.AddView(this);
   }
   ~FoldView() override { buffer.RemoveView(this); }
-  void OnBufferUpdate(const BufferObserver*, const TextChange* change, uint32_t hints,
-                      int32_t line) override {
-    ++updates;
-    states.OnTextChange(change, hints, line);
-    map.OnTextChange(change, hints, line);
-  }
+  void OnBufferUpdate(const BufferObserver*, const TextChange*, uint32_t, int32_t) override { ++updates; }
   /// One character a line: "+" head of hidden lines, "_" hidden, "|" shown.
   std::string Shown() const {
     std::string shown;
@@ -41,8 +37,9 @@ struct FoldView : BufferObserver {
   }
 
   CCrystalTextBuffer& buffer;
-  LineStateCache states;
-  FoldMap map;
+  std::shared_ptr<ParsedText> parsed;
+  LineStateCache& states;
+  const FoldMap& map;
   int updates = 0;
 };
 
@@ -70,8 +67,9 @@ TEST(FindBlock, FindsTheInnermostBlockAroundALine) {
   };
   for (const auto& row : kRows) {
     ScriptText script(LinesOf(row.marks));
-    LineStateCache states(script);
-    EXPECT_EQ(Print(FindBlock(script, row.line, &states)), row.block) << row.marks << " at " << row.line;
+    ParsedText parsed(script);
+    EXPECT_EQ(Print(FindBlock(script, row.line, &parsed.States())), row.block)
+        << row.marks << " at " << row.line;
     EXPECT_EQ(Print(FindBlock(script, row.line)), row.block);
   }
 }
@@ -126,7 +124,7 @@ TEST(ColourLine, ExpandsACollapsedBlockWhoseHeadLosesItsMark) {
   } kRows[] = {
       {"head in a comment", 1, "//", "..{.}}.", "|||||||"},
       {"comment over all of it", 0, "/*", ".......", "|||||||"},
-      {"inner head stays hidden, the outer block ends sooner", 2, "//", ".h--ee.", "|+___||"},
+      {"inner head stays hidden, the outer block ends sooner", 2, "//", ".h--e}.", "|+___||"},
   };
   for (const auto& row : kRows) {
     ScriptText script("a\n{\n{\nb\n}\n}\nc");
@@ -145,7 +143,7 @@ TEST(FoldMap, ShowsFlaggedLinesThatNothingAccountsFor) {
   FoldView view(script);
   view.states.ParseAll();
   for (int32_t i = 1; i < 8; ++i) script.RestoreFlags(i, script.LineFlags(i) | line_flag::kHidden);
-  view.map.Rebuild();
+  script.NotifyViews(nullptr, nullptr, hint::kFlagsOnly, -1);
   EXPECT_EQ(view.Shown(), "||+__|+_");
 }
 
@@ -162,6 +160,27 @@ std::vector<int32_t> SlowRows(const CCrystalTextBuffer& buffer) {
     if ((flags & line_flag::kBlockEnd) != 0 && depth > 0) --depth;
   }
   return shown;
+}
+
+/// The rows of a map are those that a walk over all lines finds.
+void CheckRows(const FoldMap& map, const ScriptText& script) {
+  const std::vector<int32_t> shown = SlowRows(script);
+  const auto rows = static_cast<int32_t>(shown.size());
+  ASSERT_EQ(map.RowCount(), rows) << script.Marks();
+  for (int32_t row = 0; row < rows; ++row) {
+    const int32_t first = shown[static_cast<size_t>(row)];
+    const int32_t next = row + 1 < rows ? shown[static_cast<size_t>(row) + 1] : script.LineCount();
+    ASSERT_EQ(map.LineOfRow(row), first) << script.Marks();
+    ASSERT_EQ(map.IsCollapsedHead(first), next > first + 1);
+    ASSERT_EQ(map.LastLineUnder(first), next - 1);
+    ASSERT_EQ(map.PreviousShown(first), row == 0 ? -1 : shown[static_cast<size_t>(row) - 1]);
+    for (int32_t i = first; i < next; ++i) {
+      ASSERT_EQ(map.RowOfLine(i), row);
+      ASSERT_EQ(map.ShownLine(i), first);
+      ASSERT_EQ(map.IsHidden(i), i != first);
+      ASSERT_EQ(map.NextShown(i), next);
+    }
+  }
 }
 
 TEST(FoldMap, AgreesWithAWalkOverAllLinesAfterRandomEdits) {
@@ -190,22 +209,146 @@ TEST(FoldMap, AgreesWithAWalkOverAllLinesAfterRandomEdits) {
         random() % 2 == 0 ? CollapseAll(script, view.states) : ExpandAll(script);
       }
       if (random() % 2 == 0) view.states.ParseAll();
-      const std::vector<int32_t> shown = SlowRows(script);
-      const auto rows = static_cast<int32_t>(shown.size());
-      ASSERT_EQ(view.map.RowCount(), rows) << script.Marks();
-      for (int32_t row = 0; row < rows; ++row) {
-        const int32_t first = shown[static_cast<size_t>(row)];
-        const int32_t next = row + 1 < rows ? shown[static_cast<size_t>(row) + 1] : script.LineCount();
-        ASSERT_EQ(view.map.LineOfRow(row), first) << script.Marks();
-        ASSERT_EQ(view.map.IsCollapsedHead(first), next > first + 1);
-        ASSERT_EQ(view.map.LastLineUnder(first), next - 1);
-        ASSERT_EQ(view.map.PreviousShown(first), row == 0 ? -1 : shown[static_cast<size_t>(row) - 1]);
-        for (int32_t i = first; i < next; ++i) {
-          ASSERT_EQ(view.map.RowOfLine(i), row);
-          ASSERT_EQ(view.map.ShownLine(i), first);
-          ASSERT_EQ(view.map.IsHidden(i), i != first);
-          ASSERT_EQ(view.map.NextShown(i), next);
-        }
+      CheckRows(view.map, script);
+      if (testing::Test::HasFatalFailure()) return;
+    }
+  }
+}
+
+TEST(CollapsedBlock, IsHiddenAsAWholeOrNotAtAllAfterEditsAtItsEdges) {
+  const struct {
+    const char* name;
+    const char* lines;
+    const char* collapsed;  ///< what "Collapse All" makes of them
+    TextRange cut;
+    const char* text;
+    const char* marks;
+    const char* shown;
+  } kRows[] = {
+      {"Enter behind the head", "a{b}c", ".h-e.", {{1, 1}, {1, 1}}, "\n", ".h--e.", "|+___|"},
+      {"Enter before the head", "a{b}c", ".h-e.", {{1, 0}, {1, 0}}, "\n", "..{.}.", "||||||"},
+      {"lines in the middle", "a{b}c", ".h-e.", {{2, 1}, {2, 1}}, "\n{\n}", ".h-hee.", "|+____|"},
+      {"Enter before the last line's brace", "a{b}c", ".h-e.", {{3, 0}, {3, 0}}, "\n", ".h--e.", "|+___|"},
+      {"Enter behind the last line", "a{b}c", ".h-e.", {{3, 1}, {3, 1}}, "\n", ".h-e..", "|+__||"},
+      {"a block behind the last line", "a{b}c", ".h-e.", {{3, 1}, {3, 1}}, "\n{\n}", ".h-e{}.", "|+__|||"},
+      {"the head joins the line above", "a{b}c", ".h-e.", {{0, 1}, {1, 0}}, "", "{.}.", "||||"},
+      {"its second line joins the head", "a{b}c", ".h-e.", {{1, 1}, {2, 0}}, "", ".he.", "|+_|"},
+      {"the head is closed", "a{b}c", ".h-e.", {{1, 1}, {1, 1}}, "}", "...}.", "|||||"},
+      {"the head is deleted", "a{b}c", ".h-e.", {{1, 0}, {1, 1}}, "", "...}.", "|||||"},
+      {"another block opens in it", "a{b}}", ".h-e}", {{2, 0}, {2, 0}}, "{", ".hhe}", "|+__|"},
+      {"Enter between two", "{}{}", "hehe", {{1, 1}, {1, 1}}, "\n", "he.he", "+_|+_"},
+      {"Enter between two in a third", "{{}{}}", "hhehee", {{2, 1}, {2, 1}}, "\n", "hhe-hee", "+______"},
+      {"an inner block's end goes", "{{}}a", "hhee.", {{2, 0}, {2, 1}}, "", "hh-e.", "+___|"},
+      {"an inner block's start goes", "{{}}a", "hhee.", {{1, 0}, {1, 1}}, "", "h-e}.", "+__||"},
+  };
+  for (const auto& row : kRows) {
+    ScriptText script(LinesOf(row.lines));
+    FoldView view(script);
+    ASSERT_TRUE(CollapseAll(script, view.states));
+    ASSERT_EQ(script.Marks(), row.collapsed) << row.name;
+    if (row.cut.start != row.cut.end) script.DeleteRange(nullptr, row.cut);
+    if (*row.text != '\0') script.Insert(row.cut.start, row.text);
+    view.states.ParseAll();
+    EXPECT_EQ(script.Marks(), row.marks) << row.name;
+    EXPECT_EQ(view.Shown(), row.shown) << row.name;
+    TextPosition at;
+    while (script.History().Position() > 1 && script.Undo(at)) view.states.ParseAll();
+    CheckRows(view.map, script);
+  }
+}
+
+/// One random edit of two texts that are the same.
+void Disturb(ScriptText& a, ScriptText& b, std::mt19937& random) {
+  static const char* const kTexts[] = {"\n",   "{",     "}",      "//",        "/*",  "*/",
+                                       "\"",   "x",     "\n",     "{\n",       "\n}", "\n{\nx\n}\n",
+                                       "}\n{", "ifdef", "\n/*\n", "{\n{\n}\n}"};
+  auto line = static_cast<int32_t>(random() % static_cast<uint32_t>(a.LineCount()));
+  for (int tries = 0; tries < 3 && (a.LineFlags(line) & line_flag::kBlockMarks) == 0; ++tries)
+    line = static_cast<int32_t>(random() % static_cast<uint32_t>(a.LineCount()));
+  const int32_t length = a.LineLength(line);
+  const TextPosition start{line, random() % 2 == 0 ? 0 : length};
+  const int32_t lastLine = std::min(line + static_cast<int32_t>(random() % 5), a.LineCount() - 1);
+  TextPosition at;
+  switch (random() % 12) {
+    case 0:
+    case 1:
+      a.Undo(at);
+      b.Undo(at);
+      break;
+    case 2:
+      a.Redo(at);
+      b.Redo(at);
+      break;
+    case 3:
+      for (ScriptText* text : {&a, &b}) text->DeleteRange(nullptr, {start, std::max(start, {lastLine, 0})});
+      break;
+    case 4:  // whole lines
+      for (ScriptText* text : {&a, &b})
+        text->DeleteRange(nullptr, {{line, 0}, {lastLine, 0}}, 0, FlagsFollow::kText);
+      break;
+    case 5: {
+      const std::vector<std::string_view> lines{"{", "x", "}", ""};
+      for (ScriptText* text : {&a, &b})
+        text->InsertLinesAt(nullptr, {line, 0}, lines, at, 0, FlagsFollow::kText);
+      break;
+    }
+    case 6:
+    case 7:
+    case 8: {
+      const auto block = FindBlock(a, line);
+      if (!block) break;
+      ToggleFold(a, block->first, block->last);
+      ToggleFold(b, block->first, block->last);
+      break;
+    }
+    default: {
+      const std::string_view text = kTexts[random() % std::size(kTexts)];
+      a.Insert(start, text);
+      b.Insert(start, text);
+    }
+  }
+}
+
+TEST(ParsedText, IsTheSameForAllViewsAndAsAParseOfTheWholeText) {
+  std::mt19937 random(23);
+  for (int round = 0; round < 400; ++round) {
+    std::string marks;
+    for (int i = 0; i < 30; ++i) marks += "{}ab{}c"[random() % 7];
+    ScriptText script(LinesOf(marks));
+    ScriptText whole(LinesOf(marks));
+    TextViewModel views[2];
+    for (TextViewModel& view : views) view.SetBuffer(&script);
+    for (int step = 0; step < 40; ++step) {
+      if (random() % 12 == 0) {
+        CollapseAll(script, views[random() % 2].States());
+        ParsedText parsed(whole);
+        CollapseAll(whole, parsed.States());
+      }
+      for (uint32_t edits = 1 + random() % 2; edits != 0; --edits) {
+        Disturb(script, whole, random);
+        if (random() % 2 == 0) (void)views[0].RowCount();
+      }
+      // The one that is edited on and on is parsed by either view, here and there; the other one wholly.
+      for (uint32_t parses = random() % 3; parses != 0; --parses)
+        views[random() % 2].ParseThrough(static_cast<int32_t>(random() % 40));
+      views[random() % 2].ParseThrough(script.LineCount());
+      ParsedText parsed(whole);
+      parsed.States().ParseAll();
+      ASSERT_EQ(script.Marks(), whole.Marks()) << "round " << round << " step " << step;
+      for (TextViewModel& view : views) CheckRows(view.Folds(), script);
+      if (HasFatalFailure()) return;
+      std::string text;
+      script.CopyRange({{0, 0}, script.EndOfText()}, text, "\n");
+      ScriptText fresh(text);
+      const std::vector<uint32_t> states = fresh.ParseFromTop();
+      for (int32_t i = 0; i < script.LineCount(); ++i) {
+        const uint32_t flags = script.LineFlags(i);
+        ASSERT_EQ(flags & line_flag::kBlockMarks, fresh.LineFlags(i))
+            << "round " << round << " step " << step;
+        ASSERT_EQ(views[0].States().StateAt(i), states[static_cast<size_t>(i)]);
+        if ((flags & line_flag::kHidden) == 0) continue;
+        ASSERT_TRUE(views[0].Folds().IsHidden(i) || views[0].Folds().IsCollapsedHead(i))
+            << "a shown line keeps the flag: " << script.Marks() << " line " << i;
       }
     }
   }

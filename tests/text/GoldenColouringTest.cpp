@@ -9,7 +9,7 @@
 #include "base/CodePage1252.h"
 #include "support/Paths.h"
 #include "support/ScriptText.h"
-#include "text/parse/LineStateCache.h"
+#include "text/parse/ParsedText.h"
 
 namespace quill {
 namespace {
@@ -61,15 +61,15 @@ TEST(GoldenColouring, LooksAsItDidWhenAPersonLastLooked) {
     ++scripts;
     ScriptText whole;
     ASSERT_TRUE(whole.LoadFile(entry.path().string()));
-    LineStateCache states(whole);
-    states.ParseAll();
+    ParsedText parsed(whole);
+    parsed.States().ParseAll();
     CompareWithGolden(fs::path(entry.path()).replace_extension(".folding"), FoldingForm(whole));
 
     ScriptText byLine;
     ASSERT_TRUE(byLine.LoadFile(entry.path().string()));
-    LineStateCache lineStates(byLine);
-    const std::string form = ColouredForm(byLine, lineStates, words.classes);
-    EXPECT_EQ(form, ColouredForm(whole, states, words.classes)) << entry.path();
+    ParsedText parsedByLine(byLine);
+    const std::string form = ColouredForm(byLine, parsedByLine.States(), words.classes);
+    EXPECT_EQ(form, ColouredForm(whole, parsed.States(), words.classes)) << entry.path();
     CompareWithGolden(fs::path(entry.path()).replace_extension(".coloured"), form);
   }
   EXPECT_GT(scripts, 0);

@@ -3,55 +3,72 @@
 #include <gtest/gtest.h>
 
 #include "support/ScriptText.h"
-#include "text/parse/FoldDepthIndex.h"
+#include "text/parse/ParsedText.h"
 
 namespace quill {
 namespace {
 
-/// A view that keeps what a painting view keeps.
-struct StateView : BufferObserver {
-  explicit StateView(CCrystalTextBuffer& text) : buffer(text), states(text), depths(text, states, 5) {
+/// A view that gathers what the parses tell it.
+struct StateView : BufferObserver, ParseListener {
+  explicit StateView(CCrystalTextBuffer& text)
+      : buffer(text), parsed(ParsedText::Of(text)), states(parsed->States()), depths(text, states, 5) {
     buffer.AddView(this);
+    states.AddListener(this);
   }
-  ~StateView() override { buffer.RemoveView(this); }
+  ~StateView() override {
+    states.RemoveListener(this);
+    buffer.RemoveView(this);
+  }
   void OnBufferUpdate(const BufferObserver*, const TextChange* change, uint32_t hints,
                       int32_t line) override {
     linesMoved = linesMoved || (hints & hint::kVerticalRange) != 0;
-    states.OnTextChange(change, hints, line);
     depths.OnTextChange(change, hints, line);
+  }
+  void OnReparsed(std::optional<LineRange> lines, bool marks) override {
+    if (lines) changed.Add(lines->first, lines->last);
+    marksChanged = marksChanged || marks;
+  }
+  LineRange TakeChanged() {
+    const LineRange lines = changed.IsEmpty() ? LineRange{0, -1} : changed.Range();
+    changed.Clear();
+    return lines;
   }
 
   CCrystalTextBuffer& buffer;
-  LineStateCache states;
+  std::shared_ptr<ParsedText> parsed;
+  LineStateCache& states;
   FoldDepthIndex depths;
+  TouchedLines changed;
+  bool marksChanged = false;
   bool linesMoved = false;
 };
 
-std::string Changed(LineStateCache& states) {
-  const auto lines = states.TakeChangedLines();
-  return lines ? std::to_string(lines->first) + "-" + std::to_string(lines->last) : "none";
+std::string Changed(StateView& view) {
+  const LineRange lines = view.TakeChanged();
+  return lines.last < 0 ? "none" : std::to_string(lines.first) + "-" + std::to_string(lines.last);
 }
 
 TEST(LineStateCache, ReparsesOnlyUntilTheStatesAgreeAgain) {
   ScriptText script("a\nb\n/*\nc\n*/\nd\n{");
   StateView view(script);
   EXPECT_EQ(view.states.StateAt(7), 0u);
-  EXPECT_EQ(Changed(view.states), "none");
-  view.states.TakeMarksChanged();
+  EXPECT_EQ(Changed(view), "none");
+  view.marksChanged = false;
 
   script.Insert({0, 1}, "/*");
   EXPECT_EQ(view.states.StateAt(2), parse_state::kBlockComment);
-  EXPECT_EQ(Changed(view.states), "1-2") << "no further than asked";
+  EXPECT_EQ(Changed(view), "1-2") << "no further than asked";
   EXPECT_EQ(view.states.StateAt(7), 0u);
-  EXPECT_EQ(Changed(view.states), "none") << "line 3 was in a comment before";
-  EXPECT_FALSE(view.states.TakeMarksChanged());
+  EXPECT_EQ(Changed(view), "none") << "line 3 was in a comment before";
+  EXPECT_FALSE(view.marksChanged);
 
   script.Insert({0, 3}, "x\ny");
   script.DeleteRange(nullptr, {{5, 0}, {6, 0}});  // the closer
   view.states.ParseAll();
-  EXPECT_EQ(Changed(view.states), "6-6");
-  EXPECT_TRUE(view.states.TakeMarksChanged()) << "the brace lies in the comment now";
-  EXPECT_FALSE(view.states.TakeMarksChanged());
+  EXPECT_EQ(Changed(view), "6-6");
+  EXPECT_TRUE(std::exchange(view.marksChanged, false)) << "the brace lies in the comment now";
+  view.states.ParseAll();
+  EXPECT_FALSE(view.marksChanged);
   script.NewBuffer();
   EXPECT_EQ(view.states.StateAt(1), 0u);
   EXPECT_THROW(view.states.StateAt(2), std::invalid_argument);
@@ -93,12 +110,12 @@ TEST(LineStateCache, AgreesWithAParseFromTheTopAfterRandomEdits) {
       std::vector<uint32_t> before;
       before.reserve(static_cast<size_t>(script.LineCount()));
       for (int32_t i = 0; i < script.LineCount(); ++i) before.push_back(view.states.StateAt(i));
-      view.states.TakeChangedLines();
+      view.TakeChanged();
       view.linesMoved = false;
       for (uint32_t edits = random() % 4; edits != 0; --edits) Disturb(script, random);
       view.states.StateAt(static_cast<int32_t>(random() % static_cast<uint32_t>(script.LineCount())));
       view.states.ParseAll();
-      const LineRange changed = view.states.TakeChangedLines().value_or(LineRange{0, -1});
+      const LineRange changed = view.TakeChanged();
 
       std::string text;
       script.CopyRange({{0, 0}, script.EndOfText()}, text, "\n");

@@ -178,6 +178,7 @@ void CCrystalTextBuffer::TellEach(Tell tell) {
     }
     CCrystalTextBuffer& buffer;
   } telling(*this);
+  if (const auto first = m_firstObserver.lock()) tell(*first);
   const size_t count = m_views.size();
   for (size_t i = 0; i < count; ++i) {
     if (BufferObserver* view = m_views[i]; view != nullptr) tell(*view);
@@ -286,6 +287,18 @@ void CCrystalTextBuffer::ChangeFlagsOnLines(int32_t first, int32_t last, uint32_
 bool CCrystalTextBuffer::ChangeFlagsOnRanges(std::span<const LineRange> ranges, uint32_t setMask,
                                              uint32_t clearMask) {
   AssertUiThread();
+  if (!ChangeWords(ranges, setMask, clearMask)) return false;
+  NotifyViews(nullptr, nullptr, hint::kFlagsOnly, -1);
+  return true;
+}
+
+bool CCrystalTextBuffer::ShowLines(std::span<const LineRange> ranges) {
+  AssertUiThread();
+  return ChangeWords(ranges, 0, line_flag::kHidden);
+}
+
+bool CCrystalTextBuffer::ChangeWords(std::span<const LineRange> ranges, uint32_t setMask,
+                                     uint32_t clearMask) {
   std::vector<LineFlagStore::Word> words;
   for (const LineRange& range : ranges) {
     for (int32_t line = range.first; line <= range.last; ++line) {
@@ -297,7 +310,6 @@ bool CCrystalTextBuffer::ChangeFlagsOnRanges(std::span<const LineRange> ranges, 
   }
   if (words.empty()) return false;
   if (m_store != nullptr && !m_profileSection.empty()) m_store->Write(m_profileSection, words);
-  NotifyViews(nullptr, nullptr, hint::kFlagsOnly, -1);
   return true;
 }
 
@@ -355,11 +367,10 @@ void CCrystalTextBuffer::InsertRecorded(EditSource source, TextPosition at, Reco
   const bool ownGroup = m_groupDepth == 0;
   if (ownGroup) OpenUndoGroup();
   const bool wholeLines = follow == FlagsFollow::kText;
-  const uint32_t flags = LineFlags(at.line);
-  TextRange range{at, at};
   // From the record's copy: the caller's text may be a line of ours.
-  ApplyInsert(source.observer, at, RecordPieces(text.text, text.pieceLengths.get()).Get(), range.end);
-  if (wholeLines) PutBackWords(range, wholeLines, flags, {});
+  const TextRange range = PutIn(at, RecordPieces(text.text, text.pieceLengths.get()).Get());
+  GiveWords(range, wholeLines, {});
+  TextChanged(source.observer, {true, range}, range.end);
   end = range.end;
   AddRecord(UndoRecord::kInsert | (wholeLines ? UndoRecord::kWholeLines : 0), actionCode, range,
             std::move(text));
@@ -405,47 +416,39 @@ std::unique_ptr<std::vector<int32_t>> CCrystalTextBuffer::PieceLengthsOf(TextRan
   return lengths;
 }
 
-bool CCrystalTextBuffer::ApplyInsert(const BufferObserver* source, TextPosition at,
-                                     std::span<const std::string_view> pieces, TextPosition& end) {
-  if (m_readOnly) return false;
+TextRange CCrystalTextBuffer::PutIn(TextPosition at, std::span<const std::string_view> pieces) {
   const auto added = static_cast<int32_t>(pieces.size()) - 1;
   if (added == 0) {
     InsertIntoLine(Record(at.line), at.character, pieces.front());
-    end = {at.line, at.character + static_cast<int32_t>(pieces.front().size())};
-  } else {
-    const std::string_view tail = Line(at.line).substr(static_cast<size_t>(at.character));
-    std::vector<LineRecord> fresh;
-    fresh.reserve(static_cast<size_t>(added));
-    for (int32_t i = 1; i < added; ++i) fresh.push_back(MakeLine(pieces[static_cast<size_t>(i)]));
-    fresh.push_back(MakeLine(pieces.back(), tail));
-    LineRecord& first = Record(at.line);
-    SetLineLength(first, at.character);
-    InsertIntoLine(first, at.character, pieces.front());
-    m_lines.Insert(static_cast<size_t>(at.line) + 1, fresh.data(), fresh.size());
-    end = {at.line + added, static_cast<int32_t>(pieces.back().size())};
+    return {at, {at.line, at.character + static_cast<int32_t>(pieces.front().size())}};
   }
-  TextChanged(source, {true, {at, end}}, end);
-  return true;
+  const std::string_view tail = Line(at.line).substr(static_cast<size_t>(at.character));
+  std::vector<LineRecord> fresh;
+  fresh.reserve(static_cast<size_t>(added));
+  for (int32_t i = 1; i < added; ++i) fresh.push_back(MakeLine(pieces[static_cast<size_t>(i)]));
+  fresh.push_back(MakeLine(pieces.back(), tail));
+  LineRecord& first = Record(at.line);
+  SetLineLength(first, at.character);
+  InsertIntoLine(first, at.character, pieces.front());
+  m_lines.Insert(static_cast<size_t>(at.line) + 1, fresh.data(), fresh.size());
+  return {at, {at.line + added, static_cast<int32_t>(pieces.back().size())}};
 }
 
-bool CCrystalTextBuffer::ApplyDelete(const BufferObserver* source, TextRange range) {
-  if (m_readOnly) return false;
+void CCrystalTextBuffer::CutOut(TextRange range) {
   TellEach([range](BufferObserver& view) { view.OnDeleting(range); });
   LineRecord& first = Record(range.start.line);
   if (range.start.line == range.end.line) {
     const auto tail = static_cast<size_t>(first.length - range.end.character);
     std::memmove(first.text + range.start.character, first.text + range.end.character, tail);
     SetLineLength(first, first.length - (range.end.character - range.start.character));
-  } else {
-    const std::string_view tail = Line(range.end.line).substr(static_cast<size_t>(range.end.character));
-    SetLineLength(first, range.start.character);
-    InsertIntoLine(first, range.start.character, tail);
-    FreeLines(range.start.line + 1, range.end.line);
-    m_lines.Erase(static_cast<size_t>(range.start.line) + 1,
-                  static_cast<size_t>(range.end.line - range.start.line));
+    return;
   }
-  TextChanged(source, {false, range}, range.start);
-  return true;
+  const std::string_view tail = Line(range.end.line).substr(static_cast<size_t>(range.end.character));
+  SetLineLength(first, range.start.character);
+  InsertIntoLine(first, range.start.character, tail);
+  FreeLines(range.start.line + 1, range.end.line);
+  m_lines.Erase(static_cast<size_t>(range.start.line) + 1,
+                static_cast<size_t>(range.end.line - range.start.line));
 }
 
 void CCrystalTextBuffer::TextChanged(const BufferObserver* source, const TextChange& change,
@@ -489,9 +492,7 @@ void CCrystalTextBuffer::TakeOutAgain(size_t index, MovedWords& moved) {
 }
 
 void CCrystalTextBuffer::PutInAgain(const UndoRecord& record, const MovedWords& moved) {
-  const uint32_t flags = LineFlags(record.range.start.line);
-  TextPosition end;
-  ApplyInsert(nullptr, record.range.start, RecordPieces(record).Get(), end);
+  PutIn(record.range.start, RecordPieces(record).Get());
   // Lines that go from one place to another keep what was set on them in the meantime.
   const bool sameLines = moved.from && moved.from != record.range.start && moved.text == TextOfLines(record);
   std::span<const LineWord> words;
@@ -500,7 +501,8 @@ void CCrystalTextBuffer::PutInAgain(const UndoRecord& record, const MovedWords& 
   } else if (record.words != nullptr) {
     words = *record.words;
   }
-  PutBackWords(record.range, record.HasWholeLines(), flags, words);
+  GiveWords(record.range, record.HasWholeLines(), words);
+  TextChanged(nullptr, {true, record.range}, record.range.end);
 }
 
 bool CCrystalTextBuffer::Undo(TextPosition& position) {

@@ -111,6 +111,8 @@ class CCrystalTextBuffer {
   /// The same for many ranges in one go: only words that change are kept anew, the views are told once.
   /// False when nothing changed.
   bool ChangeFlagsOnRanges(std::span<const LineRange> ranges, uint32_t setMask, uint32_t clearMask);
+  /// Clears the hidden flag, silently: whoever parses a text tells the views. False when nothing changed.
+  bool ShowLines(std::span<const LineRange> ranges);
   /// Replaces flag words, the views being told once.
   void ReplaceFlags(std::span<const LineWord> words);
   /// Sets the block marks of a line as its text asks for. Silent: whoever parses a line paints it, and
@@ -170,6 +172,10 @@ class CCrystalTextBuffer {
   /// For a text that was saved under another name: flags that change from now on are kept there.
   void SetProfileSection(const std::string& section) { m_profileSection = section; }
 
+  /// Told of each change before the views are: what they share that follows from the text. The buffer does
+  /// not keep it alive. Null when there is none.
+  void SetFirstObserver(const std::weak_ptr<BufferObserver>& observer) { m_firstObserver = observer; }
+  std::shared_ptr<BufferObserver> FirstObserver() const { return m_firstObserver.lock(); }
   void AddView(BufferObserver* view);
   void RemoveView(BufferObserver* view);
   /// Whoever is added in the meantime is not told: it has seen the text as it is now. Whoever is removed in
@@ -199,17 +205,21 @@ class CCrystalTextBuffer {
   void FreeLines(int32_t first, int32_t last);
   void ReleaseAllText();
 
-  bool ApplyInsert(const BufferObserver* source, TextPosition at, std::span<const std::string_view> pieces,
-                   TextPosition& end);
-  bool ApplyDelete(const BufferObserver* source, TextRange range);
+  /// Puts lines into the text, without flags, and returns their place.
+  TextRange PutIn(TextPosition at, std::span<const std::string_view> pieces);
+  /// Says so before.
+  void CutOut(TextRange range);
   /// Calls `tell` for each observer that was there when it began and has not left since.
   template <class Tell>
   void TellEach(Tell tell);
-  /// Deletes and returns the flag words of the lines that went.
+  /// Deletes, tells it, and returns the flag words of the lines that went.
   std::vector<LineWord> TakeOut(const BufferObserver* source, TextRange range, bool wholeLines);
-  /// Gives their flag words to the lines that an insertion brought.
-  void PutBackWords(TextRange range, bool wholeLines, uint32_t firstLineFlags,
-                    std::span<const LineWord> words);
+  /// Gives their flag words to lines that an insertion brought: those of `words`, and the hidden flag to all
+  /// that came into a collapsed block.
+  void GiveWords(TextRange range, bool wholeLines, std::span<const LineWord> words);
+  bool CameIntoCollapsed(TextRange range, bool wholeLines) const;
+  bool SetWords(std::span<const LineWord> words);
+  bool ChangeWords(std::span<const LineRange> ranges, uint32_t setMask, uint32_t clearMask);
   void TextChanged(const BufferObserver* source, const TextChange& change, TextPosition lastChange);
   void InsertRecorded(EditSource source, TextPosition at, RecordText&& text, TextPosition& end,
                       int32_t actionCode, FlagsFollow follow);
@@ -234,6 +244,7 @@ class CCrystalTextBuffer {
   GapVector<LineRecord> m_lines;
   LinePool m_pool;
   UndoHistory m_history;
+  std::weak_ptr<BufferObserver> m_firstObserver;
   std::vector<BufferObserver*> m_views;  ///< null where one left while all are told
   LineFlagStore* m_store;
   std::string m_profileSection;

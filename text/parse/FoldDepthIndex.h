@@ -17,7 +17,7 @@ class FoldDepthIndex {
   FoldDepthIndex(const CCrystalTextBuffer& buffer, LineStateCache& states, int32_t stride = kUsualStride)
       : m_buffer(buffer), m_states(states), m_stride(stride) {}
 
-  /// What the buffer told the view. Call it once for every update.
+  /// What the buffer tells. Call it once for every update.
   void OnTextChange(const TextChange* change, uint32_t hints, int32_t line);
   /// Open blocks before `line` (0 to the line count). Parses the lines before it.
   int32_t DepthBefore(int32_t line);

@@ -2,13 +2,16 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 #include "text/buffer/CrystalTextBuffer.h"
+#include "text/parse/FoldSettler.h"
 #include "text/parse/ScriptColouring.h"
 
 namespace quill {
 
-LineStateCache::LineStateCache(CCrystalTextBuffer& buffer) : m_buffer(buffer) {
+LineStateCache::LineStateCache(CCrystalTextBuffer& buffer, FoldSettler& folding)
+    : m_buffer(buffer), m_folding(folding) {
   Reset();
 }
 
@@ -47,10 +50,6 @@ void LineStateCache::MarkDirty(int32_t line) {
 }
 
 void LineStateCache::InsertLines(int32_t at, int32_t count) {
-  if (m_changed) {
-    if (m_changed->first >= at) m_changed->first += count;
-    if (m_changed->last >= at) m_changed->last += count;
-  }
   if (at >= KnownLines()) return;
   m_states.InsertFill(static_cast<size_t>(at), static_cast<size_t>(count), kDirty | kUnknown);
   // The line above was marked, so the dirty range is not empty and begins before `at`.
@@ -59,10 +58,6 @@ void LineStateCache::InsertLines(int32_t at, int32_t count) {
 
 void LineStateCache::RemoveLines(int32_t at, int32_t count) {
   const auto moved = [at, count](int32_t line) { return line <= at ? line : std::max(at, line - count); };
-  if (m_changed) {
-    m_changed->first = moved(m_changed->first);
-    m_changed->last = std::max(m_changed->first, moved(m_changed->last));
-  }
   const int32_t known = std::clamp(KnownLines() - at, 0, count);
   m_states.Erase(static_cast<size_t>(at), static_cast<size_t>(known));
   m_firstDirty = moved(m_firstDirty);
@@ -71,13 +66,22 @@ void LineStateCache::RemoveLines(int32_t at, int32_t count) {
 
 uint32_t LineStateCache::StateAt(int32_t line) {
   if (line < 0 || line > m_buffer.LineCount()) throw std::invalid_argument("line index outside the buffer");
-  if (!m_parsing) {
-    m_parsing = true;
-    RepairBefore(line);
-    ExtendTo(line);
-    m_parsing = false;
-  }
+  if (!m_parsing) ParseBefore(line);
   return m_states[static_cast<size_t>(std::min(line, KnownLines() - 1))] & kStateBits;
+}
+
+void LineStateCache::ParseBefore(int32_t end) {
+  m_parsing = true;
+  RepairBefore(end);
+  ExtendTo(end);
+  if (const int32_t last = m_folding.EndOfRun(end); last != end) {
+    end = last;
+    RepairBefore(end);
+    ExtendTo(end);
+  }
+  m_parsing = false;
+  TellListeners();
+  m_folding.Settle(end);
 }
 
 void LineStateCache::ParseThrough(int32_t line) {
@@ -95,9 +99,13 @@ void LineStateCache::RepairBefore(int32_t end) {
     uint8_t& state = m_states[static_cast<size_t>(i)];
     if ((state & kDirty) == 0) continue;
     state &= static_cast<uint8_t>(~kDirty);
-    bool marksChanged = false;
-    const auto after = static_cast<uint8_t>(ParseLine(m_buffer, state, i, marksChanged));
-    m_marksChanged = m_marksChanged || marksChanged;
+    const ParsedLine line = ParseLine(m_buffer.Line(i), state);
+    const auto after = static_cast<uint8_t>(line.stateAfter);
+    if (const uint32_t flags = m_buffer.LineFlags(i); (flags & line_flag::kBlockMarks) != line.marks) {
+      if ((flags & line_flag::kHidden) != 0) m_folding.OnHiddenLine(i, line.marks);
+      m_buffer.SetBlockMarks(i, line.marks);
+      m_marksChanged = true;
+    }
     uint8_t& next = m_states[static_cast<size_t>(i) + 1];
     if ((next & static_cast<uint8_t>(~kDirty)) == after) continue;
     if ((next & kUnknown) == 0) NoteChanged(i + 1);
@@ -113,9 +121,13 @@ void LineStateCache::RepairBefore(int32_t end) {
 
 void LineStateCache::ExtendTo(int32_t end) {
   for (int32_t i = KnownLines() - 1; i < end; ++i) {
-    bool marksOfNewLine = false;  // not worth a repaint: nobody has painted the line yet
+    // New marks are not worth a repaint: nobody has painted the line yet.
     const uint8_t state = m_states[static_cast<size_t>(i)] & kStateBits;
-    m_states.PushBack(static_cast<uint8_t>(ParseLine(m_buffer, state, i, marksOfNewLine)));
+    const ParsedLine line = ParseLine(m_buffer.Line(i), state);
+    const uint32_t flags = m_buffer.LineFlags(i);
+    if ((flags & line_flag::kHidden) != 0) m_folding.OnHiddenLine(i, line.marks);
+    if ((flags & line_flag::kBlockMarks) != line.marks) m_buffer.SetBlockMarks(i, line.marks);
+    m_states.PushBack(static_cast<uint8_t>(line.stateAfter));
   }
 }
 
@@ -129,12 +141,11 @@ void LineStateCache::NoteChanged(int32_t line) {
   }
 }
 
-std::optional<LineRange> LineStateCache::TakeChangedLines() {
-  return std::exchange(m_changed, std::nullopt);
-}
-
-bool LineStateCache::TakeMarksChanged() {
-  return std::exchange(m_marksChanged, false);
+void LineStateCache::TellListeners() {
+  if (!m_changed && !m_marksChanged) return;
+  const auto changed = std::exchange(m_changed, std::nullopt);
+  const bool marksChanged = std::exchange(m_marksChanged, false);
+  for (ParseListener* listener : m_listeners) listener->OnReparsed(changed, marksChanged);
 }
 
 }  // namespace quill

@@ -31,23 +31,19 @@ void ChangeMarks(CCrystalTextBuffer& buffer, int32_t line, uint32_t marks) {
   buffer.NotifyViews(nullptr, nullptr, hint::kLineFlags, line);
 }
 
-/// True when the marks were others before.
-inline bool ApplyMarks(CCrystalTextBuffer& buffer, int32_t line, uint32_t marks) {
-  if ((buffer.LineFlags(line) & line_flag::kBlockMarks) == marks) return false;
-  ChangeMarks(buffer, line, marks);
-  return true;
+inline void ApplyMarks(CCrystalTextBuffer& buffer, int32_t line, uint32_t marks) {
+  if ((buffer.LineFlags(line) & line_flag::kBlockMarks) != marks) ChangeMarks(buffer, line, marks);
 }
 
 }  // namespace
 
 uint32_t ColourLine(CCrystalTextBuffer& buffer, const WordClasses& words, uint32_t state, int32_t line,
                     TextBlock* blocks, int32_t* count) {
-  bool marksChanged = false;
-  if (blocks == nullptr) return ParseLine(buffer, state, line, marksChanged);
   const std::string_view text = buffer.Line(line);
-  if (text.empty()) {
-    ApplyMarks(buffer, line, 0);
-    return state;
+  if (blocks == nullptr || text.empty()) {
+    const ParsedLine parsed = ParseLine(text, state);
+    ApplyMarks(buffer, line, parsed.marks);
+    return parsed.stateAfter;
   }
   const auto length = static_cast<int32_t>(text.size());
   ScanPoint point = StartOfLine(state);
@@ -56,15 +52,10 @@ uint32_t ColourLine(CCrystalTextBuffer& buffer, const WordClasses& words, uint32
   return point.state & parse_state::kAcrossLines;
 }
 
-uint32_t ParseLine(CCrystalTextBuffer& buffer, uint32_t state, int32_t line, bool& marksChanged) {
-  const std::string_view text = buffer.Line(line);
-  if (text.empty()) {
-    marksChanged = ApplyMarks(buffer, line, 0);
-    return state;
-  }
+ParsedLine ParseLine(std::string_view text, uint32_t state) {
+  if (text.empty()) return {state, 0};
   const ScanPoint end = Skim(text.data(), StartOfLine(state), static_cast<int32_t>(text.size()));
-  marksChanged = ApplyMarks(buffer, line, BlockMarksOf(text, end));
-  return end.state & parse_state::kAcrossLines;
+  return {end.state & parse_state::kAcrossLines, BlockMarksOf(text, end)};
 }
 
 }  // namespace quill

@@ -48,7 +48,14 @@ constexpr int32_t MostBlocks(int32_t lineLength) {
 uint32_t ColourLine(CCrystalTextBuffer& buffer, const WordClasses& words, uint32_t state, int32_t line,
                     TextBlock* blocks, int32_t* count);
 
-/// The same, and also tells whether the line's block marks changed.
-uint32_t ParseLine(CCrystalTextBuffer& buffer, uint32_t state, int32_t line, bool& marksChanged);
+/// What the parse of a line finds for the lines below it and for folding.
+struct ParsedLine {
+  uint32_t stateAfter;
+  uint32_t marks;  ///< line_flag::kBlockStart, kBlockEnd or none
+};
+
+/// Parses a line that starts in `state` and changes nothing. 16 bytes after the text must be readable, as
+/// they are after the lines of a buffer.
+ParsedLine ParseLine(std::string_view text, uint32_t state);
 
 }  // namespace quill

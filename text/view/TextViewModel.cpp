@@ -6,6 +6,15 @@
 
 namespace quill {
 
+TextViewModel::Parts::Parts(CCrystalTextBuffer& buffer, const ColumnMetrics& metrics, ParseListener& view)
+    : listener(view), parsed(ParsedText::Of(buffer)), longLines(buffer), widths(buffer, metrics) {
+  parsed->States().AddListener(&listener);
+}
+
+TextViewModel::Parts::~Parts() {
+  parsed->States().RemoveListener(&listener);
+}
+
 TextViewModel::~TextViewModel() {
   SetBuffer(nullptr);
 }
@@ -26,7 +35,7 @@ void TextViewModel::Reset() {
   m_columnMode = false;
   m_parts.reset();
   if (m_buffer != nullptr && m_buffer->LineCount() > 0)
-    m_parts = std::make_unique<Parts>(*m_buffer, m_metrics);
+    m_parts = std::make_unique<Parts>(*m_buffer, m_metrics, static_cast<ParseListener&>(*this));
   DamageEverything();
 }
 
@@ -64,8 +73,11 @@ void TextViewModel::DamageEverything() {
 void TextViewModel::ParseThrough(int32_t line) {
   if (!HasText()) return;
   States().ParseThrough(std::min(line, m_buffer->LineCount() - 1));
-  if (const auto changed = States().TakeChangedLines()) DamageLines(changed->first, changed->last);
-  if (States().TakeMarksChanged()) DamageLines(0, m_buffer->LineCount() - 1);
+}
+
+void TextViewModel::OnReparsed(std::optional<LineRange> changed, bool marksChanged) {
+  if (changed) DamageLines(changed->first, changed->last);
+  if (marksChanged) DamageLines(0, m_buffer->LineCount() - 1);
 }
 
 // Places
@@ -156,9 +168,6 @@ void TextViewModel::OnBufferUpdate(const BufferObserver*, const TextChange* chan
     Reset();
     return;
   }
-  m_parts->states.OnTextChange(change, hints, line);
-  m_parts->folds.OnTextChange(change, hints, line);
-  m_parts->depths.OnTextChange(change, hints, line);
   m_parts->longLines.OnTextChange(change, hints, line);
   if (change != nullptr) {
     OnTextChange(*change);

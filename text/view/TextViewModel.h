@@ -8,10 +8,8 @@
 
 #include "text/buffer/BufferObserver.h"
 #include "text/buffer/CrystalTextBuffer.h"
-#include "text/parse/FoldDepthIndex.h"
-#include "text/parse/FoldMap.h"
-#include "text/parse/LineStateCache.h"
 #include "text/parse/LongLine.h"
+#include "text/parse/ParsedText.h"
 #include "text/view/ColumnMetrics.h"
 #include "text/view/VisualColumns.h"
 #include "text/view/WidthIndex.h"
@@ -33,9 +31,9 @@ struct ViewDamage {
   void AddDownFrom(int32_t line) { Add(line, std::numeric_limits<int32_t>::max()); }
 };
 
-/// Everything about a view of a text that needs no window: caret and selection, rows and places, parse
-/// states, and what must be repainted after a change.
-class TextViewModel : public BufferObserver, public EditHook {
+/// Everything about a view of a text that needs no window: caret and selection, rows and places, and what
+/// must be repainted after a change. What was parsed it shares with the other views of the text.
+class TextViewModel : public BufferObserver, public EditHook, private ParseListener {
  public:
   TextViewModel() = default;
   TextViewModel(const TextViewModel&) = delete;
@@ -61,7 +59,7 @@ class TextViewModel : public BufferObserver, public EditHook {
   void DamageEverything();
 
   // Rows: lines that no collapsed block hides. All ask for a text.
-  const FoldMap& Folds() const { return m_parts->folds; }
+  const FoldMap& Folds() const { return m_parts->parsed->Folds(); }
   int32_t RowCount() const { return HasText() ? Folds().RowCount() : 0; }
 
   // Places within a line, 1/64 pixel.
@@ -71,12 +69,12 @@ class TextViewModel : public BufferObserver, public EditHook {
   BlockCorner CornerAt(int32_t line, int64_t x);
   WidthIndex& Widths() { return m_parts->widths; }
 
-  LineStateCache& States() { return m_parts->states; }
+  LineStateCache& States() { return m_parts->parsed->States(); }
   LongLine& LongLines() { return m_parts->longLines; }
-  /// Brings states and block marks up to date down to a line; what changed becomes damage.
+  /// Brings states and block marks up to date down to a line; what changed becomes damage in all views.
   void ParseThrough(int32_t line);
   /// Open blocks before a line.
-  int32_t DepthBefore(int32_t line) { return m_parts->depths.DepthBefore(line); }
+  int32_t DepthBefore(int32_t line) { return m_parts->parsed->Depths().DepthBefore(line); }
 
   TextPosition Caret() const { return m_caret; }
   TextPosition Anchor() const { return m_anchor; }
@@ -103,16 +101,18 @@ class TextViewModel : public BufferObserver, public EditHook {
  private:
   /// What follows from the buffer's lines.
   struct Parts {
-    Parts(CCrystalTextBuffer& buffer, const ColumnMetrics& metrics)
-        : states(buffer), folds(buffer), depths(buffer, states), longLines(buffer), widths(buffer, metrics) {}
-    LineStateCache states;
-    FoldMap folds;
-    FoldDepthIndex depths;
+    Parts(CCrystalTextBuffer& buffer, const ColumnMetrics& metrics, ParseListener& view);
+    Parts(const Parts&) = delete;
+    Parts& operator=(const Parts&) = delete;
+    ~Parts();
+    ParseListener& listener;
+    std::shared_ptr<ParsedText> parsed;
     LongLine longLines;
     WidthIndex widths;
   };
 
   void Reset();
+  void OnReparsed(std::optional<LineRange> changed, bool marksChanged) override;
   void OnTextChange(const TextChange& change);
   void DamageForFlags(uint32_t hints, int32_t line);
   void Wake();
