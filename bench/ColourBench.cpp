@@ -1,9 +1,9 @@
 #include <benchmark/benchmark.h>
 
+#include <chrono>
 #include <vector>
 
 #include "ScriptFile.h"
-#include "text/parse/BraceMatch.h"
 #include "text/parse/Folding.h"
 #include "text/parse/LongLine.h"
 #include "text/parse/ParsedText.h"
@@ -185,10 +185,38 @@ void BM_BraceWalkOverTheWholeText(benchmark::State& state) {
   TextPosition end;
   buffer.InsertTextAt(nullptr, buffer.EndOfText(), "\r\n}}}}}}", end);
   for (auto _ : state) {
-    benchmark::DoNotOptimize(FindOpenBrace(buffer, buffer.EndOfText(), kScriptCommentMarkers));
+    BraceIndex braces(buffer);
+    benchmark::DoNotOptimize(braces.Find(buffer.EndOfText(), kScriptCommentMarkers, INT64_MAX));
   }
+  state.SetBytesProcessed(state.iterations() * state.range(0) * static_cast<int64_t>(bench::kMegabyte));
 }
-BENCHMARK(BM_BraceWalkOverTheWholeText)->Arg(10)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_BraceWalkOverTheWholeText)->Arg(10)->Arg(100)->Unit(benchmark::kMillisecond);
+
+/// A key at the end of a million lines, the open brace in the first one. Beside it, what a walk over all
+/// characters takes: the share of a key is told.
+void BM_KeyAMillionLinesBelowItsBrace(benchmark::State& state) {
+  constexpr int32_t kLines = 1'000'000;
+  std::string text = "action main() {\n";
+  for (int32_t i = 1; i < kLines; ++i)
+    text += i % 3 == 0 ? "\tspeed[i] = f(x); /* (x) */\n" : "\tif (x) { y(); }\n";
+  CCrystalTextBuffer buffer;
+  buffer.NewBuffer(line_end::kCrLf, text);
+  const std::shared_ptr<ParsedText> parsed = ParsedText::Of(buffer);
+  const auto start = std::chrono::steady_clock::now();
+  const auto match = parsed->Braces().Find(buffer.EndOfText(), kScriptCommentMarkers, INT64_MAX).match;
+  const std::chrono::duration<double> walk = std::chrono::steady_clock::now() - start;
+  if (!match || match->line != 0) state.SkipWithError("the brace was not found");
+  const TextPosition at = buffer.EndOfText();
+  TextPosition end;
+  for (auto _ : state) {
+    buffer.InsertTextAt(nullptr, at, "x", end);
+    benchmark::DoNotOptimize(parsed->Braces().Find(end, kScriptCommentMarkers, 64'000));
+    buffer.DeleteRange(nullptr, {at, end});
+  }
+  state.counters["keys_a_walk"] =
+      benchmark::Counter(walk.count(), benchmark::Counter::kIsIterationInvariantRate);
+}
+BENCHMARK(BM_KeyAMillionLinesBelowItsBrace)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 }  // namespace quill

@@ -11,7 +11,6 @@
 #include <vector>
 
 #include "text/buffer/CrystalTextBuffer.h"
-#include "text/parse/BraceMatch.h"
 #include "text/parse/Folding.h"
 #include "text/parse/LongLine.h"
 #include "text/parse/ParsedText.h"
@@ -85,7 +84,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   names.Insert("x");
   const WordClasses words({&names, nullptr, nullptr, &names});
   ColourAll(buffer, states, words);
-  FindOpenBrace(buffer, buffer.EndOfText(), kScriptCommentMarkers, 10000);
+  Check(parsed->Braces().Find(buffer.EndOfText(), kScriptCommentMarkers, int64_t{1} << 40).complete);
 
   CollapseAll(buffer, states);
   CheckRows(buffer, parsed->Folds());

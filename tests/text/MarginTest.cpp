@@ -1,9 +1,8 @@
-// What the margin and the caret line show: bookmarks, indentation guides, the matching brace.
+// What the margin and the caret line show: bookmarks and indentation guides.
 
 #include <gtest/gtest.h>
 
 #include "support/ScriptText.h"
-#include "text/parse/BraceMatch.h"
 #include "text/view/Bookmarks.h"
 #include "text/view/IndentGuides.h"
 
@@ -48,48 +47,6 @@ TEST(IndentGuides, StandAtTheTabStopsInsideTheLeadingWhiteSpace) {
   }
   IndentGuideColumns(script, 3, 2, 80, columns);
   EXPECT_EQ(columns, std::vector<int32_t>{2}) << "a blank line takes the smaller neighbour's";
-}
-
-TEST(FindOpenBrace, WalksBackwardsPastCommentsAndPairs) {
-  const CommentMarkers kWords{"BEGIN", "Done", "rem"};
-  const struct {
-    const char* name;
-    std::string_view text;  ///< "^" marks the caret, "@" the match in front of its character
-    const CommentMarkers& markers;
-  } kRows[] = {
-      {"same line", "a@(b, c^", kScriptCommentMarkers},
-      {"right behind", "@{^}", kScriptCommentMarkers},
-      {"pairs between, of any kind", "@[ (x) {y} <^", kScriptCommentMarkers},
-      {"kinds are not told apart", "@( [ x } ^ ( )", kScriptCommentMarkers},
-      {"lines above", "if @{\n(x)\n\n  ^", kScriptCommentMarkers},
-      {"none", "a) b^ (", kScriptCommentMarkers},
-      {"block comment between", "@( /* ( } */ ^", kScriptCommentMarkers},
-      {"comment over lines", "@(\n/* (\n( */\n^", kScriptCommentMarkers},
-      {"inside a comment", "( /* @( x^ */", kScriptCommentMarkers},
-      {"out of a comment nothing counts", "( /* x^ */", kScriptCommentMarkers},
-      {"opener and closer share the star", "@( /*/ ^", kScriptCommentMarkers},
-      {"a line comment ends its line's walk", "@(\n{ // x ^", kScriptCommentMarkers},
-      {"what was met behind its marker counts", "{\n( // @( ^", kScriptCommentMarkers},
-      {"markers in any case", "@( begin ( dONE ^", kWords},
-      {"line marker in any case", "@(\n{ REM ^", kWords},
-  };
-  for (const auto& row : kRows) {
-    std::string text;
-    std::optional<TextPosition> match;
-    TextPosition caret, here;
-    for (const char c : row.text) {
-      if (c == '^') caret = here;
-      if (c == '@') match = here;
-      if (c == '^' || c == '@') continue;
-      text += c;
-      here = c == '\n' ? TextPosition{here.line + 1, 0} : TextPosition{here.line, here.character + 1};
-    }
-    EXPECT_EQ(FindOpenBrace(ScriptText(text), caret, row.markers), match) << row.name;
-  }
-  const ScriptText far("(\n" + std::string(100, 'x'));
-  EXPECT_TRUE(FindOpenBrace(far, {1, 100}, kScriptCommentMarkers, 102));
-  EXPECT_FALSE(FindOpenBrace(far, {1, 100}, kScriptCommentMarkers, 101)) << "gives up";
-  EXPECT_TRUE(IsBrace('<') && IsBrace(']') && !IsBrace('/') && !IsBrace('\0'));
 }
 
 }  // namespace

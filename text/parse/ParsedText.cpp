@@ -19,6 +19,7 @@ void ParsedText::OnBufferUpdate(const BufferObserver*, const TextChange* change,
   m_folds.OnTextChange(change, hints, line);
   m_settler.OnTextChange(change, hints, line);
   m_depths.OnTextChange(change, hints, line);
+  m_braces.OnTextChange(change, hints, line);
 }
 
 }  // namespace quill

@@ -5,7 +5,6 @@
 #include <QScrollBar>
 #include <algorithm>
 
-#include "text/parse/BraceMatch.h"
 #include "text/parse/Folding.h"
 #include "text/ui/AccessibleText.h"
 #include "text/ui/TextAnnouncer.h"
@@ -13,7 +12,7 @@
 namespace quill {
 namespace {
 
-constexpr int64_t kMostBraceCharacters = 64'000;  ///< a key must not walk through a whole large file
+constexpr int64_t kBraceLook = 64'000;  ///< characters; a key must not walk through a whole large file
 /// Scroll bars follow typing after a moment: drawing them costs more than the line that was typed.
 constexpr int kScrollBarDelayMs = 60;
 constexpr int kRowsAround = 4;    ///< above and below what was jumped to
@@ -45,6 +44,7 @@ CCrystalTextView::~CCrystalTextView() {
 void CCrystalTextView::SetBuffer(CCrystalTextBuffer* buffer) {
   m_model.SetBuffer(buffer);
   EndMouse();
+  m_braceSearched.reset();
   verticalScrollBar()->setValue(0);
   horizontalScrollBar()->setValue(0);
   Q_EMIT BufferReplaced();
@@ -57,6 +57,7 @@ void CCrystalTextView::ApplySettings(const ViewSettings& settings) {
   const int rows = m_font == nullptr ? 0 : RowsIn(viewport()->height());
   RebuildFont();
   KeepCaretRow(rows);
+  m_braceSearched.reset();
   UpdateBraceMatch();
 }
 
@@ -229,6 +230,7 @@ void CCrystalTextView::ScheduleDamage() {
 
 void CCrystalTextView::ApplyDamage() {
   if (m_font == nullptr) return;  // nothing was ever painted
+  UpdateBraceMatch();
   if (m_model.HasText()) m_model.ParseThrough(TopLine() + 2 * PageRows());
   const ViewDamage damage = m_model.TakeDamage();
   if (damage.IsEmpty()) return;
@@ -304,14 +306,26 @@ void CCrystalTextView::AfterCaretMove(bool scroll) {
 }
 
 void CCrystalTextView::UpdateBraceMatch() {
-  std::optional<TextPosition> match;
-  if (m_settings.braceMatch && m_model.HasText()) {
-    match = FindOpenBrace(*Buffer(), CaretPos(), GetCommentMarkers(), kMostBraceCharacters);
+  const uint64_t changes = Buffer() == nullptr ? 0 : Buffer()->ChangeCount();
+  const std::pair now(CaretPos(), changes);
+  if (m_braceSearched == now) return;
+  m_braceSearched = now;
+  SearchBrace(kBraceLook);
+}
+
+void CCrystalTextView::SearchBrace(int64_t mostCharacters) {
+  BraceIndex::Answer found;
+  if (m_settings.braceMatch && m_model.HasText())
+    found = m_model.Braces().Find(CaretPos(), GetCommentMarkers(), mostCharacters);
+  if (found.complete) {
+    m_braceSearch.stop();
+  } else if (!m_braceSearch.isActive()) {
+    m_braceSearch.start(0, this);
   }
-  if (match == m_brace) return;
+  if (found.match == m_brace) return;
   if (m_brace) m_model.DamageLines(m_brace->line, m_brace->line);
-  if (match) UpdateRows(match->line, match->line);
-  m_brace = match;
+  if (found.match) UpdateRows(found.match->line, found.match->line);
+  m_brace = found.match;
 }
 
 // Scrolling

@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "text/parse/CommentMarkers.h"
@@ -163,7 +164,9 @@ class CCrystalTextView : public QAbstractScrollArea {
   /// Posted to itself while damage gathers.
   static QEvent::Type DamageEvent();
   void ScheduleDamage();
+  /// Searches anew when the caret moved or the text changed, in another view, too.
   void UpdateBraceMatch();
+  void SearchBrace(int64_t mostCharacters);
 
   struct RowSpan {
     int first;
@@ -215,9 +218,12 @@ class CCrystalTextView : public QAbstractScrollArea {
   std::vector<ColumnRange> m_marks;
   std::vector<ColumnRange> m_boxes;
   std::optional<TextPosition> m_brace;
+  /// The caret and the state of the text that `m_brace` is for.
+  std::optional<std::pair<TextPosition, uint64_t>> m_braceSearched;
   std::optional<TextPosition> m_dropPlace;
   QBasicTimer m_blink;
   QBasicTimer m_measure;
+  QBasicTimer m_braceSearch;  ///< goes on with a search that is not complete
   QBasicTimer m_scrollBars;
   QBasicTimer m_dragScroll;
   double m_fontRatio = 1;  ///< device pixels a logical pixel that the font was made for

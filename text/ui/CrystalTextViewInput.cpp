@@ -17,6 +17,7 @@ constexpr int kDragScrollMs = 100;
 constexpr int kWheelStep = 120;  ///< eighths of a degree a notch, as the platforms report it
 constexpr int kZoomStep = 10;    ///< percent
 constexpr int64_t kMeasureBudget = 2'000'000;
+constexpr int64_t kBraceSlice = 1'000'000;  ///< characters: a millisecond or two
 
 struct MotionKey {
   int key;
@@ -298,6 +299,8 @@ void CCrystalTextView::timerEvent(QTimerEvent* event) {
     const bool more = m_model.HasText() && m_model.Widths().Continue(kMeasureBudget);
     UpdateScrollBars();
     if (!more) m_measure.stop();
+  } else if (event->timerId() == m_braceSearch.timerId()) {
+    SearchBrace(kBraceSlice);
   } else {
     QAbstractScrollArea::timerEvent(event);
   }

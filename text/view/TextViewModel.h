@@ -70,6 +70,7 @@ class TextViewModel : public BufferObserver, public EditHook, private ParseListe
   WidthIndex& Widths() { return m_parts->widths; }
 
   LineStateCache& States() { return m_parts->parsed->States(); }
+  BraceIndex& Braces() { return m_parts->parsed->Braces(); }
   LongLine& LongLines() { return m_parts->longLines; }
   /// Brings states and block marks up to date down to a line; what changed becomes damage in all views.
   void ParseThrough(int32_t line);
