@@ -217,7 +217,8 @@ Value TraceLine(Session& s, const Value* a) {
   const Triple to = ReadVector(a[1]);
   const Triple way{to.x - from.x, to.y - from.y, to.z - from.z};
   // A line is a box without extent; one that begins inside of a box is let out of it.
-  const Meeting meeting = FirstMeeting(s.world, reinterpret_cast<Entity*>(s.machine.task->me), {from, from}, way);
+  const Meeting meeting =
+      FirstMeeting(s.world, reinterpret_cast<Entity*>(s.machine.task->me), {from, from}, way);
   NoteMeeting(s, meeting, from, way);
   if (meeting.entity == nullptr) return 0;
   return std::max(Value{1}, GiveReal(Length(way) * meeting.share));

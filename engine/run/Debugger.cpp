@@ -252,17 +252,17 @@ bool Debugger::AtTrap(Task& task, const Instruction* pc, const Value* frame) {
   TakeResult(task);
   TakeFall(pc, frame);
   const Function* function = program_.FunctionAt(at);
-  file_ = function->place.file;
+  __atomic_store_n(&file_, function->place.file, __ATOMIC_RELAXED);
   __atomic_store_n(&line_, program_.LineOf(at), __ATOMIC_RELAXED);
   seen_ = kBreak;
   __atomic_store_n(mode_, Fixed{kBreak}, __ATOMIC_RELAXED);
-  stopped_task_ = &task;
+  __atomic_store_n(&stopped_task_, &task, __ATOMIC_RELAXED);
   __atomic_store_n(&stopped_, true, __ATOMIC_RELEASE);
   return true;
 }
 
 bool Debugger::MayGoOn() {
-  const Fixed wanted = WantedMode();
+  const Fixed wanted = __atomic_load_n(mode_, __ATOMIC_ACQUIRE);
   if (wanted == kBreak) return false;
   seen_ = wanted;
   stepping_ = wanted == kStep;
@@ -270,7 +270,7 @@ bool Debugger::MayGoOn() {
   step_depth_ = stopped_task_ != nullptr ? stopped_task_->depth : 0;
   result_task_ = nullptr;
   __atomic_store_n(&stopped_, false, __ATOMIC_RELEASE);
-  stopped_task_ = nullptr;
+  __atomic_store_n(&stopped_task_, nullptr, __ATOMIC_RELAXED);
   Patch();
   return true;
 }
@@ -279,7 +279,7 @@ Place Debugger::position() const {
   const Fixed mode = WantedMode();
   const uint32_t line = __atomic_load_n(&line_, __ATOMIC_RELAXED);
   if (line == 0 || mode == kRun || mode == kIgnore) return {};
-  return {file_, line};
+  return {__atomic_load_n(&file_, __ATOMIC_RELAXED), line};
 }
 
 }  // namespace korvel

@@ -41,7 +41,7 @@ class Debugger {
   void NoteResult(const Task& task, const Instruction* pc, const Value* frame);
 
   bool stopped() const { return __atomic_load_n(&stopped_, __ATOMIC_ACQUIRE); }
-  const Task* stopped_task() const { return stopped_task_; }
+  const Task* stopped_task() const { return __atomic_load_n(&stopped_task_, __ATOMIC_RELAXED); }
 
   /// While stopped: true when debug_mode says to go on.
   bool MayGoOn();

@@ -1,3 +1,4 @@
+#include <atomic>
 #include <thread>
 
 #include "tests/engine/TestHost.h"
@@ -106,22 +107,23 @@ std::string ResultsAt(uint32_t line, const std::string& script) {
 // The script runs freely between the stops: what was assigned or tested last is known there all the same.
 TEST(Debugger, TellsTheLastResultAtABreakpoint) {
   const std::string loop =
-      "var total;\n"                      // 1
-      "function add(a)\n"                 // 2
-      "{\n"                               // 3
-      "  total = total + a * 2;\n"        // 4
-      "}\n"                               // 5
-      "function main()\n"                 // 6
-      "{\n"                               // 7
-      "  var i;\n"                        // 8
-      "  var both;\n"                     // 9
-      "  while (i < 3)\n"                 // 10
-      "  {\n"                             // 11
-      "    both = i > 0 && i != 2;\n"     // 12
-      "    add(i);\n"                     // 13
-      "    i = i + 1;\n"                  // 14
-      "  }\n"                             // 15
-      "  print_num(\"total\", total);\n"  // 16
+      "var total;\n"                        // 1
+      "function add(a)\n"                   // 2
+      "{\n"                                 // 3
+      "  total = total + a * 2;\n"          // 4
+      "}\n"                                 // 5
+      "function main()\n"                   // 6
+      "{\n"                                 // 7
+      "  var i;\n"                          // 8
+      "  var both;\n"                       // 9
+      "  while (i < 3)\n"                   // 10
+      "  {\n"                               // 11
+      "    both = i > 0 && i != 2;\n"       // 12
+      "    add(i);\n"                       // 13
+      "    i = i + 1;\n"                    // 14
+      "  }\n"                               // 15
+      "  if (total == 6)\n"                 // 16
+      "    print_num(\"total\", total);\n"  // 17
       "}\n";
   EXPECT_EQ(ResultsAt(4, loop), "0 1 0 total: 6.000\n") << "of the line that calls";
   EXPECT_EQ(ResultsAt(10, loop), "0 1 2 3 total: 6.000\n") << "of the line before, in the middle of a loop";
@@ -129,6 +131,7 @@ TEST(Debugger, TellsTheLastResultAtABreakpoint) {
   EXPECT_EQ(ResultsAt(13, loop), "0 1 0 total: 6.000\n") << "of && on both of its ways";
   EXPECT_EQ(ResultsAt(14, loop), "0 2 6 total: 6.000\n") << "of the function that was called";
   EXPECT_EQ(ResultsAt(16, loop), "0 total: 6.000\n") << "of the condition that no longer holds";
+  EXPECT_EQ(ResultsAt(17, loop), "1 total: 6.000\n") << "of a test that leads nowhere else";
 }
 
 // Calls of all copies as a debugger's view would show them, innermost first, with the numbers that they hold.
@@ -192,6 +195,42 @@ TEST(Debugger, BreaksWhatRunsStraightOn) {
   Number(session, "debug_mode") = 0;
   game.host.on_line = [&] { Number(session, "debug_mode") = kOne; };
   EXPECT_EQ(LineOfStop(session), 6u);
+}
+
+// As an editor does: the game runs on a thread of its own, and nothing is locked.
+TEST(Debugger, IsUsedFromAnotherThread) {
+  GameInFolder game;
+  Session& session = game.Open(kGame);
+  std::atomic<bool> done = false;
+  std::thread engine([&] {
+    while (!done && session.Frame()) {
+    }
+  });
+  Fixed* mode = &Number(session, "debug_mode");
+  const auto read = [&](const char* name) {
+    return __atomic_load_n(static_cast<Fixed*>(session.FindObject(name)), __ATOMIC_RELAXED);
+  };
+  const auto until = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+  int stops = 0;
+  for (Fixed last = 0; stops < 100 && std::chrono::steady_clock::now() < until; ++stops) {
+    EXPECT_TRUE(session.debugger.SetBreakpoint("main.vsl", 6, stops % 3 != 0));
+    if (stops % 3 == 0) __atomic_store_n(mode, kOne, __ATOMIC_RELEASE);
+    while (!session.debugger.stopped() && std::chrono::steady_clock::now() < until) std::this_thread::yield();
+    const Place place = session.debugger.position();
+    EXPECT_TRUE(place.line >= 6 && place.line <= 15) << place.line;
+    EXPECT_GE(read("n"), last);
+    last = read("n");
+    if (place.line == 6) {
+      EXPECT_EQ(read("a"), last);
+    }
+    __atomic_store_n(mode, stops % 2 * 2 * kOne, __ATOMIC_RELEASE);
+    while (session.debugger.stopped() && read("debug_mode") != kOne &&
+           std::chrono::steady_clock::now() < until)
+      std::this_thread::yield();
+  }
+  done = true;
+  engine.join();
+  EXPECT_EQ(stops, 100);
 }
 
 TEST(Debugger, FindsWhatAWatchAsksFor) {

@@ -65,5 +65,31 @@ TEST(Programs, PrintWhatStandsBesideThem) {
   EXPECT_GE(count, 8);
 }
 
+// What a script prints and does wrong when each stop goes on with this value of debug_mode.
+std::string Play(const std::string& text, Fixed mode) {
+  GameInFolder game;
+  Session& session = game.Open(text);
+  session.machine.budget = 100'000'000;
+  const auto go_on = [&] {
+    if (void* cell = session.FindObject("debug_mode")) *static_cast<Fixed*>(cell) = mode;
+  };
+  go_on();
+  while (session.Frame() && game.host.frames < 30) {
+    if (session.debugger.stopped()) go_on();
+  }
+  return game.host.output + game.Errors();
+}
+
+// Stepping runs each instruction by itself, so it is the slow twin of those that are joined.
+TEST(Programs, PrintTheSameStepByStep) {
+  for (const char* name :
+       {"defines", "faults", "flow", "joined", "numbers", "objects", "pointers", "vectors"}) {
+    const std::string text = ReadAll(std::string(kEnginePrograms) + "/" + name + ".vsl");
+    const std::string printed = Play(text, 0);
+    EXPECT_NE(printed, "") << name;
+    EXPECT_EQ(Play(text, 2 * kOne), printed) << name;
+  }
+}
+
 }  // namespace
 }  // namespace korvel
