@@ -504,7 +504,9 @@ void Session::TakeWrittenLocals() {
 }
 
 void* Session::FindLocal(const Name& name) {
-  const Task* task = debugger.stopped() ? debugger.stopped_task() : nullptr;
+  // Once debug_mode says to go on, the engine may do so at any moment.
+  if (!debugger.stopped() || debugger.WantedMode() != Debugger::kBreak) return nullptr;
+  const Task* task = debugger.stopped_task();
   if (task == nullptr) return nullptr;
   Call call;
   CallStack(program, *task, true).Next(&call);
