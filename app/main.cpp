@@ -24,6 +24,7 @@
 #include "shell/ui/AppServices.h"
 #include "shell/ui/Appearance.h"
 #include "shell/ui/DialogPrompts.h"
+#include "shell/ui/Documents.h"
 
 namespace {
 

@@ -366,8 +366,6 @@ bool Session::FinishFrame() {
   MoveViews();
   for (KorvelHead* text : world.all(kKorvelText)) World::CountCharacters(*reinterpret_cast<Text*>(text));
   Sweep();
-  FollowScreen(*this);
-  sounds.Sweep(real_time());
   if (!level_wanted) return false;
   LoadLevel();
   scheduler.BeginWalk(frames_, game_time_);
@@ -375,6 +373,8 @@ bool Session::FinishFrame() {
 }
 
 void Session::ShowFrame() {
+  FollowScreen(*this);
+  sounds.Sweep(real_time());
   host.Present(*this, false);
   WriteShot(*this);
   if (frame_limit > 0) {

@@ -8,7 +8,7 @@
 #include <map>
 #include <regex>
 
-#include "engine/commands/Command.h"
+#include "engine/code/Command.h"
 #include "intel/vocabulary/CommandSource.h"
 #include "intel/vocabulary/HelpText.h"
 #include "support/Paths.h"

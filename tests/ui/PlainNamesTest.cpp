@@ -1,6 +1,7 @@
 // Names with signs that the toolkit reads as markup, mnemonics, keys or marks: shown as they are.
 #include <QHelpEvent>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPainter>
 #include <QTabBar>
 #include <QTest>

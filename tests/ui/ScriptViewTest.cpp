@@ -177,6 +177,43 @@ TEST_F(ScriptView, BlocksFoldByMarkAndByKeyAndOpenWhenTheCaretGoesIn) {
   EXPECT_EQ(m_view.Model().RowCount(), 3);
 }
 
+TEST_F(ScriptView, TwoViewsOfATextKnowTheSameOfIt) {
+  std::string text = "first();\r\n(\r\n";
+  for (int i = 0; i < 200; ++i) text += "function f" + std::to_string(i) + "()\r\n{\r\n\tx;\r\n}\r\n";
+  SetText(text);
+  CQuillView second(m_keywords, m_commands);
+  second.resize(300, 200);
+  second.ApplySettings(m_view.Settings());
+  second.SetBuffer(&m_buffer);
+  second.show();
+  const auto picture = [](CQuillView& view) {
+    QApplication::processEvents();
+    return view.viewport()->grab().toImage();
+  };
+  // One view parses the whole text in a comment, and undo is asked of the other one.
+  m_view.SetCaretPos({0, 0});
+  Type("/*");
+  m_view.SetCaretPos(m_buffer.EndOfText());
+  picture(m_view);
+  QTest::keyClick(&second, Qt::Key_Z, Qt::ControlModifier);
+  picture(second);
+  fold_command::CollapseAll(second);
+  EXPECT_EQ(second.Model().RowCount(), 403);
+  EXPECT_EQ(m_view.Model().RowCount(), 403);
+  fold_command::ExpandAll(m_view);
+  EXPECT_EQ(second.Model().RowCount(), 803);
+
+  // What is typed in one view moves the brace that the other one marks.
+  m_view.SetCaretPos({2, 0});
+  const QImage before = picture(m_view);
+  second.SetCaretPos({0, 5});
+  QTest::keyClick(&second, Qt::Key_Return);
+  const QImage moved = picture(m_view);
+  EXPECT_NE(moved, before);
+  m_view.ApplySettings(m_view.Settings());
+  EXPECT_EQ(picture(m_view), moved) << "the mark stands where a new search finds it";
+}
+
 TEST_F(ScriptView, TheWheelZoomsWithControl) {
   SetText("x");
   const int before = m_view.LineHeight();

@@ -1,4 +1,5 @@
 #include <QScopeGuard>
+#include <QTest>
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -198,6 +199,22 @@ TEST_F(ViewPaint, BracesBlocksAndGuidesAreDrawnBesideTheText) {
 
   EXPECT_TRUE(Choose("Edit > Outlining > Collapse All"));
   EXPECT_NE(row(1), plain) << "what is folded away is hinted at";
+  EXPECT_EQ(OnScreen(), Repainted());
+}
+
+TEST_F(ViewPaint, ABraceFarAboveIsMarkedWhenItWasFound) {
+  std::string text = "{\r\n";
+  for (int i = 0; i < 200'000; ++i) text += "\tx = f(y);\r\n";
+  Open("a.vsl", text);
+  const auto first = [this] {
+    View().ScrollToLine(0);
+    return OnScreen().copy(RowOf(0));
+  };
+  Press("Ctrl+End");
+  Type("}");
+  const QImage plain = first();
+  Press("Backspace");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return first() != plain; }, 30'000));
   EXPECT_EQ(OnScreen(), Repainted());
 }
 
