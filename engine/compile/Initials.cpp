@@ -141,7 +141,7 @@ void Compiler::ReadFileOf(Symbol* symbol) {
   Advance();
   if (!maker_.SetFile(symbol->object, file.view(), source_.file(file.file)->folder)) {
     // The game can be played without: it goes on with a placeholder.
-    errors_.Fault(PlaceOf(file), "The file of this definition was not found.");
+    errors_.Fault(PlaceOf(file), "The file of this definition was not found, or cannot be read.");
   }
 }
 

@@ -117,20 +117,23 @@ void World::SetObjectMember(void* object, const KorvelMember& member, void* valu
 bool World::SetFile(void* object, std::string_view file, const char* folder) {
   auto* head = static_cast<KorvelHead*>(object);
   char path[kLongestPath];
-  if (!folder_.FindMedia(file, folder, path)) return false;
+  const bool found = folder_.FindMedia(file, folder, path);
+  if (head->kind == kKorvelBitmap) {
+    Bitmap* read = found ? ReadBitmap(path) : nullptr;
+    const bool is_whole = read != nullptr;
+    if (!is_whole) read = MakePlaceholder();
+    if (read == nullptr) return false;
+    const uint8_t flags = head->flags;
+    *static_cast<Bitmap*>(object) = *read;
+    head->flags = flags;
+    return is_whole;
+  }
+  if (!found) return false;
   if (head->kind == kKorvelSound) {
     auto* sound = static_cast<Sound*>(object);
     sound->file = CopyText(arena_, path);
     sound->length_ms = SoundLength(folder_, path, arena_);
     return sound->length_ms > 0;
-  }
-  if (head->kind == kKorvelBitmap) {
-    Bitmap* read = ReadBitmap(path);
-    if (read == nullptr) return false;
-    const uint8_t flags = head->flags;
-    *static_cast<Bitmap*>(object) = *read;
-    head->flags = flags;
-    return true;
   }
   auto* entity = static_cast<Entity*>(object);
   return FindModel(path, &entity->picture, &entity->file);
@@ -218,6 +221,23 @@ Bitmap* World::MakeBitmap(int width, int height) {
   bitmap->height = height;
   bitmap->bytes_per_pixel = 3;
   bitmap->number = ++bitmap_count_;
+  return bitmap;
+}
+
+// Squares of two colors, so that the place of a picture that is missing is seen.
+Bitmap* World::MakePlaceholder() {
+  constexpr int kSide = 32;
+  constexpr int kSquare = 8;
+  Bitmap* bitmap = MakeBitmap(kSide, kSide);
+  if (bitmap == nullptr) return nullptr;
+  uint8_t* pixel = bitmap->pixels;
+  for (int y = 0; y < kSide; ++y) {
+    for (int x = 0; x < kSide; ++x, pixel += 3) {
+      const bool bright = (x / kSquare + y / kSquare) % 2 == 0;
+      pixel[0] = pixel[2] = bright ? 255 : 60;
+      pixel[1] = bright ? 0 : 60;
+    }
+  }
   return bitmap;
 }
 

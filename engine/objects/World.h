@@ -47,6 +47,8 @@ class World : public ObjectMaker {
   /// A bitmap of this size, black; null without memory.
   Bitmap* MakeBitmap(int width, int height);
 
+  Bitmap* MakePlaceholder();
+
   /// Reads a picture into a new bitmap; null when it cannot be read.
   Bitmap* ReadBitmap(std::string_view file);
 

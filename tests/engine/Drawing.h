@@ -26,14 +26,15 @@ class SharedMemory {
 /// The picture of a game after some frames.
 class Drawing {
  public:
-  explicit Drawing(GameInFolder& game, const std::string& script, int frames = 3) {
+  explicit Drawing(GameInFolder& game, const std::string& script, int frames = 3,
+                   const std::string& errors = {}) {
     Session& session = game.Open(script);
     session.machine.budget = 50'000'000;
     for (int i = 0; i < frames && session.Frame(); ++i) {
     }
     recorder_ = session.arena.New<Recorder>(session.arena, memory_.get());
     Draw(session);
-    EXPECT_EQ(game.Errors(), "");
+    EXPECT_EQ(game.Errors(), errors);
     session_ = &session;
   }
 

@@ -40,6 +40,21 @@ TEST(Picture, PanelsLieAtTheirPlacesInTheirLayers) {
   EXPECT_EQ(drawing.At(401, 400) + drawing.At(401, 401), "00ff00000040");
 }
 
+TEST(Picture, AMissingOneHasSquaresInItsPlace) {
+  GameInFolder game;
+  game.Write("short.bmp", PictureFile({"rg", "bk"}).substr(0, 56));
+  for (const char* file : {"missing.bmp", "short.bmp"}) {
+    const std::string script = "bmap lost = <" + std::string(file) +
+                               ">;\npanel p { picture = lost; pos_x = 10; pos_y = 20; }\n"
+                               "function main() { screen_color(0, 0, 64); pan_show(p, 1); }\n";
+    const Drawing drawing(
+        game, script, 3,
+        "main.vsl(1): Error: The file of this definition was not found, or cannot be read.\n");
+    EXPECT_EQ(drawing.At(10, 20) + drawing.At(18, 20) + drawing.At(18, 28), "ff00ff3c3c3cff00ff") << file;
+    EXPECT_EQ(drawing.At(41, 51) + drawing.At(42, 51), "ff00ff000040") << file;
+  }
+}
+
 TEST(Picture, TextsAreAsWideAsTheirWidthSays) {
   GameInFolder game;
   const std::string head =
