@@ -195,7 +195,7 @@ TEST_F(ScriptView, TwoViewsOfATextKnowTheSameOfIt) {
   Type("/*");
   m_view.SetCaretPos(m_buffer.EndOfText());
   picture(m_view);
-  QTest::keyClick(&second, Qt::Key_Z, Qt::ControlModifier);
+  second.Undo();
   picture(second);
   fold_command::CollapseAll(second);
   EXPECT_EQ(second.Model().RowCount(), 403);

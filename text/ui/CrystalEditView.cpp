@@ -187,8 +187,8 @@ void CCrystalEditView::keyPressEvent(QKeyEvent* event) {
     return;
   }
   if (mouseDown || HandleEditKey(event)) return;
-  const bool shortcut = (event->modifiers() & (Qt::ControlModifier | Qt::MetaModifier)) != 0 &&
-                        !event->modifiers().testFlag(Qt::AltModifier);  // Ctrl+Alt is the third key level
+  const bool control = (event->modifiers() & (Qt::ControlModifier | Qt::MetaModifier)) != 0;
+  const bool shortcut = control != event->modifiers().testFlag(Qt::AltModifier);  // both: the third key level
   if (event->text().isEmpty() || shortcut || event->text().front().unicode() < kFirstPrintable) {
     CCrystalTextView::keyPressEvent(event);
     return;
