@@ -51,7 +51,7 @@ echo '<openbox_config xmlns="http://openbox.org/3.4/rc"><keyboard></keyboard></o
 # new_display: the first one, or another when that has gone.
 new_display() {
   : >"$home/display"
-  Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3>"$home/display" 2>"$home/xvfb.err" &
+  Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp -noreset 3>"$home/display" 2>"$home/xvfb.err" &
   processes=($! "${processes[@]}")
   eventually 10 test -s "$home/display" || fail "no display: $(cat "$home/xvfb.err")"
   DISPLAY=:$(<"$home/display")
