@@ -5,9 +5,9 @@ class QSocketNotifier;
 
 namespace quill {
 
-/// What is told before the process is ended by somebody else: by SIGTERM, SIGHUP or SIGINT (logging out, a closed
-/// terminal), or because the display has gone. One at a time. A signal ends the process as it would have done
-/// otherwise, three seconds later at the latest.
+/// What is told before the process is ended by somebody else: by SIGTERM, SIGHUP or SIGINT (logging out, a
+/// closed terminal), or because the display has gone. One at a time. A signal ends the process as it would
+/// have done otherwise, three seconds later at the latest.
 class EndsFromOutside {
  public:
   /// `beforeEnd` runs on the window's thread, and once.

@@ -136,7 +136,8 @@ void CompletionControl::OpenBehindDot() {
 
 void CompletionControl::OpenInWord() {
   const std::shared_ptr<const ScriptFacts> facts = m.script.Shown();
-  if (facts->outline.Orders().elements.size() > kMostElementsUnasked || View()->Model().IsColumnSelection()) return;
+  if (facts->outline.Orders().elements.size() > kMostElementsUnasked || View()->Model().IsColumnSelection())
+    return;
   const TextPosition caret = View()->CaretPos();
   const auto request = RequestAtCaret(*View(), facts->outline);
   if (!request || !OpensByItself(View()->Buffer()->Line(caret.line), *request)) return;

@@ -118,9 +118,8 @@ class Somebody {
   Somebody() { EXPECT_EQ(::seteuid(kNobody), 0); }
   Somebody(const Somebody&) = delete;
   Somebody& operator=(const Somebody&) = delete;
-  ~Somebody() {
-    EXPECT_EQ(::seteuid(0), 0);
-  }
+  ~Somebody() { EXPECT_EQ(::seteuid(0), 0); }
+
  private:
   static constexpr uid_t kNobody = 65534;
 };

@@ -6,8 +6,9 @@ namespace {
 
 TEST(Includes, AreReadWhereTheyAreMetAndShareDefines) {
   GameInFolder game;
-  game.Write("sizes.h",
-             "#ifndef SIZES_H\n#define SIZES_H\n#define SIZE 4\nvar times;\n#endif\ndefine HOW_OFTEN, times;\n");
+  game.Write(
+      "sizes.h",
+      "#ifndef SIZES_H\n#define SIZES_H\n#define SIZE 4\nvar times;\n#endif\ndefine HOW_OFTEN, times;\n");
   game.Write(
       "part.vsl",
       "include <SIZES.H>;\n#ifdef EARLY\nfunction from_part() { print_num(\"size\", SIZE); in_main(); }\n"

@@ -60,8 +60,8 @@ class CCrystalTextBuffer {
   /// Reads a file of any bytes. After a failure the buffer is uninitialised and has no line at all; the
   /// views get the reset hint then, too.
   IoResult LoadFile(const std::string& path, int32_t style = line_end::kAutomatic);
-  /// Becomes the text that another buffer has just loaded, as if this one had, and leaves that one empty. So a
-  /// file can be read without giving up a text before it is known to be readable.
+  /// Becomes the text that another buffer has just loaded, as if this one had, and leaves that one empty. So
+  /// a file can be read without giving up a text before it is known to be readable.
   void TakeLoaded(CCrystalTextBuffer& other);
   /// Writes a temporary file beside the target and renames it: a failure leaves the old file whole.
   /// Follows a symbolic link and keeps the target's permissions. With backup creation on, the old file
